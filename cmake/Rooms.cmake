@@ -1,0 +1,40 @@
+include(GoogleTest)
+
+# Qt's widget headers, compiled once and reused by every target with the same flags.
+if(QUORVANE_PCH)
+  file(WRITE ${CMAKE_BINARY_DIR}/pch.cpp "")
+  add_library(quorvane_pch STATIC ${CMAKE_BINARY_DIR}/pch.cpp)
+  set_target_properties(quorvane_pch PROPERTIES AUTOMOC OFF)
+  target_link_libraries(quorvane_pch PRIVATE Qt6::Widgets)
+  target_link_libraries(quorvane_pch PRIVATE quorvane_warnings)
+  target_precompile_headers(quorvane_pch PRIVATE <QtWidgets/QtWidgets> <functional> <memory> <optional> <vector>)
+endif()
+
+function(quorvane_use_pch target)
+  if(QUORVANE_PCH)
+    target_precompile_headers(${target} REUSE_FROM quorvane_pch)
+    target_link_libraries(${target} PRIVATE Qt6::Widgets)
+  endif()
+endfunction()
+
+# A room: one static library from the sources of the current folder, which exposes that folder alone.
+# The rooms and libraries named behind USES are the arrows that leave it.
+function(quorvane_room name)
+  cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  add_library(quorvane_${name} STATIC ${sources})
+  target_include_directories(quorvane_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(quorvane_${name} PUBLIC ${ROOM_USES} PRIVATE quorvane_warnings)
+  quorvane_use_pch(quorvane_${name})
+endfunction()
+
+# One test program from the *Test.cpp files of the current folder; every test in it is a CTest test.
+function(quorvane_tests name)
+  cmake_parse_arguments(TESTS "" "" "USES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  add_executable(test_${name} ${sources})
+  target_link_libraries(test_${name} PRIVATE ${TESTS_USES} GTest::gtest quorvane_warnings)
+  quorvane_use_pch(test_${name})
+  gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
