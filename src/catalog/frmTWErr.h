@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Form.h"
+#include "RuntimeError.h"
+
+#include <QString>
+
+/// The error form: the call stack of all routines that are running, and the dialog that reports a failure, prints, saves
+/// or mails it and returns the user's answer. There is one, hidden for the whole run; a touch loads it anew after an unload.
+namespace frmTWErr {
+
+/// What a trap acts upon.
+enum Response { Abort = 3, Retry = 4, Ignore = 5 };
+
+/// Puts a routine's name on top of the stack. The text must be a literal.
+void Push(const char* routine);
+/// Takes the top name off; an empty stack stays empty.
+void Pop();
+
+/// Called by a trap for a failure in `routine`; `additional` is free text, as a rule "None" or the failed statement.
+/// A failure whose first engine error speaks of privileges shows one plain box and counts as Ignore.
+Response OnError(const QString& routine, const QString& additional, const RuntimeError& error);
+
+/// The dialog for an ordinary run-time error.
+Response StandardErr(const QString& routine, const QString& additional, const RuntimeError& error);
+/// The dialog for error 3146.
+Response ODBCErr(const QString& routine, const QString& additional, const RuntimeError& error);
+
+/// The readable text of the engine's error chain. Raises 13 for a file manager's message without a code.
+QString FetchODBCErrors();
+
+/// Loads the form, hidden, with an empty stack.
+void Load();
+/// Unloads it; the stack is gone.
+void Unload();
+
+} // namespace frmTWErr

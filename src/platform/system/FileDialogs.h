@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// The one way to a file dialog, which tests script as they do boxes.
+namespace filedialogs {
+
+enum class Mode { Open, Save };
+
+struct Request {
+    Mode mode = Mode::Open;
+    QString title;
+    QString suggestedName;
+    /// Pairs of description and pattern separated by bars: "Text Files (*.txt)|*.txt|All Files (*.*)|*.*".
+    QString filter;
+    /// Appended to a name without an extension, as "*.txt" or "txt".
+    QString defaultExtension;
+    bool promptBeforeOverwriting = false;
+    bool fileMustExist = false;
+};
+
+class Presenter
+{
+public:
+    virtual ~Presenter() = default;
+    /// The chosen path; empty when the dialog was cancelled.
+    virtual QString choose(const Request& request) = 0;
+};
+
+Presenter* setPresenter(Presenter* presenter);
+
+/// The chosen path. Raises 32755 when the user cancels.
+QString choose(const Request& request);
+
+} // namespace filedialogs
