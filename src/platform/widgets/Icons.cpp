@@ -13,20 +13,78 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <memory>
 
-namespace {
+namespace
+{
 
 // A key's file is the key in lower case with dashes for blanks.
-constexpr std::array drawings{
-    "Box Critical", "Box Information", "Box Question", "Box Warning", "Calculate", "Cancel", "Column", "Column Add",
-    "Column Delete", "Column Edit", "Columns", "Criteria", "DB", "DB Add", "DB Delete", "DB Edit", "DBs", "DSN Admin",
-    "DSN Ghost", "DSN Refresh", "Datasource", "Drag Column", "Drag Database", "Drag Field", "Drag File", "Drag Table",
-    "Drag User", "EMail", "Error", "Export", "Field", "Field Add", "Field Delete", "Field Edit", "Fields", "File",
-    "File Add", "File Delete", "File Edit", "Files", "Format", "Import", "Information", "Lookup", "Next Number",
-    "No Drop", "OK", "Padlock", "Refresh", "Special Column Edit", "Special Columns", "Table", "Table Add",
-    "Table Delete", "Table Edit", "Tables", "Undo", "Up1", "User", "User Add", "User Delete", "User Edit", "Users",
-    "ViewData", "WWW", "Warning",
-};
+constexpr const char* drawings[] = {"Box Critical",
+                                    "Box Information",
+                                    "Box Question",
+                                    "Box Warning",
+                                    "Calculate",
+                                    "Cancel",
+                                    "Column",
+                                    "Column Add",
+                                    "Column Delete",
+                                    "Column Edit",
+                                    "Columns",
+                                    "Criteria",
+                                    "DB",
+                                    "DB Add",
+                                    "DB Delete",
+                                    "DB Edit",
+                                    "DBs",
+                                    "DSN Admin",
+                                    "DSN Ghost",
+                                    "DSN Refresh",
+                                    "Datasource",
+                                    "Drag Column",
+                                    "Drag Database",
+                                    "Drag Field",
+                                    "Drag File",
+                                    "Drag Table",
+                                    "Drag User",
+                                    "EMail",
+                                    "Error",
+                                    "Export",
+                                    "Field",
+                                    "Field Add",
+                                    "Field Delete",
+                                    "Field Edit",
+                                    "Fields",
+                                    "File",
+                                    "File Add",
+                                    "File Delete",
+                                    "File Edit",
+                                    "Files",
+                                    "Format",
+                                    "Import",
+                                    "Information",
+                                    "Lookup",
+                                    "Next Number",
+                                    "No Drop",
+                                    "OK",
+                                    "Padlock",
+                                    "Refresh",
+                                    "Special Column Edit",
+                                    "Special Columns",
+                                    "Table",
+                                    "Table Add",
+                                    "Table Delete",
+                                    "Table Edit",
+                                    "Tables",
+                                    "Undo",
+                                    "Up1",
+                                    "User",
+                                    "User Add",
+                                    "User Delete",
+                                    "User Edit",
+                                    "Users",
+                                    "ViewData",
+                                    "WWW",
+                                    "Warning"};
 
 // Larger pictures with a shape of their own.
 constexpr std::array artworks{"Blue Corner", "Logo"};
@@ -54,7 +112,9 @@ const QHash<QString, QString>& paths()
 // The relative luminance of the Web Content Accessibility Guidelines, 0 to 1.
 double luminance(const QColor& colour)
 {
-    const auto linear = [](double part) { return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
@@ -71,20 +131,23 @@ QColor mixed(const QColor& a, const QColor& b, double shareOfB)
     return QColor::fromRgbF(part(a.redF(), b.redF()), part(a.greenF(), b.greenF()), part(a.blueF(), b.blueF()));
 }
 
-// WCAG 2.1 asks this contrast of graphics that carry a meaning; on a background of middle lightness the accent moves
-// towards the text colour until it is met.
-QColor readable(QColor colour, const QColor& text, const QColor& background)
+// Web Content Accessibility Guidelines 2.1, success criterion 1.4.11: a graphic that carries a meaning has this
+// contrast. On a ground of middle lightness an accent moves towards the text colour until it does.
+QColor readable(const QColor& accent, const QColor& text, const QColor& base, const QColor& window)
 {
     constexpr double wanted = 3.0;
-    const QColor start = colour;
-    for (double share = 0.1; contrast(colour, background) < wanted && share <= 1.0; share += 0.1)
-        colour = mixed(start, text, share);
+    QColor colour = accent;
+    for (int tenths = 1; tenths <= 10 && std::min(contrast(colour, base), contrast(colour, window)) < wanted; ++tenths)
+        colour = mixed(accent, text, tenths / 10.0);
     return colour;
 }
 
-// What stands in the drawings, which therefore look right in any viewer on white, and what is painted instead.
-constexpr std::array drawnColours{"#46505d", "#2f6fc4", "#b9770e", "#c8402f"};
-using Inks = std::array<QRgb, drawnColours.size()>;
+// What the drawings are drawn in: ink, and three accents told apart without telling red from green. In these colours
+// they look right in any viewer on white; painting puts the palette's colours in their place.
+constexpr std::array drawn{"#46505d", "#2f6fc4", "#b9770e", "#c8402f"};
+using Inks = std::array<QRgb, drawn.size()>;
+
+constexpr float disabledOpacity = 0.45f;
 
 struct Colours {
     Inks normal{};
@@ -96,18 +159,17 @@ struct Colours {
 Colours coloursOf(const QPalette& palette)
 {
     const QColor base = palette.color(QPalette::Active, QPalette::Base);
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
     const QColor text = palette.color(QPalette::Active, QPalette::Text);
     const bool dark = luminance(base) < luminance(text);
-    const std::array<QColor, 3> accents = dark ? std::array<QColor, 3>{0x6cacf5, 0xe3ab4a, 0xf0806f}
-                                               : std::array<QColor, 3>{0x2f6fc4, 0xb9770e, 0xc8402f};
-    const QColor ink = mixed(text, base, 0.25);
-    const QColor faint = mixed(text, base, 0.65);
+    const std::array<QRgb, 3> accents =
+        dark ? std::array<QRgb, 3>{0x6cacf5, 0xe3ab4a, 0xf0806f} : std::array<QRgb, 3>{0x2f6fc4, 0xb9770e, 0xc8402f};
 
     Colours made;
-    made.normal[0] = readable(ink, text, base).rgb();
+    made.normal[0] = readable(mixed(text, base, 0.25), text, base, window).rgb();
     for (size_t i = 0; i < accents.size(); ++i)
-        made.normal[i + 1] = readable(accents[i], text, base).rgb();
-    made.disabled.fill(faint.rgb());
+        made.normal[i + 1] = readable(QColor(accents[i]), text, base, window).rgb();
+    made.disabled.fill(made.normal[0]);
     made.selected.fill(palette.color(QPalette::Active, QPalette::HighlightedText).rgb());
     return made;
 }
@@ -169,12 +231,18 @@ private:
         QFile file(wanted.path);
         if (file.open(QIODevice::ReadOnly)) {
             QByteArray drawing = file.readAll();
-            for (size_t i = 0; i < drawnColours.size(); ++i)
-                drawing.replace(drawnColours[i], QColor(inks(wanted.mode)[i]).name().toLatin1());
+            for (size_t i = 0; i < drawn.size(); ++i)
+                // In capitals, so that no later turn takes it for a drawn colour.
+                drawing.replace(drawn[i], QColor(inks(wanted.mode)[i]).name().toUpper().toLatin1());
             QSvgRenderer renderer(drawing);
             renderer.setAspectRatioMode(Qt::KeepAspectRatio);
             QPainter painter(&pixmap);
             renderer.render(&painter, QRectF(QPointF(), QSizeF(wanted.pixels)));
+            if (wanted.mode == QIcon::Disabled) {
+                // As a whole, since fills and strokes that overlap would otherwise fade less.
+                painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+                painter.fillRect(pixmap.rect(), QColor::fromRgbF(0, 0, 0, disabledOpacity));
+            }
         }
         pixmap.setDevicePixelRatio(wanted.ratio);
         return pixmap;
@@ -185,13 +253,13 @@ private:
     QHash<Rendering, QPixmap> _rendered;
 };
 
-// Pixmaps may not outlive the application object.
 Atelier& atelier()
 {
-    static Atelier* shared = nullptr;
+    static std::unique_ptr<Atelier> shared;
     if (!shared) {
-        shared = new Atelier;
-        qAddPostRoutine([] { delete std::exchange(shared, nullptr); });
+        shared = std::make_unique<Atelier>();
+        // Pixmaps may not outlive the application object.
+        qAddPostRoutine([] { shared.reset(); });
     }
     return *shared;
 }
