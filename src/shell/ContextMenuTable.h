@@ -1,0 +1,31 @@
+#pragma once
+
+#include "DragItem.h"
+
+#include <QString>
+
+#include <vector>
+
+/// Which context menu each type of node has and what it shows there.
+namespace contextmenus
+{
+
+/// What the table has to know of an item beyond its type.
+struct Circumstances {
+    bool connected = false;
+};
+
+/// A menu and the entries whose visibility one use of it sets; entries that are not named stay as they were.
+struct Use {
+    QString menu;
+    std::vector<QString> shown;
+    std::vector<QString> hidden;
+};
+
+/// The use of a menu for an item; an empty menu name where none pops up.
+Use use(const DragItem& item, const Circumstances& circumstances);
+
+/// True for the names of the catalog's own system files that context menus protect.
+bool isReservedFile(const QString& name);
+
+} // namespace contextmenus

@@ -1,0 +1,329 @@
+#include "mdiMain.h"
+
+#include "Application.h"
+#include "BandBar.h"
+#include "CConnections.h"
+#include "Commands.h"
+#include "DBEngine.h"
+#include "Events.h"
+#include "Icons.h"
+#include "MenuTable.h"
+#include "Routine.h"
+#include "Settings.h"
+#include "ToolbarPane.h"
+#include "ToolbarTable.h"
+#include "frmTWErr.h"
+#include "modGUI.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QProgressBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+mdiMain* theMain = nullptr;
+
+constexpr int twipsPerPixel = 15;
+/// The strip at the right edge of the tree side that holds the splitter.
+constexpr int splitterTwips = 60;
+
+constexpr int toPixels(int twips)
+{
+    return twips / twipsPerPixel;
+}
+
+constexpr int toTwips(int pixels)
+{
+    return pixels * twipsPerPixel;
+}
+
+const QString section = u"mdiMain"_s;
+
+} // namespace
+
+mdiMain::mdiMain(const QStringList& commandLine) : m_debug(commandLine.join(' '_L1).contains("DEBUG"_L1))
+{
+    theMain = this;
+    setObjectName(u"mdiMain"_s);
+    setWindowTitle(application::title());
+    setWindowIcon(Icons::icon(u"Logo"_s));
+    buildControls();
+    buildToolBars();
+    buildMenus();
+}
+
+mdiMain::~mdiMain()
+{
+    forms::unloadAllBut({});
+    m_nodes.Clear();
+    theMain = nullptr;
+}
+
+mdiMain& mdiMain::instance()
+{
+    if (!theMain)
+        throw RuntimeError(ErrorNumber::ObjectNotSet);
+    return *theMain;
+}
+
+mdiMain* mdiMain::find()
+{
+    return theMain;
+}
+
+void mdiMain::MDIForm_Load()
+{
+    frmTWErr::Load();
+    Routine routine("mdiMain.MDIForm_Load");
+    routine.run([&] {
+        events::yield();
+        restorePlacement();
+        CConnections::instance().setWorkspace(dao::DBEngine::CreateWorkspace(u"Tarnwick Administrator"_s, {}, {}, 1));
+        forgetCurrentPane();
+        for (ToolBar* toolBar : std::as_const(m_toolBars))
+            modGUI::PaneToolbarSetup(*toolBar);
+        CoolbarContextToolbar();
+        m_nodes.setTreeview(m_tree);
+        FetchTreeviewRoot();
+        PaneDisplay(u"frmWelcome"_s);
+    });
+}
+
+void mdiMain::MDIForm_Unload()
+{
+    {
+        Routine routine("mdiMain.MDIForm_Unload");
+        routine.run([&] {
+            if (!isMaximized() && !isMinimized() && !isFullScreen()) {
+                settings::save(section, u"Top"_s, toTwips(y()));
+                settings::save(section, u"Left"_s, toTwips(x()));
+                settings::save(section, u"Width"_s, toTwips(width()));
+                settings::save(section, u"Height"_s, toTwips(height()));
+            }
+            settings::save(section, u"TreeviewWidth"_s, toTwips(m_treeSide->width()));
+            m_savedNodeKey.clear();
+        });
+    }
+    frmTWErr::Unload();
+}
+
+void mdiMain::closeEvent(QCloseEvent* event)
+{
+    MDIForm_Unload();
+    event->accept();
+    QApplication::quit();
+}
+
+void mdiMain::restorePlacement()
+{
+    resize(toPixels(settings::getNumber(section, u"Width"_s, 9600)),
+           toPixels(settings::getNumber(section, u"Height"_s, 8700)));
+    const QPoint position(toPixels(settings::getNumber(section, u"Left"_s, 0)),
+                          toPixels(settings::getNumber(section, u"Top"_s, 0)));
+    // A position on a screen that is no longer there would open the window out of sight.
+    move(QGuiApplication::screenAt(position + QPoint(width() / 2, 0)) ? position : QPoint(0, 0));
+    setTreeviewWidth(settings::getNumber(section, u"TreeviewWidth"_s, 2475));
+}
+
+void mdiMain::buildControls()
+{
+    auto* central = new QWidget(this);
+    auto* rows = new QVBoxLayout(central);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    m_bands = new BandBar(u"cbrMain"_s, central);
+    rows->addWidget(m_bands);
+
+    m_client = new QWidget(central);
+    m_client->setObjectName(u"picClient"_s);
+    rows->addWidget(m_client, 1);
+
+    m_treeSide = new QWidget(m_client);
+    m_treeSide->setObjectName(u"picTreeview"_s);
+    m_tree = new TreeView(m_treeSide);
+    m_tree->setObjectName(u"tvwExplorer"_s);
+    m_tree->setAccessibleName(tr("Datasources"));
+    m_splitter = new QWidget(m_treeSide);
+    m_splitter->setObjectName(u"picSplitter"_s);
+    m_splitter->setCursor(Qt::SplitHCursor);
+    m_paneArea = new QWidget(m_client);
+    m_paneArea->setObjectName(u"picPanes"_s);
+    for (QWidget* watched : {m_client, m_treeSide, m_splitter, m_paneArea})
+        watched->installEventFilter(this);
+
+    statusBar()->setObjectName(u"sbrMain"_s);
+    m_status = new QLabel(statusBar());
+    m_status->setObjectName(u"Status"_s);
+    m_status->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(m_status, 1);
+    auto* progress = new QProgressBar(statusBar());
+    progress->setObjectName(u"prbMain"_s);
+    progress->setMaximumSize(120, 12);
+    progress->setTextVisible(false);
+    statusBar()->addPermanentWidget(progress);
+
+    connect(m_tree, &TreeView::Expand, this, &mdiMain::tvwExplorer_Expand);
+    connect(m_tree, &TreeView::Collapse, this, &mdiMain::tvwExplorer_Collapse);
+    connect(m_tree, &TreeView::MouseDown, this, &mdiMain::tvwExplorer_MouseDown);
+    connect(m_tree, &TreeView::MouseMove, this, &mdiMain::tvwExplorer_MouseMove);
+    connect(m_tree, &TreeView::MouseUp, this, &mdiMain::tvwExplorer_MouseUp);
+    connect(m_tree, &TreeView::ContextKey, this, &mdiMain::tvwExplorer_ContextKey);
+    setCentralWidget(central);
+}
+
+void mdiMain::buildToolBars()
+{
+    for (const toolbars::Row& row : toolbars::table()) {
+        auto* toolBar = new ToolBar(QLatin1String(row.toolBar), m_bands);
+        toolBar->setTag(QLatin1String(row.tag));
+        for (const toolbars::Button& button : row.buttons)
+            toolBar->Add(QLatin1String(button.key), QLatin1String(button.toolTip));
+        m_bands->AddBand(toolBar);
+        m_toolBars.insert(toolBar->objectName(), toolBar);
+
+        if (!row.pane) {
+            connect(toolBar, &ToolBar::ButtonClick, this, &mdiMain::tbrMain_ButtonClick);
+            continue;
+        }
+        connect(toolBar, &ToolBar::ButtonClick, this, [this](ToolButton& button) {
+            if (auto* pane = dynamic_cast<ToolbarPane*>(currentPane()))
+                pane->tbr_ButtonClick(button);
+        });
+    }
+}
+
+void mdiMain::buildMenus()
+{
+    for (const menus::Menu& row : menus::table()) {
+        auto* menu = new QMenu(QLatin1String(row.caption), this);
+        menu->setObjectName(QLatin1String(row.name));
+        for (const menus::Item& item : row.items)
+            menu->addAction(buildMenuItem(item, *menu));
+        if (row.inBar)
+            menuBar()->addMenu(menu);
+        m_menus.insert(menu->objectName(), menu);
+    }
+}
+
+QAction* mdiMain::buildMenuItem(const menus::Item& item, QMenu& menu)
+{
+    auto* action = new QAction(&menu);
+    action->setObjectName(QLatin1String(item.name));
+    if (!item.caption) {
+        action->setSeparator(true);
+        return action;
+    }
+    action->setText(QLatin1String(item.caption));
+    action->setCheckable(item.checkable);
+    action->setChecked(item.checkable);
+
+    connect(action, &QAction::triggered, this, [this, item] {
+        const QString pane = QLatin1String(item.pane);
+        if (item.run)
+            (this->*item.run)();
+        else if (!item.pane)
+            commands::run(QLatin1String(item.name), m_currentItem);
+        else if (item.operation == panes::Operation::AddNew)
+            PaneAddNew(pane, m_currentItem.Keys);
+        else if (item.operation == panes::Operation::Edit)
+            PaneEdit(pane, m_currentItem.Keys);
+        else if (item.operation == panes::Operation::Delete)
+            PaneDelete(pane, m_currentItem.Keys);
+        else
+            PaneDisplay(pane, m_currentItem.Keys);
+    });
+    return action;
+}
+
+ToolBar& mdiMain::toolBar(const QString& name) const
+{
+    if (ToolBar* found = m_toolBars.value(name))
+        return *found;
+    throw RuntimeError(ErrorNumber::FailedCall);
+}
+
+QMenu& mdiMain::menu(const QString& name) const
+{
+    if (QMenu* found = m_menus.value(name))
+        return *found;
+    throw RuntimeError(ErrorNumber::FailedCall);
+}
+
+void mdiMain::Status(const QString& text)
+{
+    m_status->setText(text);
+    if (events::frameDue())
+        m_status->repaint();
+}
+
+void mdiMain::CoolbarContextToolbar()
+{
+    Routine routine("mdiMain.CoolbarContextToolbar");
+    routine.run([&] {
+        const Form* pane = currentPane();
+        const std::vector<toolbars::Row>& rows = toolbars::table();
+        for (int band = 2; band <= m_bands->Bands(); ++band) {
+            const char* bandPane = rows.at(static_cast<std::size_t>(band - 1)).pane;
+            m_bands->setBandWidth(band, 300);
+            m_bands->setBandVisible(band, pane && pane->name() == QLatin1String(bandPane));
+        }
+    });
+}
+
+bool mdiMain::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_client && event->type() == QEvent::Resize) {
+        setTreeviewWidth(toTwips(m_treeSide->width()));
+    } else if (watched == m_treeSide && event->type() == QEvent::Resize) {
+        picTreeview_Resize();
+    } else if (watched == m_paneArea && event->type() == QEvent::Resize) {
+        MDIForm_Resize();
+    } else if (watched == m_splitter && event->type() == QEvent::MouseMove) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->buttons() == Qt::LeftButton)
+            picSplitter_MouseMove(qRound(mouse->position().x()));
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void mdiMain::setTreeviewWidth(int twips)
+{
+    const int width = toPixels(twips);
+    m_treeSide->setGeometry(0, 0, width, m_client->height());
+    m_paneArea->setGeometry(width, 0, std::max(0, m_client->width() - width), m_client->height());
+}
+
+void mdiMain::picTreeview_Resize()
+{
+    const int margin = toPixels(splitterTwips);
+    const int treeWidth = m_treeSide->width() - margin;
+    if (treeWidth > 0) {
+        m_tree->setGeometry(0, 0, treeWidth, m_treeSide->height());
+        m_splitter->setGeometry(treeWidth, 0, margin, m_treeSide->height());
+    }
+    MDIForm_Resize();
+}
+
+void mdiMain::picSplitter_MouseMove(int x)
+{
+    const int position = toTwips(m_splitter->x() + x) - splitterTwips / 2;
+    const int snapped = position - position % twipsPerPixel;
+    if (snapped > 0)
+        setTreeviewWidth(snapped + splitterTwips);
+}
+
+void mdiMain::MDIForm_Resize()
+{
+    if (Form* pane = currentPane())
+        pane->setGeometry(m_paneArea->rect());
+}
