@@ -2,16 +2,17 @@
 
 #include <QString>
 
-class QWidget;
-
-/// The one way to a message box: prompt, icon, buttons and title in, the pressed button out. Tests put a script behind it.
-namespace boxes {
+/// The one way to a message box: prompt, icon, buttons and title in, the pressed button out. Tests put a script behind
+/// it.
+namespace boxes
+{
 
 enum class Icon { None, Information, Question, Exclamation, Critical };
 enum class Buttons { Ok, YesNo, YesNoCancel, OkCancel };
 enum class Answer { Ok, Yes, No, Cancel };
 
 struct Box {
+    /// Plain text: nothing in it is taken as markup.
     QString prompt;
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
@@ -30,6 +31,9 @@ public:
 Presenter* setPresenter(Presenter* presenter);
 
 Answer show(const Box& box);
+
+/// What closing a box otherwise than by a button answers.
+Answer answerOfClosing(Buttons buttons);
 
 /// An information box with OK under the application title.
 void inform(const QString& prompt);

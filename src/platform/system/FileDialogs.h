@@ -4,7 +4,8 @@
 #include <QStringList>
 
 /// The one way to a file dialog, which tests script as they do boxes.
-namespace filedialogs {
+namespace filedialogs
+{
 
 enum class Mode { Open, Save };
 
@@ -29,6 +30,12 @@ public:
 };
 
 Presenter* setPresenter(Presenter* presenter);
+
+/// The filter in Qt's form, one entry a pair: "Text Files (*.txt)". "*.*" stands for every file, also one without an
+/// extension. An empty filter lets every file through.
+QStringList nameFilters(const QString& filter);
+/// The default extension without star and full stop.
+QString suffix(const QString& defaultExtension);
 
 /// The chosen path. Raises 32755 when the user cancels.
 QString choose(const Request& request);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <exception>
@@ -17,6 +18,7 @@ enum class ErrorNumber : int {
     ObjectNotSet = 91,
     InvalidUseOfNull = 94,
     KeyAlreadyThere = 457,
+    PrinterError = 482,
     NoCurrentRecord = 3021,
     Cancelled = 3059,
     OdbcFailed = 3146,
@@ -32,9 +34,13 @@ public:
     explicit RuntimeError(ErrorNumber number);
     RuntimeError(ErrorNumber number, QString description);
 
-    /// The failure that `errno` names after a file operation: ENOENT is 53, ENOTDIR 76, ENOSPC 61, all others 75. The
-    /// description is the system's own text for it.
+    /// The failure that `errno` names after a file operation: ENOENT is 53, ENOTDIR 76, ENOSPC and EDQUOT 61, all
+    /// others
+    /// 75. The description is the usual one, a colon and the system's own text.
     static RuntimeError fromErrno(int code);
+
+    /// The usual description of a number.
+    static QString usualDescription(ErrorNumber number);
 
     ErrorNumber number() const { return m_number; }
     const QString& description() const { return m_description; }

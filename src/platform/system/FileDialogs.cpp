@@ -1,0 +1,136 @@
+#include "FileDialogs.h"
+
+#include "Application.h"
+#include "Boxes.h"
+#include "MousePointer.h"
+#include "RuntimeError.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+#include <memory>
+#include <utility>
+
+namespace
+{
+
+using namespace filedialogs;
+
+filedialogs::Presenter* replacement = nullptr;
+
+/// Where the user chose a file last; the next dialog starts there.
+QString lastFolder;
+
+QString startFolder()
+{
+    if (!lastFolder.isEmpty() && QFileInfo(lastFolder).isDir())
+        return lastFolder;
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+class RealPresenter final : public Presenter
+{
+public:
+    QString choose(const Request& request) override
+    {
+        const mousepointer::Suspended pointer;
+        QString suggestion = request.suggestedName;
+        for (;;) {
+            const QString path = run(request, suggestion);
+            if (path.isEmpty())
+                return {};
+            lastFolder = QFileInfo(path).absolutePath();
+            if (!overwrites(request, path) || mayOverwrite(path))
+                return path;
+            suggestion = path;
+        }
+    }
+
+private:
+    static QString run(const Request& request, const QString& suggestion)
+    {
+        // The dialog goes with its parent if that is deleted while it shows, so it can't stand on the stack.
+        auto owned = std::make_unique<QFileDialog>(QApplication::activeWindow(), request.title);
+        const QPointer<QFileDialog> dialog = owned.get();
+        const bool saves = request.mode == Mode::Save;
+        dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+        dialog->setFileMode(!saves && request.fileMustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+        // Desktop dialogs ask about the name before the extension is appended, so the question is asked here.
+        dialog->setOption(QFileDialog::DontConfirmOverwrite);
+        dialog->setNameFilters(nameFilters(request.filter));
+        dialog->setDefaultSuffix(suffix(request.defaultExtension));
+        const QFileInfo suggested(suggestion);
+        const bool hasFolder = suggestion.contains('/') && suggested.absoluteDir().exists();
+        dialog->setDirectory(hasFolder ? suggested.absolutePath() : startFolder());
+        if (!suggested.fileName().isEmpty())
+            dialog->selectFile(suggested.fileName());
+
+        const bool accepted = dialog->exec() == QDialog::Accepted;
+        if (!dialog) {
+            static_cast<void>(owned.release());
+            return {};
+        }
+        return accepted ? dialog->selectedFiles().value(0) : QString();
+    }
+
+    static bool overwrites(const Request& request, const QString& path)
+    {
+        return request.mode == Mode::Save && request.promptBeforeOverwriting && QFileInfo::exists(path);
+    }
+
+    static bool mayOverwrite(const QString& path)
+    {
+        return boxes::show({path + "\nalready exists. Do you want to replace it?", boxes::Icon::Exclamation,
+                            boxes::Buttons::YesNo, application::title()}) == boxes::Answer::Yes;
+    }
+};
+
+} // namespace
+
+QStringList filedialogs::nameFilters(const QString& filter)
+{
+    static const QRegularExpression patternsAtEnd(R"(\s*\([^()]*[*?][^()]*\)\s*$)");
+
+    const QStringList parts = filter.split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString description = parts[i].trimmed();
+        description.remove(patternsAtEnd);
+        QStringList patterns = parts[i + 1].split(';', Qt::SkipEmptyParts);
+        for (QString& pattern : patterns) {
+            pattern = pattern.trimmed();
+            // Names without an extension are files like any other.
+            if (pattern == "*.*")
+                pattern = '*';
+        }
+        if (!patterns.isEmpty())
+            filters.append(description + " (" + patterns.join(' ') + ')');
+    }
+    return filters.isEmpty() ? QStringList("All Files (*)") : filters;
+}
+
+QString filedialogs::suffix(const QString& defaultExtension)
+{
+    return defaultExtension.mid(defaultExtension.lastIndexOf('.') + 1).remove('*');
+}
+
+filedialogs::Presenter* filedialogs::setPresenter(Presenter* presenter)
+{
+    return std::exchange(replacement, presenter);
+}
+
+QString filedialogs::choose(const Request& request)
+{
+    RealPresenter real;
+    Presenter& presenter = replacement ? *replacement : real;
+    const QString path = presenter.choose(request);
+    if (path.isEmpty())
+        throw RuntimeError(ErrorNumber::DialogCancelled);
+    return path;
+}
