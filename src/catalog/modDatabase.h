@@ -4,9 +4,11 @@
 
 #include <QString>
 
-namespace modDatabase {
+namespace modDatabase
+{
 
-/// A value for a statement: every apostrophe doubled, a null as the empty text. Callers write the apostrophes around it.
+/// A value for a statement: every apostrophe doubled, a null as the empty text. Callers write the apostrophes around
+/// it.
 QString SQLQuote(const QString& text);
 QString SQLQuote(const dao::Value& value);
 
