@@ -2,12 +2,13 @@
 
 #include "RuntimeError.h"
 
-#include <QByteArrayView>
 #include <QVarLengthArray>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 namespace
 {
@@ -99,6 +100,27 @@ Characters leadingNumber(QStringView text)
     return scanner.taken();
 }
 
+/// Whether a number that no double holds is too large, and not too small, for one. It is neither zero nor in between,
+/// so the place of its first digit tells.
+bool isTooLarge(std::string_view number)
+{
+    const auto mark = number.find_first_of("eE");
+    const std::string_view mantissa = number.substr(0, mark);
+    const auto first = static_cast<std::int64_t>(mantissa.find_first_of("123456789"));
+    const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
+    if (mark == std::string_view::npos)
+        return first < point;
+
+    std::string_view digits = number.substr(mark + 1);
+    const bool negative = digits.front() == '-';
+    if (negative || digits.front() == '+')
+        digits.remove_prefix(1);
+    std::int64_t exponent = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), exponent).ec != std::errc())
+        return !negative;
+    return point - first + (negative ? -exponent : exponent) > 0;
+}
+
 template <class Integer>
 Integer toInteger(double number)
 {
@@ -128,10 +150,9 @@ double conversions::Val(QStringView text)
     double value = 0;
     const auto result = std::from_chars(number.cbegin(), number.cend(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        // Too large and too small are told apart by the slower reader: infinity for the first, zero for the second.
-        value = QByteArrayView(number.cbegin(), number.cend()).toDouble();
-        if (std::isinf(value))
+        if (isTooLarge({number.cbegin(), static_cast<std::size_t>(number.size())}))
             throw RuntimeError(ErrorNumber::Overflow);
+        value = 0;
     }
     return value;
 }
