@@ -64,7 +64,9 @@ void run(const QString& name, Operation operation, const QStringList& keys)
         throw RuntimeError(ErrorNumber::FailedCall);
     if (keys.size() < call.count)
         throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-    call.run(forms::get(name), keys.first(call.count));
+    Form& form = forms::get(name);
+    const forms::Running running(form);
+    call.run(form, keys.first(call.count));
 }
 
 bool opensInEditState(const QString& name)
