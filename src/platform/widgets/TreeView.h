@@ -1,105 +1,20 @@
 #pragma once
 
-#include <QString>
+#include "TreeNodes.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
 #include <QTreeView>
 
-#include <cstdint>
 #include <memory>
-#include <vector>
 
 class TreeModel;
-class TreeNodes;
-class TreeView;
 
-/// A node of the tree control. The tree owns it; it lives until it is removed.
-class TreeNode
-{
-public:
-    ~TreeNode();
-    TreeNode(const TreeNode&) = delete;
-    TreeNode& operator=(const TreeNode&) = delete;
-
-    const QString& Key() const { return m_key; }
-    /// Re-keys the node in place. Raises 457 when another node has that key.
-    void setKey(const QString& key);
-
-    const QString& Text() const { return m_text; }
-    void setText(const QString& text);
-
-    /// Image keys (see Icons); empty for none. The selected image shows while the node is selected.
-    const QString& Image() const;
-    void setImage(const QString& image);
-    const QString& SelectedImage() const;
-    void setSelectedImage(const QString& image);
-
-    TreeNode* Parent() const { return m_parent; }
-    /// The first child, or null.
-    TreeNode* Child() const;
-    /// The next sibling, or null.
-    TreeNode* Next() const;
-    int Children() const;
-
-    bool Expanded() const { return m_expanded; }
-    /// A change raises the tree's Expand or Collapse as a click does. No effect, and no event, on a node without
-    /// children or on one that is in that state.
-    void setExpanded(bool expanded);
-
-    bool Selected() const;
-    /// Makes the node the tree's one selected node, or clears the selection if it was.
-    void setSelected(bool selected);
-
-    /// Text in the desktop's colour for disabled text.
-    bool Grey() const { return m_grey; }
-    void setGrey(bool grey);
-    bool Bold() const { return m_bold; }
-    void setBold(bool bold);
-
-    /// Expands the ancestors (raising Expand for each) and scrolls to the node.
-    void EnsureVisible();
-
-private:
-    friend class TreeModel;
-    friend class TreeNodes;
-    friend class TreeView;
-    TreeNode() = default;
-
-    TreeView* m_view = nullptr;
-    TreeNode* m_parent = nullptr;
-    std::vector<std::unique_ptr<TreeNode>> m_children;
-    QString m_key;
-    QString m_text;
-    std::uint32_t m_row = 0;
-    std::uint16_t m_image = 0;
-    std::uint16_t m_selectedImage = 0;
-    bool m_expanded = false;
-    bool m_grey = false;
-    bool m_bold = false;
-};
-
-/// All nodes of a tree, found by key.
-class TreeNodes
-{
-public:
-    /// Adds a node behind the last child of `parent`, or behind the last root without one. Raises 457 for a key that is
-    /// already there.
-    TreeNode& Add(TreeNode* parent, const QString& key, const QString& text, const QString& image = {},
-                  const QString& selectedImage = {});
-    /// The node of a key. Raises 5 for an unknown one.
-    TreeNode& Item(const QString& key) const;
-    /// The node of a key, or null.
-    TreeNode* find(const QString& key) const;
-    /// The first root node, or null; its siblings follow by Next.
-    TreeNode* Root() const;
-    /// Removes a node and its subtree. A selection inside moves to the parent.
-    void Remove(TreeNode& node);
-    /// Removes all children of a node, with their subtrees, in one change.
-    void RemoveChildren(TreeNode& node);
-    void Clear();
-    /// All nodes of the tree.
-    int Count() const;
-};
-
-/// The explorer's tree: keyed nodes over a compact model, filled a level at a time in one insertion.
+/// The explorer's tree: keyed nodes over a compact model, filled a level at a time in one insertion. A press of the
+/// left button selects the row under it and, on the expander, opens or closes it; a press of the right button selects
+/// it too. A double click opens or closes. Arrow keys, Home, End, page keys, plus, minus and typing a name do what they
+/// do everywhere; Enter does nothing. All signals are raised while nodes and rows agree, so a handler may do with the
+/// nodes what it likes, run events, or empty the tree.
 class TreeView : public QTreeView
 {
     Q_OBJECT
@@ -110,14 +25,19 @@ public:
 
     TreeNodes& Nodes();
 
-    TreeNode* SelectedItem() const;
-    /// Null clears the selection.
+    TreeNode* SelectedItem() const { return m_selected; }
+    /// Selects the node and brings it into view (see TreeNode::EnsureVisible). Null clears the selection.
     void setSelectedItem(TreeNode* node);
+
+    /// The node that is marked as the target of a drag, or null. It looks selected, and the selected one does not.
+    TreeNode* DropHighlight() const { return m_dropHighlight; }
+    void setDropHighlight(TreeNode* node);
 
     /// The node whose row, expander included, lies at a position of the viewport; null on empty space.
     TreeNode* HitTest(QPoint position) const;
 
     /// While one lives the tree shows its former state; at the end of the outermost one it shows all changes at once.
+    /// What Nodes and the nodes say is true at any time.
     class RedrawOff
     {
     public:
@@ -130,7 +50,7 @@ public:
         void end();
 
     private:
-        TreeView* m_tree;
+        QPointer<TreeView> m_tree;
     };
 
 signals:
@@ -138,11 +58,79 @@ signals:
     void Expand(TreeNode* node);
     void Collapse(TreeNode* node);
 
-    /// Raised before the tree reacts to a press; the position is the viewport's.
+    /// Raised before the tree reacts to a press, the second one of a double click too; the position is the viewport's.
     void MouseDown(Qt::MouseButton button, QPoint position);
+    /// While a button is held, moves are held back until the pointer has left the press by the desktop's drag distance,
+    /// so that an unsteady click drags nothing; the first one after that still reports the place of the press.
     void MouseMove(Qt::MouseButtons buttons, QPoint position);
     /// Raised after the tree has reacted to the release.
     void MouseUp(Qt::MouseButton button, QPoint position);
-    /// A context menu was asked for by the keyboard (the menu key), for the selected node.
+    /// A context menu was asked for by the keyboard (the menu key or Shift+F10), for the selected node.
     void ContextKey(TreeNode* node, QPoint globalPosition);
+
+public:
+    void keyboardSearch(const QString& search) override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void doItemsLayout() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event = nullptr) const override;
+    void updateGeometries() override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    friend class TreeModel;
+    friend class TreeNode;
+
+    void setNodeExpanded(TreeNode& node, bool expanded);
+    void toggle(TreeNode& node);
+    void showExpanded(TreeNode& node);
+    void childrenShown(TreeNode& parent, TreeNode* from);
+    void reveal(TreeNode& node);
+    bool isReachable(const TreeNode& node) const;
+    void nodeLeaves(const TreeNode& node, TreeNode* heir);
+    void childrenLeave(const TreeNode& parent, TreeNode* heir);
+    void nodeGoes(const TreeNode& node);
+    void syncSelection();
+    void select(TreeNode* node);
+    void viewExpanded(const QModelIndex& index, bool expanded);
+
+    void react(const QMouseEvent& press, bool isDouble);
+    bool isOnExpander(const TreeNode& node, QPoint position) const;
+    bool goSideways(bool outwards);
+    void raiseContextKey();
+
+    int widthOfVisibleRows() const;
+    void fitColumn();
+    void rememberTop();
+    void keepTop();
+
+    void holdRedraw();
+    void releaseRedraw();
+
+    // Nodes that are named here are let go in nodeGoes().
+    TreeNode* m_selected = nullptr;
+    TreeNode* m_dropHighlight = nullptr;
+    TreeNode* m_toReveal = nullptr;
+    TreeNode* m_top = nullptr;
+    int m_topOffset = 0;
+    int m_redrawOff = 0;
+    int m_quiet = 0;
+    bool m_layingOut = false;
+    bool m_fitting = false;
+    bool m_menuKeySeen = false;
+    bool m_dragDistancePassed = false;
+    QPoint m_pressPosition;
+    QElapsedTimer m_sinceTyping;
+    std::unique_ptr<TreeModel> m_model;
 };
