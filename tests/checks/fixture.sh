@@ -101,9 +101,11 @@ put() {
 # add FILE: appends its input.
 add() { cat >>"$1"; }
 
+# look [WORD...]: runs the check on the current project, with further arguments.
+# shellcheck disable=SC2120
 look() {
     status=0
-    output=$(bash "$CHECKS/$CHECK.sh" "$PWD" 2>&1) || status=$?
+    output=$(bash "$CHECKS/$CHECK.sh" "$PWD" "$@" 2>&1) || status=$?
     cases=$((cases + 1))
 }
 

@@ -20,15 +20,22 @@ fi
 
 files=$(cpp_files)
 require "$files"
+
+# Several at once, each into a file of its own, so that their lines do not run into each other.
+reports=$(mktemp -d)
+trap 'rm -rf -- "$reports"' EXIT
 status=0
-output=$(tr '\n' '\0' <<<"$files" |
-    xargs -0 -r -n 25 -P "$(nproc 2>/dev/null || echo 2)" "$formatter" --dry-run --Werror 2>&1) || status=$?
+# shellcheck disable=SC2016
+tr '\n' '\0' <<<"$files" | REPORTS=$reports FORMATTER=$formatter xargs -0 -r -n 25 -P "$(nproc 2>/dev/null || echo 2)" \
+    bash -c '"$FORMATTER" --dry-run --Werror -- "$@" 2>"$(mktemp -p "$REPORTS")"' formatter || status=$?
 
 # The tool tells every place; the first one of a file is enough to find it.
-findings=$(sed -nE 's/^([^: ]+):([0-9]+):[0-9]+: error: code should be clang-formatted.*/\1 \2/p' <<<"$output" |
-    sort -k1,1 -k2,2n | awk '!seen[$1]++ { print $1 ":" $2 ": is not formatted; run scripts/format " $1 }')
+findings=$(cat "$reports"/* |
+    sed -nE 's/^([^: ]+):([0-9]+):[0-9]+: error: code should be clang-formatted.*/\1 \2/p' | sort -k1,1 -k2,2n |
+    awk '!seen[$1]++ { print $1 ":" $2 ": is not formatted; run scripts/format " $1 }')
 if ((status != 0)) && [[ -z $findings ]]; then
-    printf '%s\n%s failed\n' "$output" "$formatter"
+    cat "$reports"/*
+    echo "$formatter failed"
     exit 2
 fi
 verdict "$why" "$files" "$findings"

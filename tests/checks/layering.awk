@@ -3,14 +3,14 @@
 #   F file, D file     a file of src/, of driver/
 #   U file:line:text   a line of a CMake list that names a target of ours
 #   I file:line:text   an include
-# Prints a finding a line.
+# Prints a finding a line. The variable together is "files" or "classes": what the circles are looked for among.
 
 function room_of(path,    part) {
     split(path, part, "/")
     return part[1] == "driver" ? "driver" : part[2] == "platform" ? part[3] : part[2]
 }
 function base(path) { sub(/^.*\//, "", path); return path }
-function unit(path) { sub(/\.[a-z]+$/, "", path); return path }
+function unit(path) { if (together == "classes") sub(/\.[a-z]+$/, "", path); return path }
 function tell(where, what, mend) { print where ": " what "; " mend }
 function list_of(room) { return "src/" (room ~ /^(dao|system|widgets)$/ ? "platform/" : "") room "/CMakeLists.txt" }
 function place(fact,    colon, rest) {
@@ -21,7 +21,7 @@ function place(fact,    colon, rest) {
     text = substr(rest, colon + 1)
 }
 
-# Depth first over the units; a unit met again while it is still being walked closes a circle.
+# Depth first over the files; one met again while it is still being walked closes a circle.
 function walk(one,    i, other, from, shown) {
     state[one] = "walking"
     path[++depth] = one

@@ -1,5 +1,9 @@
 #!/usr/bin/env bash
 # Arrows between the rooms of src/ run only downward, files form no circle, and CMake says the same as the includes.
+#
+#   layering.sh [FOLDER [classes]]
+#
+# With "classes", a class's header and source count as one, which also shows classes that know each other.
 # shellcheck source=tests/checks/lib.sh
 source "$(dirname -- "${BASH_SOURCE[0]}")/lib.sh"
 enter_project "$@"
@@ -33,6 +37,6 @@ findings=$(
         cpp_files driver | sed 's/^/D /'
         sed 's/^/U /' <<<"$uses"
         cpp_files src driver | code_of | grep -E '^[^:]*:[0-9]+:[[:space:]]*#[[:space:]]*include' | sed 's/^/I /' || true
-    } | awk -f "$CHECKS/layering.awk"
+    } | awk -v together="${2:-files}" -f "$CHECKS/layering.awk"
 )
 verdict "$why" "$sources" "$findings"

@@ -35,6 +35,7 @@ finds "a file's name" "docs/sp""ec.md:1" "bears such a word in its name"
 fresh
 add README.md <<'TEXT'
 The particular part 4 of a special network/path and a specific issue; specification of a mask; ~/work/here, redesigned.
+The list todo is a variable.
 TEXT
 passes "words that only look alike"
 finish
