@@ -68,7 +68,7 @@ kind == "D" && fact ~ /\.h$/ { driver_header[base(fact)] = fact }
 kind == "U" && fact != "" {
     place(fact)
     room = room_of(file)
-    if (room != "driver" && text ~ /tarnwickodbc/)
+    if (room != "driver" && text ~ /tarnwick(_|odbc)/)
         tell(where, "names the bundled driver", "the workbench reaches drivers through the driver manager alone")
     while (match(text, /quorvane_[a-z]+/)) {
         target = substr(text, RSTART + 9, RLENGTH - 9)

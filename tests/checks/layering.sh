@@ -28,7 +28,7 @@ sources=$(cpp_files src)
 require "$sources"
 # In CMake, quorvane_<room> within a room's list file is an arrow of that room.
 uses=$(all_files | grep -E '^(src|driver)/.*CMakeLists\.txt$' | tr '\n' '\0' |
-    xargs -0 -r awk '{ sub(/#.*/, ""); if ($0 ~ /quorvane_|tarnwickodbc/) print FILENAME ":" FNR ":" $0 }')
+    xargs -0 -r awk '{ sub(/#.*/, ""); if ($0 ~ /quorvane_|tarnwick_|tarnwickodbc/) print FILENAME ":" FNR ":" $0 }')
 
 findings=$(
     {
