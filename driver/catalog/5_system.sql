@@ -1,0 +1,108 @@
+-- The catalog's description of itself. Everything is read off the tables as they stand, so it cannot differ from them.
+
+-- The thirteen system files, their tables, and whether an administrator edits them.
+CREATE TEMP TABLE SYSTEM_FILE (FILE_NAME TEXT, EDITED INTEGER, REMARKS TEXT);
+INSERT INTO SYSTEM_FILE VALUES
+    ('CNTRL',  0, 'The catalog as a whole'),
+    ('COLUMN', 1, 'Columns of the tables'),
+    ('DB',     1, 'Databases'),
+    ('DBPRV',  1, 'Privileges of users on databases'),
+    ('DRIVER', 0, 'File-access drivers'),
+    ('FIELD',  1, 'Fields of the files'),
+    ('FILE',   1, 'File definitions'),
+    ('KEY',    0, 'Keys of the catalog''s own files'),
+    ('LOCDT',  0, 'Storage types of fields'),
+    ('SQLDT',  0, 'SQL data types of columns'),
+    ('TABLE',  1, 'Tables of the databases'),
+    ('TBLPRV', 1, 'Privileges of users on tables'),
+    ('USER',   1, 'Users');
+
+-- Their fields, with the length and the type that hold each column. A text of n characters takes n bytes.
+CREATE TEMP TABLE SYSTEM_FIELD AS
+SELECT f.FILE_NAME,
+       f.EDITED,
+       c.cid + 1 AS FIELD_NUMBER,
+       c.name    AS FIELD_NAME,
+       CASE c.type WHEN 'SMALLINT' THEN 'SMALLINT' WHEN 'INTEGER' THEN 'INTEGER' ELSE 'VARCHAR' END AS SQL_TYPE_NAME,
+       CASE c.type WHEN 'SMALLINT' THEN 2 WHEN 'INTEGER' THEN 4
+                   ELSE CAST(substr(c.type, 9) AS INTEGER) END AS LENGTH,
+       CASE c.type WHEN 'SMALLINT' THEN 5 WHEN 'INTEGER' THEN 10
+                   ELSE CAST(substr(c.type, 9) AS INTEGER) END AS PRECISION,
+       CASE c.dflt_value WHEN '0' THEN '0' ELSE '' END AS DEFAULT_VALUE,
+       c.pk AS KEY_SEGMENT
+  FROM SYSTEM_FILE f
+  JOIN pragma_table_info('TW_' || f.FILE_NAME) c;
+
+-- Names in mixed case, for display: FILE_NAME becomes File_Name.
+CREATE TEMP TABLE MIXED_CASE AS
+WITH RECURSIVE
+    NAMES(NAME) AS (SELECT FIELD_NAME FROM SYSTEM_FIELD UNION SELECT FILE_NAME FROM SYSTEM_FILE UNION SELECT 'TW'),
+    WALK(NAME, SHOWN, AT) AS (
+        SELECT NAME, substr(NAME, 1, 1), 2 FROM NAMES
+        UNION ALL
+        SELECT NAME,
+               SHOWN || CASE substr(NAME, AT - 1, 1) WHEN '_' THEN substr(NAME, AT, 1)
+                                                     ELSE lower(substr(NAME, AT, 1)) END,
+               AT + 1
+          FROM WALK
+         WHERE AT <= length(NAME))
+SELECT NAME, SHOWN FROM WALK WHERE AT > length(NAME);
+
+INSERT INTO TW_CNTRL (CATALOG_VERSION, CREATED, REMARKS)
+VALUES (1, strftime('%Y-%m-%d %H:%M:%S', 'now'), 'Created by the Tarnwick ODBC driver');
+
+-- A record of a system file is its fields and, behind them, its row's number of 8 bytes, which is no field.
+INSERT INTO TW_FILE (FILE_NAME, OPEN_STRING, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE, REMARKS)
+SELECT f.FILE_NAME, '', 8 + (SELECT sum(LENGTH) FROM SYSTEM_FIELD d WHERE d.FILE_NAME = f.FILE_NAME),
+       'INDEXED', 'FIXED', f.REMARKS
+  FROM SYSTEM_FILE f;
+
+INSERT INTO TW_FIELD
+    (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, SCALE, DEFAULT_VALUE)
+SELECT FILE_NAME, FIELD_NUMBER, FIELD_NAME,
+       CASE SQL_TYPE_NAME WHEN 'SMALLINT' THEN 'INTEGER-2' WHEN 'INTEGER' THEN 'INTEGER-4' ELSE 'STRING' END,
+       sum(LENGTH) OVER (PARTITION BY FILE_NAME ORDER BY FIELD_NUMBER) - LENGTH,
+       LENGTH, PRECISION, 0, DEFAULT_VALUE
+  FROM SYSTEM_FIELD
+ ORDER BY FILE_NAME, FIELD_NUMBER;
+
+INSERT INTO TW_KEY (FILE_NAME, KEY_NUMBER, SEGMENT_NUMBER, FIELD_NAME, UNIQUE_KEY)
+SELECT FILE_NAME, 0, KEY_SEGMENT, FIELD_NAME, 1
+  FROM SYSTEM_FIELD
+ WHERE KEY_SEGMENT > 0
+ ORDER BY FILE_NAME, KEY_SEGMENT;
+
+INSERT INTO TW_DB (DATABASE_NAME, DRIVER_NAME, REMARKS, DISPLAY_NAME)
+SELECT 'TW', 'SYSTEM', 'The catalog itself', SHOWN FROM MIXED_CASE WHERE NAME = 'TW';
+
+INSERT INTO TW_TABLE
+    (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, NUMBER_COLUMNS, REMARKS, DISPLAY_NAME)
+SELECT 'TW', f.FILE_NAME, 'TABLE', f.FILE_NAME, 'TW_' || f.FILE_NAME,
+       (SELECT count(*) FROM SYSTEM_FIELD d WHERE d.FILE_NAME = f.FILE_NAME), f.REMARKS, m.SHOWN
+  FROM SYSTEM_FILE f
+  JOIN MIXED_CASE m ON m.NAME = f.FILE_NAME
+ ORDER BY f.FILE_NAME;
+
+INSERT INTO TW_COLUMN
+    (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, SQL_TYPE_NAME, LENGTH, PRECISION, NULLABLE,
+     UPDATABLE, VISIBLE, CASE_SENSITIVE, SEARCHABLE, RADIX, DEFAULT_VALUE, COLUMN_TYPE, DISPLAY_NAME)
+SELECT 'TW', d.FILE_NAME, d.FIELD_NUMBER, d.FIELD_NAME, d.FIELD_NAME, d.SQL_TYPE_NAME, d.LENGTH, d.PRECISION, 1,
+       d.EDITED, 1, t.CASE_SENSITIVE, t.SEARCHABLE, t.RADIX, d.DEFAULT_VALUE, 0, m.SHOWN
+  FROM SYSTEM_FIELD d
+  JOIN TW_SQLDT t ON t.SQL_TYPE_NAME = d.SQL_TYPE_NAME
+  JOIN MIXED_CASE m ON m.NAME = d.FIELD_NAME
+ ORDER BY d.FILE_NAME, d.FIELD_NUMBER;
+
+INSERT INTO TW_USER (USER_NAME, USER_PASSWORD, REMARKS) VALUES ('ADMIN', '', 'Administrator of this catalog');
+
+INSERT INTO TW_DBPRV
+    (USER_NAME, DATABASE_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS)
+VALUES ('ADMIN', 'TW', 1, 1, 1, 1, 'TABLE', 'All of the catalog, table by table');
+
+INSERT INTO TW_TBLPRV
+    (DATABASE_NAME, TABLE_NAME, USER_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE)
+SELECT 'TW', FILE_NAME, 'ADMIN', 1, EDITED, EDITED, EDITED FROM SYSTEM_FILE ORDER BY FILE_NAME;
+
+DROP TABLE MIXED_CASE;
+DROP TABLE SYSTEM_FIELD;
+DROP TABLE SYSTEM_FILE;

@@ -1,0 +1,23 @@
+# Writes a header that holds SQL files as raw string literals.
+#   cmake -DOUTPUT=... -DNAMESPACE=... "-DFILES=name=path;..." -P EmbedSql.cmake
+# Each name becomes a constant; names of the form list:member are gathered, in order, into an array called list.
+set(text "#pragma once\n\nnamespace ${NAMESPACE}\n{\n\n")
+set(lists "")
+foreach(entry IN LISTS FILES)
+  string(REGEX MATCH "^([^=]+)=(.+)$" _ "${entry}")
+  set(name "${CMAKE_MATCH_1}")
+  file(READ "${CMAKE_MATCH_2}" sql)
+  if(name MATCHES "^([^:]+):(.+)$")
+    set(list "${CMAKE_MATCH_1}")
+    set(name "${CMAKE_MATCH_2}")
+    list(APPEND lists ${list})
+    string(APPEND members_${list} "    ${name},\n")
+  endif()
+  string(APPEND text "inline constexpr char ${name}[] = R\"sql(${sql})sql\";\n\n")
+endforeach()
+list(REMOVE_DUPLICATES lists)
+foreach(list IN LISTS lists)
+  string(APPEND text "inline constexpr const char* ${list}[] = {\n${members_${list}}};\n\n")
+endforeach()
+string(APPEND text "} // namespace ${NAMESPACE}\n")
+file(WRITE "${OUTPUT}" "${text}")

@@ -1,0 +1,144 @@
+#include "Catalog.h"
+#include "ConnectError.h"
+#include "ConnectString.h"
+#include "DataSource.h"
+#include "Diagnostics.h"
+#include "Engine.h"
+#include "Lower.h"
+#include "Registry.h"
+#include "StatementLog.h"
+#include "Text.h"
+
+#include <sqlucode.h>
+
+using namespace tarnwick;
+
+namespace
+{
+
+/// SQLSTATE: the client could not establish the connection.
+constexpr const char* cannotConnect = "08001";
+
+/// Connects the library below to a catalog file and gives the SQLite connection behind it, set up and tried.
+sqlite3* ConnectLower(SQLHDBC handle, const std::string& path, catalog::Access access, long timeout)
+{
+    std::string text = "Database=" + catalog::Uri(path, access) + ";Timeout=" + std::to_string(timeout) + ";NoCreat=1";
+    SQLSMALLINT length = 0;
+    const EngineCapture capture;
+    const SQLRETURN answer = lower.SQLDriverConnect(handle, nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS,
+                                                    nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
+    if (!SQL_SUCCEEDED(answer)) {
+        SQLINTEGER native = 0;
+        throw ConnectError(diagnostics::TakeLowerMessage(SQL_HANDLE_DBC, handle, &native), native);
+    }
+    try {
+        if (!capture.Engine())
+            throw ConnectError("the SQLite ODBC driver uses another SQLite library than this driver");
+        PrepareEngine(capture.Engine());
+    } catch (const ConnectError&) {
+        lower.SQLDisconnect(handle);
+        throw;
+    }
+    return capture.Engine();
+}
+
+sqlite3* OpenCatalog(SQLHDBC handle, const std::string& path, long timeout)
+{
+    catalog::Ensure(path);
+    const auto access = catalog::NeedsImmutableAccess(path) ? catalog::Access::Immutable : catalog::Access::Ordinary;
+    try {
+        return ConnectLower(handle, path, access, timeout);
+    } catch (const ConnectError& error) {
+        throw ConnectError("Cannot open the catalog '" + path + "': " + error.what(), error.Native());
+    }
+}
+
+/// Opens the data source that a connect string describes and registers the connection.
+SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
+{
+    diagnostics::Clear(SQL_HANDLE_DBC, handle);
+    if (!lower.Loaded())
+        return diagnostics::Raise(SQL_HANDLE_DBC, handle, cannotConnect, lower.Failure());
+    try {
+        const DataSource source = DataSource::Read(ConnectString(connectText));
+        if (source.catalog.empty())
+            throw ConnectError("The data source names no catalog: the key Catalog is missing.");
+        Connection connection;
+        connection.datasource = source.name;
+        connection.catalogPath = catalog::Resolve(source.catalog);
+        if (!source.statementLog.empty())
+            connection.log = std::make_shared<StatementLog>(source.statementLog);
+        connection.engine = OpenCatalog(handle, connection.catalogPath, source.timeout);
+        registry::OpenConnection(handle, std::make_shared<const Connection>(std::move(connection)));
+        return SQL_SUCCESS;
+    } catch (const ConnectError& error) {
+        return diagnostics::Raise(SQL_HANDLE_DBC, handle, cannotConnect, error.what(), error.Native());
+    } catch (const std::exception& error) {
+        return diagnostics::Raise(SQL_HANDLE_DBC, handle, "HY000", error.what());
+    }
+}
+
+/// Gives the connect string back: it holds all that is needed to connect again.
+SQLRETURN ReturnText(SQLHDBC handle, Fit fit)
+{
+    return fit == Fit::Whole ? SQL_SUCCESS : diagnostics::WarnOfCutText(SQL_HANDLE_DBC, handle);
+}
+
+SQLRETURN RefuseWideText(SQLHDBC handle)
+{
+    return diagnostics::Raise(SQL_HANDLE_DBC, handle, "22018", "The connect string is not well-formed UTF-16.");
+}
+
+} // namespace
+
+SQLRETURN SQL_API SQLDriverConnect(SQLHDBC handle, SQLHWND, SQLCHAR* text, SQLSMALLINT textLength, SQLCHAR* completed,
+                                   SQLSMALLINT capacity, SQLSMALLINT* length, SQLUSMALLINT)
+{
+    const std::string_view connectText = NarrowArgument(text, textLength);
+    const SQLRETURN answer = Connect(handle, connectText);
+    if (!SQL_SUCCEEDED(answer))
+        return answer;
+    SQLINTEGER whole = 0;
+    const Fit fit = PutNarrow(connectText, completed, capacity, &whole);
+    if (length)
+        *length = static_cast<SQLSMALLINT>(whole);
+    return ReturnText(handle, fit);
+}
+
+SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT textLength,
+                                    SQLWCHAR* completed, SQLSMALLINT capacity, SQLSMALLINT* length, SQLUSMALLINT)
+{
+    const auto connectText = WideArgument(text, textLength);
+    if (!connectText)
+        return RefuseWideText(handle);
+    const SQLRETURN answer = Connect(handle, *connectText);
+    if (!SQL_SUCCEEDED(answer))
+        return answer;
+    SQLINTEGER whole = 0;
+    const Fit fit = PutWide(*connectText, completed, capacity, &whole);
+    if (length)
+        *length = static_cast<SQLSMALLINT>(whole);
+    return ReturnText(handle, fit);
+}
+
+SQLRETURN SQL_API SQLConnect(SQLHDBC handle, SQLCHAR* datasource, SQLSMALLINT datasourceLength, SQLCHAR*, SQLSMALLINT,
+                             SQLCHAR*, SQLSMALLINT)
+{
+    return Connect(handle, "DSN={" + std::string(NarrowArgument(datasource, datasourceLength)) + "}");
+}
+
+SQLRETURN SQL_API SQLConnectW(SQLHDBC handle, SQLWCHAR* datasource, SQLSMALLINT datasourceLength, SQLWCHAR*,
+                              SQLSMALLINT, SQLWCHAR*, SQLSMALLINT)
+{
+    const auto name = WideArgument(datasource, datasourceLength);
+    return name ? Connect(handle, "DSN={" + *name + "}") : RefuseWideText(handle);
+}
+
+SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle)
+{
+    diagnostics::Clear(SQL_HANDLE_DBC, handle);
+    const SQLRETURN answer = lower.SQLDisconnect(handle);
+    if (SQL_SUCCEEDED(answer))
+        registry::CloseConnection(handle);
+    return answer;
+}

@@ -1,0 +1,257 @@
+#include "Diagnostics.h"
+#include "Lower.h"
+#include "Text.h"
+
+#include <sqlucode.h>
+
+#include <array>
+#include <optional>
+
+using namespace tarnwick;
+
+namespace
+{
+
+constexpr SQLSMALLINT nameCapacity = 4096;
+
+/// The most bytes that one character takes in UTF-8.
+constexpr SQLLEN bytesPerCharacter = 4;
+
+/// A result column as it is reported. The library below calls declared text beyond 255 characters long text, and gives
+/// the integer types other sizes than ODBC defines for them ("Column Size" in its appendix of data types).
+struct Column {
+    std::string name;
+    SQLSMALLINT type = SQL_UNKNOWN_TYPE;
+    SQLULEN size = 0;
+    SQLSMALLINT digits = 0;
+    SQLSMALLINT nullable = SQL_NULLABLE_UNKNOWN;
+};
+
+std::string TextAttribute(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT field, SQLRETURN* answer)
+{
+    std::array<SQLCHAR, nameCapacity> text{};
+    SQLSMALLINT length = 0;
+    *answer = lower.SQLColAttribute(statement, number, field, text.data(), nameCapacity, &length, nullptr);
+    return reinterpret_cast<const char*>(text.data());
+}
+
+bool IsDeclaredWithLength(SQLHSTMT statement, SQLUSMALLINT number)
+{
+    SQLRETURN answer = SQL_ERROR;
+    const std::string type = TextAttribute(statement, number, SQL_DESC_TYPE_NAME, &answer);
+    return SQL_SUCCEEDED(answer) && EqualIgnoringCase(type, "varchar");
+}
+
+/// The size that ODBC gives an integer type: its decimal digits.
+std::optional<SQLULEN> IntegerSize(SQLSMALLINT type)
+{
+    switch (type) {
+    case SQL_BIT:
+        return 1;
+    case SQL_TINYINT:
+        return 3;
+    case SQL_SMALLINT:
+        return 5;
+    case SQL_INTEGER:
+        return 10;
+    case SQL_BIGINT:
+        return 19;
+    default:
+        return std::nullopt;
+    }
+}
+
+SQLLEN IntegerBytes(SQLSMALLINT type)
+{
+    switch (type) {
+    case SQL_SMALLINT:
+        return 2;
+    case SQL_INTEGER:
+        return 4;
+    case SQL_BIGINT:
+        return 8;
+    default:
+        return 1;
+    }
+}
+
+const char* TypeName(SQLSMALLINT type)
+{
+    switch (type) {
+    case SQL_BIT:
+        return "BIT";
+    case SQL_TINYINT:
+        return "TINYINT";
+    case SQL_SMALLINT:
+        return "SMALLINT";
+    case SQL_INTEGER:
+        return "INTEGER";
+    case SQL_BIGINT:
+        return "BIGINT";
+    case SQL_VARCHAR:
+        return "VARCHAR";
+    default:
+        return nullptr;
+    }
+}
+
+SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
+{
+    std::array<SQLCHAR, nameCapacity> name{};
+    SQLSMALLINT length = 0;
+    const SQLRETURN answer = lower.SQLDescribeCol(statement, number, name.data(), nameCapacity, &length, &column->type,
+                                                  &column->size, &column->digits, &column->nullable);
+    if (!SQL_SUCCEEDED(answer))
+        return answer;
+    column->name = reinterpret_cast<const char*>(name.data());
+    if (column->type == SQL_LONGVARCHAR && IsDeclaredWithLength(statement, number))
+        column->type = SQL_VARCHAR;
+    column->size = IntegerSize(column->type).value_or(column->size);
+    return SQL_SUCCESS;
+}
+
+/// The numeric fields that follow from type and size; nothing for a field that the library below answers.
+std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
+{
+    const bool integer = IntegerSize(column.type).has_value();
+    if (!integer && column.type != SQL_VARCHAR)
+        return std::nullopt;
+    const auto size = static_cast<SQLLEN>(column.size);
+    switch (field) {
+    case SQL_DESC_TYPE:
+    case SQL_DESC_CONCISE_TYPE:
+        return column.type;
+    case SQL_DESC_LENGTH:
+    case SQL_DESC_PRECISION:
+    case SQL_COLUMN_PRECISION:
+        return size;
+    case SQL_DESC_DISPLAY_SIZE:
+        return integer && column.type != SQL_BIT ? size + 1 : size;
+    case SQL_DESC_OCTET_LENGTH:
+    case SQL_COLUMN_LENGTH:
+        return integer ? IntegerBytes(column.type) : size * bytesPerCharacter;
+    case SQL_DESC_NUM_PREC_RADIX:
+        return integer && column.type != SQL_BIT ? 10 : 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+bool IsTextField(SQLUSMALLINT field)
+{
+    switch (field) {
+    case SQL_COLUMN_NAME:
+    case SQL_DESC_NAME:
+    case SQL_DESC_LABEL:
+    case SQL_DESC_TYPE_NAME:
+    case SQL_DESC_TABLE_NAME:
+    case SQL_DESC_SCHEMA_NAME:
+    case SQL_DESC_CATALOG_NAME:
+    case SQL_DESC_BASE_COLUMN_NAME:
+    case SQL_DESC_BASE_TABLE_NAME:
+    case SQL_DESC_LITERAL_PREFIX:
+    case SQL_DESC_LITERAL_SUFFIX:
+    case SQL_DESC_LOCAL_TYPE_NAME:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::string TextField(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT field, SQLRETURN* answer)
+{
+    if (field == SQL_DESC_TYPE_NAME) {
+        Column column;
+        *answer = Describe(statement, number, &column);
+        if (!SQL_SUCCEEDED(*answer))
+            return {};
+        if (const char* name = TypeName(column.type))
+            return name;
+    }
+    return TextAttribute(statement, number, field, answer);
+}
+
+using PutText = Fit (*)(std::string_view, void*, SQLINTEGER, SQLINTEGER*);
+
+SQLRETURN ReportFit(SQLHSTMT statement, Fit fit)
+{
+    return fit == Fit::Whole ? SQL_SUCCESS : diagnostics::WarnOfCutText(SQL_HANDLE_STMT, statement);
+}
+
+SQLRETURN DescribeInto(SQLHSTMT statement, SQLUSMALLINT number, void* name, SQLSMALLINT capacity, SQLSMALLINT* length,
+                       SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits, SQLSMALLINT* nullable, PutText put)
+{
+    Column column;
+    const SQLRETURN answer = Describe(statement, number, &column);
+    if (!SQL_SUCCEEDED(answer))
+        return answer;
+    SQLINTEGER whole = 0;
+    const Fit fit = put(column.name, name, capacity, &whole);
+    const auto give = [](auto* target, auto value) {
+        if (target)
+            *target = static_cast<std::remove_pointer_t<decltype(target)>>(value);
+    };
+    give(length, whole);
+    give(type, column.type);
+    give(size, column.size);
+    give(digits, column.digits);
+    give(nullable, column.nullable);
+    return ReportFit(statement, fit);
+}
+
+/// `unit` is the size of a character of the caller's text; `capacity` and `length` count bytes.
+SQLRETURN AttributeInto(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT field, SQLPOINTER text,
+                        SQLSMALLINT capacity, SQLSMALLINT* length, SQLLEN* value, PutText put, SQLSMALLINT unit)
+{
+    SQLRETURN answer = SQL_SUCCESS;
+    if (IsTextField(field)) {
+        const std::string found = TextField(statement, number, field, &answer);
+        if (!SQL_SUCCEEDED(answer))
+            return answer;
+        SQLINTEGER whole = 0;
+        const Fit fit = put(found, text, capacity / unit, &whole);
+        if (length)
+            *length = static_cast<SQLSMALLINT>(whole * unit);
+        return ReportFit(statement, fit);
+    }
+    if (field != SQL_DESC_COUNT) {
+        Column column;
+        answer = Describe(statement, number, &column);
+        if (!SQL_SUCCEEDED(answer))
+            return answer;
+        if (const auto known = NumericField(column, field)) {
+            if (value)
+                *value = *known;
+            return SQL_SUCCESS;
+        }
+    }
+    return lower.SQLColAttribute(statement, number, field, text, capacity, length, value);
+}
+
+} // namespace
+
+SQLRETURN SQL_API SQLDescribeCol(SQLHSTMT statement, SQLUSMALLINT number, SQLCHAR* name, SQLSMALLINT capacity,
+                                 SQLSMALLINT* length, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits,
+                                 SQLSMALLINT* nullable)
+{
+    return DescribeInto(statement, number, name, capacity, length, type, size, digits, nullable, PutNarrow);
+}
+
+SQLRETURN SQL_API SQLDescribeColW(SQLHSTMT statement, SQLUSMALLINT number, SQLWCHAR* name, SQLSMALLINT capacity,
+                                  SQLSMALLINT* length, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits,
+                                  SQLSMALLINT* nullable)
+{
+    return DescribeInto(statement, number, name, capacity, length, type, size, digits, nullable, PutWide);
+}
+
+SQLRETURN SQL_API SQLColAttribute(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT field, SQLPOINTER text,
+                                  SQLSMALLINT capacity, SQLSMALLINT* length, SQLLEN* value)
+{
+    return AttributeInto(statement, number, field, text, capacity, length, value, PutNarrow, 1);
+}
+
+SQLRETURN SQL_API SQLColAttributeW(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT field, SQLPOINTER text,
+                                   SQLSMALLINT capacity, SQLSMALLINT* length, SQLLEN* value)
+{
+    return AttributeInto(statement, number, field, text, capacity, length, value, PutWide, sizeof(SQLWCHAR));
+}

@@ -1,0 +1,127 @@
+// The part of the ODBC interface that needs nothing added: each function hands its arguments to the library below.
+// Handles are that library's own, so a call costs one indirect jump.
+
+#include "Lower.h"
+
+#include <sqlucode.h>
+
+using namespace tarnwick;
+
+#define FORWARD(name, parameters, arguments)                                                                           \
+    SQLRETURN SQL_API name parameters                                                                                  \
+    {                                                                                                                  \
+        return lower.name arguments;                                                                                   \
+    }
+
+#define FORWARD_AS(name, target, parameters, arguments)                                                                \
+    SQLRETURN SQL_API name parameters                                                                                  \
+    {                                                                                                                  \
+        return lower.target arguments;                                                                                 \
+    }
+
+// clang-format off
+
+// Rows
+FORWARD(SQLFetch, (SQLHSTMT s), (s))
+FORWARD(SQLFetchScroll, (SQLHSTMT s, SQLSMALLINT orientation, SQLLEN offset), (s, orientation, offset))
+FORWARD(SQLExtendedFetch,
+        (SQLHSTMT s, SQLUSMALLINT orientation, SQLLEN offset, SQLULEN* rows, SQLUSMALLINT* status),
+        (s, orientation, offset, rows, status))
+FORWARD(SQLBindCol,
+        (SQLHSTMT s, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER value, SQLLEN capacity, SQLLEN* length),
+        (s, column, type, value, capacity, length))
+FORWARD(SQLGetData,
+        (SQLHSTMT s, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER value, SQLLEN capacity, SQLLEN* length),
+        (s, column, type, value, capacity, length))
+FORWARD(SQLMoreResults, (SQLHSTMT s), (s))
+FORWARD(SQLNumResultCols, (SQLHSTMT s, SQLSMALLINT* columns), (s, columns))
+FORWARD(SQLRowCount, (SQLHSTMT s, SQLLEN* rows), (s, rows))
+FORWARD(SQLCloseCursor, (SQLHSTMT s), (s))
+FORWARD(SQLSetPos, (SQLHSTMT s, SQLSETPOSIROW row, SQLUSMALLINT operation, SQLUSMALLINT lock), (s, row, operation, lock))
+FORWARD(SQLBulkOperations, (SQLHSTMT s, SQLSMALLINT operation), (s, operation))
+
+// Execution
+FORWARD(SQLExecute, (SQLHSTMT s), (s))
+FORWARD(SQLCancel, (SQLHSTMT s), (s))
+FORWARD(SQLNumParams, (SQLHSTMT s, SQLSMALLINT* parameters), (s, parameters))
+FORWARD(SQLDescribeParam,
+        (SQLHSTMT s, SQLUSMALLINT number, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits, SQLSMALLINT* nullable),
+        (s, number, type, size, digits, nullable))
+FORWARD(SQLBindParam,
+        (SQLHSTMT s, SQLUSMALLINT number, SQLSMALLINT valueType, SQLSMALLINT type, SQLULEN size, SQLSMALLINT digits,
+         SQLPOINTER value, SQLLEN* length),
+        (s, number, valueType, type, size, digits, value, length))
+FORWARD(SQLBindParameter,
+        (SQLHSTMT s, SQLUSMALLINT number, SQLSMALLINT direction, SQLSMALLINT valueType, SQLSMALLINT type, SQLULEN size,
+         SQLSMALLINT digits, SQLPOINTER value, SQLLEN capacity, SQLLEN* length),
+        (s, number, direction, valueType, type, size, digits, value, capacity, length))
+FORWARD(SQLParamData, (SQLHSTMT s, SQLPOINTER* value), (s, value))
+FORWARD(SQLPutData, (SQLHSTMT s, SQLPOINTER value, SQLLEN length), (s, value, length))
+FORWARD(SQLEndTran, (SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT completion), (type, handle, completion))
+
+// Statement attributes: none of them is text
+FORWARD(SQLGetStmtAttr,
+        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER capacity, SQLINTEGER* length),
+        (s, attribute, value, capacity, length))
+FORWARD_AS(SQLGetStmtAttrW, SQLGetStmtAttr,
+        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER capacity, SQLINTEGER* length),
+        (s, attribute, value, capacity, length))
+FORWARD(SQLSetStmtAttr,
+        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER length), (s, attribute, value, length))
+FORWARD_AS(SQLSetStmtAttrW, SQLSetStmtAttr,
+        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER length), (s, attribute, value, length))
+FORWARD(SQLGetCursorName,
+        (SQLHSTMT s, SQLCHAR* name, SQLSMALLINT capacity, SQLSMALLINT* length), (s, name, capacity, length))
+FORWARD(SQLSetCursorName, (SQLHSTMT s, SQLCHAR* name, SQLSMALLINT length), (s, name, length))
+
+// Descriptors
+FORWARD(SQLCopyDesc, (SQLHDESC source, SQLHDESC target), (source, target))
+FORWARD(SQLGetDescField,
+        (SQLHDESC d, SQLSMALLINT number, SQLSMALLINT field, SQLPOINTER value, SQLINTEGER capacity, SQLINTEGER* length),
+        (d, number, field, value, capacity, length))
+FORWARD(SQLSetDescField,
+        (SQLHDESC d, SQLSMALLINT number, SQLSMALLINT field, SQLPOINTER value, SQLINTEGER length),
+        (d, number, field, value, length))
+
+// Catalog functions with narrow names
+FORWARD(SQLGetFunctions, (SQLHDBC c, SQLUSMALLINT function, SQLUSMALLINT* supported), (c, function, supported))
+FORWARD(SQLTables,
+        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
+         SQLCHAR* table, SQLSMALLINT tableLength, SQLCHAR* types, SQLSMALLINT typesLength),
+        (s, catalog, catalogLength, schema, schemaLength, table, tableLength, types, typesLength))
+FORWARD(SQLPrimaryKeys,
+        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
+         SQLCHAR* table, SQLSMALLINT tableLength),
+        (s, catalog, catalogLength, schema, schemaLength, table, tableLength))
+FORWARD(SQLForeignKeys,
+        (SQLHSTMT s, SQLCHAR* pkCatalog, SQLSMALLINT pkCatalogLength, SQLCHAR* pkSchema, SQLSMALLINT pkSchemaLength,
+         SQLCHAR* pkTable, SQLSMALLINT pkTableLength, SQLCHAR* fkCatalog, SQLSMALLINT fkCatalogLength,
+         SQLCHAR* fkSchema, SQLSMALLINT fkSchemaLength, SQLCHAR* fkTable, SQLSMALLINT fkTableLength),
+        (s, pkCatalog, pkCatalogLength, pkSchema, pkSchemaLength, pkTable, pkTableLength, fkCatalog, fkCatalogLength,
+         fkSchema, fkSchemaLength, fkTable, fkTableLength))
+FORWARD(SQLStatistics,
+        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
+         SQLCHAR* table, SQLSMALLINT tableLength, SQLUSMALLINT unique, SQLUSMALLINT accuracy),
+        (s, catalog, catalogLength, schema, schemaLength, table, tableLength, unique, accuracy))
+FORWARD(SQLSpecialColumns,
+        (SQLHSTMT s, SQLUSMALLINT kind, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema,
+         SQLSMALLINT schemaLength, SQLCHAR* table, SQLSMALLINT tableLength, SQLUSMALLINT scope, SQLUSMALLINT nullable),
+        (s, kind, catalog, catalogLength, schema, schemaLength, table, tableLength, scope, nullable))
+FORWARD(SQLTablePrivileges,
+        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
+         SQLCHAR* table, SQLSMALLINT tableLength),
+        (s, catalog, catalogLength, schema, schemaLength, table, tableLength))
+FORWARD(SQLColumnPrivileges,
+        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
+         SQLCHAR* table, SQLSMALLINT tableLength, SQLCHAR* column, SQLSMALLINT columnLength),
+        (s, catalog, catalogLength, schema, schemaLength, table, tableLength, column, columnLength))
+FORWARD(SQLProcedures,
+        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
+         SQLCHAR* procedure, SQLSMALLINT procedureLength),
+        (s, catalog, catalogLength, schema, schemaLength, procedure, procedureLength))
+FORWARD(SQLProcedureColumns,
+        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
+         SQLCHAR* procedure, SQLSMALLINT procedureLength, SQLCHAR* column, SQLSMALLINT columnLength),
+        (s, catalog, catalogLength, schema, schemaLength, procedure, procedureLength, column, columnLength))
+
+// clang-format on

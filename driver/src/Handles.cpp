@@ -1,0 +1,58 @@
+#include "Diagnostics.h"
+#include "Lower.h"
+#include "Registry.h"
+
+using namespace tarnwick;
+
+namespace
+{
+
+/// What the driver manager gets for an environment or connection while the library below cannot be loaded: enough to
+/// ask for a connection and be told why there is none.
+char placeholder;
+
+} // namespace
+
+SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE input, SQLHANDLE* output)
+{
+    if (!lower.Loaded()) {
+        if (type != SQL_HANDLE_ENV && type != SQL_HANDLE_DBC)
+            return SQL_ERROR;
+        *output = &placeholder;
+        return SQL_SUCCESS;
+    }
+    const SQLRETURN answer = lower.SQLAllocHandle(type, input, output);
+    if (SQL_SUCCEEDED(answer) && type == SQL_HANDLE_STMT)
+        registry::AddStatement(*output, input);
+    return answer;
+}
+
+SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle)
+{
+    diagnostics::Clear(type, handle);
+    if (!lower.Loaded())
+        return SQL_SUCCESS;
+    if (type == SQL_HANDLE_STMT)
+        registry::RemoveStatement(handle);
+    return lower.SQLFreeHandle(type, handle);
+}
+
+SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT statement, SQLUSMALLINT option)
+{
+    if (option == SQL_DROP) {
+        diagnostics::Clear(SQL_HANDLE_STMT, statement);
+        registry::RemoveStatement(statement);
+    }
+    return lower.SQLFreeStmt(statement, option);
+}
+
+SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV environment, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER length)
+{
+    return lower.Loaded() ? lower.SQLSetEnvAttr(environment, attribute, value, length) : SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetEnvAttr(SQLHENV environment, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER capacity,
+                                SQLINTEGER* length)
+{
+    return lower.SQLGetEnvAttr(environment, attribute, value, capacity, length);
+}

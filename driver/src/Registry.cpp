@@ -1,0 +1,89 @@
+#include "Registry.h"
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <shared_mutex>
+
+namespace tarnwick::registry
+{
+namespace
+{
+
+struct State {
+    std::shared_mutex mutex;
+    std::map<SQLHDBC, std::shared_ptr<const Connection>> connections;
+    std::map<SQLHSTMT, SQLHDBC> statements;
+    std::atomic<int> logs{0};
+};
+
+State& TheState()
+{
+    static State state;
+    return state;
+}
+
+} // namespace
+
+void OpenConnection(SQLHDBC handle, std::shared_ptr<const Connection> connection)
+{
+    State& state = TheState();
+    const std::unique_lock lock(state.mutex);
+    if (connection->log)
+        ++state.logs;
+    state.connections[handle] = std::move(connection);
+}
+
+void CloseConnection(SQLHDBC handle)
+{
+    State& state = TheState();
+    const std::unique_lock lock(state.mutex);
+    const auto found = state.connections.find(handle);
+    if (found == state.connections.end())
+        return;
+    if (found->second->log)
+        --state.logs;
+    state.connections.erase(found);
+    std::erase_if(state.statements, [handle](const auto& entry) { return entry.second == handle; });
+}
+
+std::shared_ptr<const Connection> FindConnection(SQLHDBC handle)
+{
+    State& state = TheState();
+    const std::shared_lock lock(state.mutex);
+    const auto found = state.connections.find(handle);
+    return found == state.connections.end() ? nullptr : found->second;
+}
+
+void AddStatement(SQLHSTMT statement, SQLHDBC connection)
+{
+    State& state = TheState();
+    if (state.logs == 0)
+        return;
+    const std::unique_lock lock(state.mutex);
+    state.statements[statement] = connection;
+}
+
+void RemoveStatement(SQLHSTMT statement)
+{
+    State& state = TheState();
+    if (state.logs == 0)
+        return;
+    const std::unique_lock lock(state.mutex);
+    state.statements.erase(statement);
+}
+
+std::shared_ptr<const StatementLog> LogOf(SQLHSTMT statement)
+{
+    State& state = TheState();
+    if (state.logs == 0)
+        return nullptr;
+    const std::shared_lock lock(state.mutex);
+    const auto owner = state.statements.find(statement);
+    if (owner == state.statements.end())
+        return nullptr;
+    const auto found = state.connections.find(owner->second);
+    return found == state.connections.end() ? nullptr : found->second->log;
+}
+
+} // namespace tarnwick::registry

@@ -1,0 +1,86 @@
+#include "Diagnostics.h"
+#include "Lower.h"
+#include "Registry.h"
+#include "Rewrite.h"
+#include "StatementLog.h"
+#include "Text.h"
+
+#include <sqlucode.h>
+
+using namespace tarnwick;
+
+namespace
+{
+
+using Run = decltype(Lower::SQLExecDirect);
+
+/// Takes a statement in: writes it to the log, puts it into SQLite's spelling and hands it on, complete with its
+/// terminator.
+SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
+{
+    if (const auto log = registry::LogOf(statement); log && !log->Write(text))
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000",
+                                  "The statement was not run: it could not be written to the statement log.");
+    if (text.find_first_not_of(" \t\r\n") == std::string::npos)
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement is empty.");
+    if (text.find('\0') != std::string::npos)
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement holds a null character.");
+    std::string rewritten = Rewrite(std::move(text));
+    return run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS);
+}
+
+SQLRETURN SubmitNarrow(SQLHSTMT statement, const SQLCHAR* text, SQLINTEGER length, Run run)
+{
+    std::string utf8(NarrowArgument(text, length));
+    if (!IsUtf8(utf8))
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "22018", "The statement is not well-formed UTF-8.");
+    return Submit(statement, std::move(utf8), run);
+}
+
+SQLRETURN SubmitWide(SQLHSTMT statement, const SQLWCHAR* text, SQLINTEGER length, Run run)
+{
+    auto utf8 = WideArgument(text, length);
+    if (!utf8)
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "22018", "The statement is not well-formed UTF-16.");
+    return Submit(statement, std::move(*utf8), run);
+}
+
+} // namespace
+
+SQLRETURN SQL_API SQLExecDirect(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length)
+{
+    return SubmitNarrow(statement, text, length, lower.SQLExecDirect);
+}
+
+SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER length)
+{
+    return SubmitWide(statement, text, length, lower.SQLExecDirect);
+}
+
+SQLRETURN SQL_API SQLPrepare(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length)
+{
+    return SubmitNarrow(statement, text, length, lower.SQLPrepare);
+}
+
+SQLRETURN SQL_API SQLPrepareW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER length)
+{
+    return SubmitWide(statement, text, length, lower.SQLPrepare);
+}
+
+SQLRETURN SQL_API SQLNativeSql(SQLHDBC connection, SQLCHAR* text, SQLINTEGER textLength, SQLCHAR* native,
+                               SQLINTEGER capacity, SQLINTEGER* length)
+{
+    const std::string rewritten = Rewrite(std::string(NarrowArgument(text, textLength)));
+    const Fit fit = PutNarrow(rewritten, native, capacity, length);
+    return fit == Fit::Whole ? SQL_SUCCESS : diagnostics::WarnOfCutText(SQL_HANDLE_DBC, connection);
+}
+
+SQLRETURN SQL_API SQLNativeSqlW(SQLHDBC connection, SQLWCHAR* text, SQLINTEGER textLength, SQLWCHAR* native,
+                                SQLINTEGER capacity, SQLINTEGER* length)
+{
+    auto utf8 = WideArgument(text, textLength);
+    if (!utf8)
+        return diagnostics::Raise(SQL_HANDLE_DBC, connection, "22018", "The statement is not well-formed UTF-16.");
+    const Fit fit = PutWide(Rewrite(std::move(*utf8)), native, capacity, length);
+    return fit == Fit::Whole ? SQL_SUCCESS : diagnostics::WarnOfCutText(SQL_HANDLE_DBC, connection);
+}

@@ -1,0 +1,119 @@
+#include "Tokenizer.h"
+
+#include <algorithm>
+
+namespace tarnwick
+{
+namespace
+{
+
+bool IsBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+
+bool IsWordCharacter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '$' ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
+/// Reads one statement from left to right.
+class Scanner
+{
+public:
+    explicit Scanner(std::string_view statement) : m_text(statement) {}
+
+    std::vector<Token> Run()
+    {
+        while (m_position < m_text.size())
+            Step();
+        return std::move(m_tokens);
+    }
+
+private:
+    char At(std::size_t position) const { return position < m_text.size() ? m_text[position] : '\0'; }
+
+    void Step()
+    {
+        const char c = m_text[m_position];
+        const char next = At(m_position + 1);
+        if (IsBlank(c))
+            ++m_position;
+        else if (c == '-' && next == '-')
+            m_position = std::min(m_text.find('\n', m_position), m_text.size());
+        else if (c == '/' && next == '*')
+            SkipBlockComment();
+        else if (c == '\'')
+            Quoted(Token::Kind::String, c);
+        else if (c == '"' || c == '`')
+            Quoted(Token::Kind::Name, c);
+        else if (c == '[')
+            Until(Token::Kind::Name, m_text.find(']', m_position));
+        else if (c == '#' && !(m_position > 0 && IsWordCharacter(m_text[m_position - 1])))
+            HashLiteral();
+        else if (IsWordCharacter(c))
+            Word();
+        else
+            Add(Token::Kind::Punctuation, m_position + 1);
+    }
+
+    void SkipBlockComment()
+    {
+        const std::size_t end = m_text.find("*/", m_position + 2);
+        m_position = end == std::string_view::npos ? m_text.size() : end + 2;
+    }
+
+    void Quoted(Token::Kind kind, char quote)
+    {
+        std::size_t end = m_position + 1;
+        for (;; end += 2) {
+            end = m_text.find(quote, end);
+            if (end == std::string_view::npos || At(end + 1) != quote)
+                break;
+        }
+        Until(kind, end);
+    }
+
+    void HashLiteral()
+    {
+        const std::size_t end = m_text.find_first_of("#\n", m_position + 1);
+        Until(Token::Kind::Hash, At(end) == '#' ? end : std::string_view::npos);
+    }
+
+    void Word()
+    {
+        std::size_t end = m_position;
+        while (end < m_text.size() && IsWordCharacter(m_text[end]))
+            ++end;
+        Add(Token::Kind::Word, end);
+    }
+
+    /// Adds the token whose last byte stands at `last`.
+    void Until(Token::Kind kind, std::size_t last)
+    {
+        if (last == std::string_view::npos)
+            Add(Token::Kind::Unterminated, m_text.size());
+        else
+            Add(kind, last + 1);
+    }
+
+    void Add(Token::Kind kind, std::size_t end)
+    {
+        m_tokens.push_back({kind, m_text.substr(m_position, end - m_position)});
+        m_position = end;
+    }
+
+    std::string_view m_text;
+    std::size_t m_position = 0;
+    std::vector<Token> m_tokens;
+};
+
+} // namespace
+
+std::vector<Token> Tokenize(std::string_view statement)
+{
+    return Scanner(statement).Run();
+}
+
+} // namespace tarnwick
