@@ -21,6 +21,12 @@ fresh() {
     cd -- "$WORKBENCH/project"
 }
 
+# keep: from now on, fresh gives the project as it is at this moment.
+keep() {
+    rm -rf -- "$WORKBENCH/pristine"
+    cp -r -- "$WORKBENCH/project" "$WORKBENCH/pristine"
+}
+
 furnish() {
     cp -- "$CHECKS/../../.clang-format" .
     put README.md <<'TEXT'

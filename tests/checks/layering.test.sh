@@ -4,46 +4,45 @@ source "$(dirname -- "${BASH_SOURCE[0]}")/fixture.sh"
 CHECK=layering
 
 # The faultless project with a shell, two feature rooms and the composition root on top.
-house() {
-    fresh
-    put src/shell/CMakeLists.txt <<<'quorvane_room(shell USES quorvane_catalog)'
-    put src/shell/Pane.h <<<$'#pragma once\n#include "modString.h"'
-    put src/files/CMakeLists.txt <<<'quorvane_room(files USES quorvane_shell)'
-    put src/files/frmFile.h <<<$'#pragma once\n#include "Pane.h"\n#include "modString.h"'
-    put src/users/CMakeLists.txt <<<'quorvane_room(users USES quorvane_shell)'
-    put src/users/frmUser.h <<<$'#pragma once\n#include "Pane.h"'
-    put src/app/CMakeLists.txt <<<'target_link_libraries(quorvane PRIVATE quorvane_files quorvane_users quorvane_warnings)'
-    put src/app/main.cpp <<<$'#include "frmFile.h"\n#include "frmUser.h"'
-}
+fresh
+put src/shell/CMakeLists.txt <<<'quorvane_room(shell USES quorvane_catalog)'
+put src/shell/Pane.h <<<$'#pragma once\n#include "modString.h"'
+put src/files/CMakeLists.txt <<<'quorvane_room(files USES quorvane_shell)'
+put src/files/frmFile.h <<<$'#pragma once\n#include "Pane.h"\n#include "modString.h"'
+put src/users/CMakeLists.txt <<<'quorvane_room(users USES quorvane_shell)'
+put src/users/frmUser.h <<<$'#pragma once\n#include "Pane.h"'
+put src/app/CMakeLists.txt <<<'target_link_libraries(quorvane PRIVATE quorvane_files quorvane_users quorvane_warnings)'
+put src/app/main.cpp <<<$'#include "frmFile.h"\n#include "frmUser.h"'
+keep
 
-house
+fresh
 passes "arrows that run downward"
 
-house
+fresh
 add src/catalog/modString.h <<<'#include "Pane.h"'
 finds "an include upward" src/catalog/modString.h:15 'lets catalog include "Pane.h" of shell'
 
-house
+fresh
 add src/users/frmUser.h <<<'#include "frmFile.h"'
 finds "a feature room that includes another" src/users/frmUser.h:3 'lets users include "frmFile.h" of files'
 
-house
+fresh
 add src/platform/dao/Engine.h <<<'#include <Pane.h>'
 finds "an include upward in angle brackets" src/platform/dao/Engine.h:7 "lets dao include"
 
-house
+fresh
 put src/platform/system/CMakeLists.txt <<<'quorvane_room(system USES quorvane_catalog)'
 finds "an arrow upward in CMake" src/platform/system/CMakeLists.txt:1 "draws an arrow from system to catalog"
 
-house
+fresh
 put src/catalog/CMakeLists.txt <<<'quorvane_room(catalog)'
 finds "an include that CMake does not know of" src/catalog/modString.h:3 "add quorvane_system behind USES in src/catalog/CMakeLists.txt"
 
-house
+fresh
 put src/users/CMakeLists.txt <<<'quorvane_room(users USES quorvane_shell quorvane_dao)'
 finds "an arrow in CMake that no include follows" src/users/CMakeLists.txt:1 "no include follows"
 
-house
+fresh
 put src/shell/Tree.h <<<$'#pragma once\n#include "Node.h"'
 put src/shell/Node.h <<<$'#pragma once\n#include "Branch.h"'
 put src/shell/Branch.h <<<$'#pragma once\n#include "Tree.h"'
@@ -62,17 +61,17 @@ if ((status != 1)) || ! grep -qE 'closes the circle \w+ -> \w+ -> \w+ -> \w+; ' 
     fail "should have shown the circle"
 fi
 
-house
+fresh
 put src/shell/Branch.h <<<'#pragma once'
 put src/shell/Tree.h <<<$'#pragma once\n#include "Branch.h"'
 put src/shell/Node.h <<<$'#pragma once\n#include "Branch.h"\n#include "Tree.h"'
 passes "two ways to one file, which are no circle"
 
-house
+fresh
 put src/attic/Old.h <<<'#pragma once'
 finds "a folder that is no room" src/attic/Old.h:1 "lies in no known room"
 
-house
+fresh
 put src/shell/Boxes.h <<<'#pragma once'
 label="two headers of one name"
 look
@@ -80,23 +79,23 @@ if ((status != 1)) || [[ $output != *"bears the same name"* ]]; then
     fail "should have told of the second header"
 fi
 
-house
+fresh
 put src/files/frmFile.h <<<$'#pragma once\n#include "../shell/Pane.h"'
 finds "an include by a path" src/files/frmFile.h:2 "include by bare file name"
 
-house
+fresh
 add src/shell/Pane.h <<<'#include "Driver.h"'
 finds "the workbench including the driver" src/shell/Pane.h:3 "from the bundled driver"
 
-house
+fresh
 add src/app/CMakeLists.txt <<<'target_link_libraries(quorvane PRIVATE tarnwickodbc)'
 finds "the workbench linking the driver" src/app/CMakeLists.txt:2 "names the bundled driver"
 
-house
+fresh
 add driver/Driver.cpp <<<'#include "modString.h"'
 finds "the driver including the workbench" driver/Driver.cpp:2 "from the workbench"
 
-house
+fresh
 put driver/CMakeLists.txt <<<'target_link_libraries(tarnwickodbc PRIVATE quorvane_system)'
 finds "the driver linking the workbench" driver/CMakeLists.txt:1 "makes the driver depend"
 finish

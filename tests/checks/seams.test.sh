@@ -16,13 +16,16 @@ fresh
 put src/platform/system/Direct.h <<<$'#pragma once\n  #  include "sql.h"'
 finds "an ODBC header in a neighbouring room, spelled oddly" src/platform/system/Direct.h:2 "includes an ODBC header"
 
-for name in QMessageBox QFileDialog QDesktopServices QSettings QPrinter QPrintDialog QClipboard; do
-    fresh
-    put src/shell/Direct.cpp <<<$'void direct()\n{\n    '"$name"$' outside;\n}'
-    finds "$name outside of its room" src/shell/Direct.cpp:3 "reaches past the seam"
-    fresh
-    put src/shell/Direct.cpp <<<"#include <$name>"
-    finds "<$name> outside of its room" src/shell/Direct.cpp:1 "reaches past the seam"
+names=(QMessageBox QFileDialog QDesktopServices QSettings QPrinter QPrintDialog QClipboard)
+fresh
+for name in "${names[@]}"; do
+    put "src/shell/Use$name.cpp" <<<$'void direct()\n{\n    '"$name"$' outside;\n}'
+    put "src/shell/Include$name.cpp" <<<"#include <$name>"
+done
+look
+for name in "${names[@]}"; do
+    found "$name outside of its room" "src/shell/Use$name.cpp:3" "reaches past the seam"
+    found "<$name> outside of its room" "src/shell/Include$name.cpp:1" "reaches past the seam"
 done
 
 fresh

@@ -21,13 +21,6 @@ for i in "${!words[@]}"; do
     found "${words[i]} in a comment" "src/catalog/modString.h:$((i + 15))" says
 done
 
-# And each is enough to fail by itself.
-for word in "${words[@]}"; do
-    fresh
-    add README.md <<<"$word"
-    finds "$word alone" README.md:2 says
-done
-
 fresh
 put "docs/sp""ec.md" <<<'Words.'
 finds "a file's name" "docs/sp""ec.md:1" "bears such a word in its name"
