@@ -10,12 +10,13 @@
 #include <QImage>
 #include <QPainter>
 #include <QPalette>
-#include <QRegularExpression>
 #include <QSet>
 #include <QXmlStreamReader>
 
 #include <algorithm>
 #include <cmath>
+#include <ostream>
+#include <vector>
 
 // The macro declares a function of the global namespace.
 static void dropQuorvaneResources()
@@ -121,21 +122,32 @@ private:
     QPalette _former = QApplication::palette();
 };
 
-class IconsInPalette : public IconsAndThePalette, public testing::WithParamInterface<QPalette (*)()>
+struct Ground {
+    const char* name;
+    QPalette (*palette)();
+};
+
+void PrintTo(const Ground& ground, std::ostream* out)
+{
+    *out << ground.name;
+}
+
+class IconsInPalette : public IconsAndThePalette, public testing::WithParamInterface<Ground>
 {
 protected:
     void SetUp() override
     {
-        QApplication::setPalette(GetParam()());
+        QApplication::setPalette(GetParam().palette());
         base = QApplication::palette().color(QPalette::Base);
     }
 
     QColor base;
 };
 
-INSTANTIATE_TEST_SUITE_P(Light, IconsInPalette, testing::Values(&lightPalette));
-INSTANTIATE_TEST_SUITE_P(Dark, IconsInPalette, testing::Values(&darkPalette));
-INSTANTIATE_TEST_SUITE_P(Grey, IconsInPalette, testing::Values(&greyPalette));
+INSTANTIATE_TEST_SUITE_P(Grounds, IconsInPalette,
+                         testing::Values(Ground{"Light", &lightPalette}, Ground{"Dark", &darkPalette},
+                                         Ground{"Grey", &greyPalette}),
+                         [](const auto& tested) { return tested.param.name; });
 
 } // namespace
 
