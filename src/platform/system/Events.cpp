@@ -1,5 +1,6 @@
 #include "Events.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -40,6 +41,14 @@ void serve(QEventLoop::ProcessEventsFlags flags)
         QCoreApplication::processEvents(flags, patience);
 }
 
+/// What was held stays in the queue of the window system, where some dispatchers don't look again before something wakes
+/// them.
+void release()
+{
+    if (auto* dispatcher = QAbstractEventDispatcher::instance())
+        dispatcher->wakeUp();
+}
+
 } // namespace
 
 void events::yield()
@@ -66,8 +75,8 @@ events::LongRoutine::LongRoutine(Input input) : m_input(input)
 
 events::LongRoutine::~LongRoutine()
 {
-    if (m_input == Input::Held)
-        --holdingInput;
     if (--routines == 0)
         serve(QEventLoop::ExcludeUserInputEvents);
+    if (m_input == Input::Held && --holdingInput == 0)
+        release();
 }
