@@ -2,6 +2,8 @@
 # shellcheck shell=bash
 
 set -euo pipefail
+# A git hook names its own repository in these, and fixtures must never write there.
+unset GIT_DIR GIT_WORK_TREE GIT_INDEX_FILE
 
 CHECKS=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd -P)
 WORKBENCH=$(mktemp -d)

@@ -3,6 +3,8 @@
 
 set -euo pipefail
 export LC_ALL=C
+# A git hook names its own repository in these; the folder that is looked at shall decide instead.
+unset GIT_DIR GIT_WORK_TREE GIT_INDEX_FILE
 
 CHECKS=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd -P)
 
