@@ -1,0 +1,241 @@
+#include "Rewrite.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+using tarnwick::Rewrite;
+
+namespace
+{
+
+void ExpectUnchanged(const std::string& statement)
+{
+    EXPECT_EQ(Rewrite(statement), statement);
+}
+
+/// Builds statements of ordinary SQL from a seed: every clause in its place, strings and names full of what could
+/// mislead a reader of SQL.
+class StatementMaker
+{
+public:
+    explicit StatementMaker(unsigned seed) : m_random(seed) {}
+
+    std::string Make()
+    {
+        switch (Number(6)) {
+        case 0:
+            return "INSERT INTO " + Name() + " (" + Name() + ", " + Name() + ") VALUES (" + Text() + ", " + Value() +
+                   ")";
+        case 1:
+            return "UPDATE " + Name() + " SET " + Name() + " = " + Value() + Where(2);
+        case 2:
+            return "DELETE FROM " + Name() + Where(2) + Comment();
+        default:
+            return Select(2) + Comment();
+        }
+    }
+
+    std::string Text()
+    {
+        static const std::vector<std::string> pieces = {
+            "#",  "''", "WHERE", "ORDER BY", "\xF0\x9F\x98\x80", " ", "\"", "[", "]", "--",
+            "/*", "*/", "LIMIT", "it''s",    "\xC3\xA9",         "a", "(",  ")"};
+        std::string text = "'";
+        for (int i = Number(6); i > 0; --i)
+            text += pieces[static_cast<std::size_t>(Number(static_cast<int>(pieces.size())))];
+        return text + "'";
+    }
+
+private:
+    int Number(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
+
+    std::string Name()
+    {
+        static const std::vector<std::string> names = {"TW_FILE",      "FILE_NAME",   "\"a # b\"", "[where # order]",
+                                                       "\"it's\"",     "OFFSET",      "`x`",       "t.COLUMN_NAME",
+                                                       "[ORDER BY a]", "WHEREABOUTS", "REORDER_NO"};
+        return names[static_cast<std::size_t>(Number(static_cast<int>(names.size())))];
+    }
+
+    std::string Value()
+    {
+        switch (Number(4)) {
+        case 0:
+            return "012";
+        case 1:
+            return "0-2";
+        case 2:
+            return Name();
+        default:
+            return Text();
+        }
+    }
+
+    std::string Condition(int depth)
+    {
+        if (depth > 0 && Number(4) == 0)
+            return Name() + " IN (" + Select(depth - 1) + ")";
+        return Name() + (Number(2) ? " = " : " <> ") + Value();
+    }
+
+    std::string Where(int depth)
+    {
+        std::string where = " WHERE " + Condition(depth);
+        for (int i = Number(3); i > 0; --i)
+            where += " AND " + Condition(depth);
+        return where;
+    }
+
+    std::string Select(int depth)
+    {
+        std::string select = "SELECT " + (Number(3) ? Name() : "COUNT (*) AS N") + " FROM " + Name() + Comment();
+        if (Number(2))
+            select += Where(depth);
+        if (Number(4) == 0)
+            select += " GROUP BY " + Name() + " HAVING " + Condition(0);
+        if (Number(2))
+            select += " ORDER BY " + Name() + (Number(2) ? " ASC" : " DESC");
+        if (Number(4) == 0)
+            select += " LIMIT 5 OFFSET 2";
+        return select;
+    }
+
+    std::string Comment()
+    {
+        switch (Number(5)) {
+        case 0:
+            return " -- it's # WHERE\n";
+        case 1:
+            return " /* ORDER BY ' # WHERE */ ";
+        default:
+            return " ";
+        }
+    }
+
+    std::mt19937 m_random;
+};
+
+/// The text literals of a statement, found the simplest way: nothing else with an apostrophe may stand in it.
+std::vector<std::string> Literals(const std::string& statement)
+{
+    std::vector<std::string> literals;
+    for (std::size_t at = statement.find('\''); at != std::string::npos; at = statement.find('\'', at)) {
+        std::size_t end = at + 1;
+        while (statement[end] != '\'' || (end + 1 < statement.size() && statement[end + 1] == '\''))
+            end += statement[end] == '\'' ? 2 : 1;
+        literals.push_back(statement.substr(at, end + 1 - at));
+        at = end + 1;
+    }
+    return literals;
+}
+
+} // namespace
+
+TEST(Rewrite, StandardStatementsStayByteForByte)
+{
+    for (unsigned seed = 1; seed <= 4000; ++seed) {
+        const std::string statement = StatementMaker(seed).Make();
+        ASSERT_EQ(Rewrite(statement), statement) << "seed " << seed;
+    }
+}
+
+TEST(Rewrite, TextLiteralsAreNeverTouched)
+{
+    for (unsigned seed = 1; seed <= 4000; ++seed) {
+        StatementMaker maker(seed);
+        const std::string first = maker.Text();
+        const std::string second = maker.Text();
+        const std::string third = maker.Text();
+        const std::string rewritten = Rewrite("SELECT " + first + " FROM T ORDER BY " + second + " WHERE A = " + third);
+        ASSERT_EQ(rewritten, "SELECT " + first + " FROM T WHERE A = " + third + " ORDER BY " + second + " ")
+            << "seed " << seed;
+        std::vector<std::string> found = Literals(Rewrite("SELECT " + first + ", #2020-01-02#, " + second));
+        ASSERT_EQ(found, (std::vector<std::string>{first, "'2020-01-02'", second})) << "seed " << seed;
+    }
+}
+
+TEST(Rewrite, AnyBytesAreTakenWithoutHarm)
+{
+    static const std::string alphabet = "'\"#[]`()-/*;\n WHEREORDBYSLCTa0_.\\\xF0\x9F";
+    std::mt19937 random(4711);
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        for (unsigned length = random() % 40; length > 0; --length)
+            text += alphabet[random() % alphabet.size()];
+        const std::string once = Rewrite(text);
+        ASSERT_EQ(Rewrite(once), once) << text;
+    }
+}
+
+TEST(Rewrite, DateLiteralsBecomeText)
+{
+    EXPECT_EQ(Rewrite("SELECT #1998-12-31#"), "SELECT '1998-12-31'");
+    EXPECT_EQ(Rewrite("A = #12/31/1998# AND B"), "A = '1998-12-31' AND B");
+    EXPECT_EQ(Rewrite("A=#1998/2/3#"), "A='1998-02-03'");
+    EXPECT_EQ(Rewrite("A = #2/3/1998 10:11:12#"), "A = '1998-02-03 10:11:12'");
+    EXPECT_EQ(Rewrite("A = #10:11:12#"), "A = '10:11:12'");
+    EXPECT_EQ(Rewrite("[A] LIKE #1998%#"), "[A] LIKE '1998%'");
+    EXPECT_EQ(Rewrite("A IN (#x'y#,#b#)"), "A IN ('x''y','b')");
+}
+
+TEST(Rewrite, DatesThatCouldMeanTwoThingsAreKept)
+{
+    EXPECT_EQ(Rewrite("#1/2/03#"), "'1/2/03'");
+    EXPECT_EQ(Rewrite("#31/12/1998#"), "'31/12/1998'");
+}
+
+TEST(Rewrite, MalformedHashLiteralsAreLeftToBeRefused)
+{
+    ExpectUnchanged("SELECT ##");
+    ExpectUnchanged("SELECT #1998-12-31");
+    ExpectUnchanged("SELECT #1998\n-12-31#");
+    ExpectUnchanged("SELECT A#B#C FROM T");
+    ExpectUnchanged("SELECT #1998-12-31# AND 'open");
+}
+
+TEST(Rewrite, HashesInsideOfOtherThingsAreNoLiterals)
+{
+    ExpectUnchanged("SELECT '#1998-12-31#'");
+    ExpectUnchanged("SELECT \"#a#\", [#b#], `#c#`");
+    ExpectUnchanged("SELECT 1 -- #a#");
+    ExpectUnchanged("SELECT /* #a# */ 1");
+}
+
+TEST(Rewrite, AWhereBehindOrderByMovesInFrontOfIt)
+{
+    EXPECT_EQ(Rewrite("SELECT DATABASE_NAME FROM TW_DB ORDER BY DATABASE_NAME WHERE DATABASE_NAME <> 'TW'"),
+              "SELECT DATABASE_NAME FROM TW_DB WHERE DATABASE_NAME <> 'TW' ORDER BY DATABASE_NAME ");
+    EXPECT_EQ(Rewrite("select a from t order by a desc where b = 1 and c = 2 limit 3;"),
+              "select a from t where b = 1 and c = 2 order by a desc  limit 3;");
+    EXPECT_EQ(Rewrite("SELECT A FROM T GROUP BY A ORDER BY A WHERE B = 1"),
+              "SELECT A FROM T WHERE B = 1 GROUP BY A ORDER BY A ");
+    EXPECT_EQ(Rewrite("SELECT OFFSET FROM T ORDER BY OFFSET WHERE OFFSET > 3"),
+              "SELECT OFFSET FROM T WHERE OFFSET > 3 ORDER BY OFFSET ");
+}
+
+TEST(Rewrite, AWhereIsMovedInsideOfItsOwnSelect)
+{
+    EXPECT_EQ(Rewrite("SELECT A FROM (SELECT A FROM T ORDER BY A WHERE B = 1) WHERE C = 2 ORDER BY D"),
+              "SELECT A FROM (SELECT A FROM T WHERE B = 1 ORDER BY A ) WHERE C = 2 ORDER BY D");
+    EXPECT_EQ(Rewrite("SELECT A FROM T ORDER BY A WHERE B IN (SELECT B FROM U ORDER BY B WHERE C = 1)"),
+              "SELECT A FROM T WHERE B IN (SELECT B FROM U WHERE C = 1 ORDER BY B ) ORDER BY A ");
+    EXPECT_EQ(Rewrite("SELECT A FROM T -- first\nORDER BY A -- second\nWHERE B = 1 -- third"),
+              "SELECT A FROM T -- first\nWHERE B = 1 ORDER BY A -- second\n -- third");
+}
+
+TEST(Rewrite, AWhereWithAnotherPlaceStays)
+{
+    ExpectUnchanged("SELECT A FROM T WHERE X = 1 ORDER BY A WHERE B = 1");
+    ExpectUnchanged("SELECT A FROM T ORDER BY A UNION SELECT B FROM U WHERE C = 1");
+    ExpectUnchanged("SELECT A FROM T ORDER BY A WHERE B = 1 UNION SELECT B FROM U");
+    ExpectUnchanged("INSERT INTO T SELECT A FROM U WHERE 1 ORDER BY A ON CONFLICT (A) DO UPDATE SET B = 1 WHERE C = 2");
+    ExpectUnchanged("INSERT INTO T SELECT A FROM U ORDER BY A ON CONFLICT (A) DO UPDATE SET B = 1 WHERE C = 2");
+    ExpectUnchanged("SELECT sum(A) OVER (ORDER BY B) FROM T WHERE C = 1");
+    ExpectUnchanged("SELECT A FROM T ORDER BY A; SELECT B FROM U WHERE C = 1");
+    ExpectUnchanged("SELECT group_concat(A) FILTER (WHERE B = 1) FROM T ORDER BY A");
+    ExpectUnchanged("DELETE FROM T ORDER BY A WHERE B = 1");
+    ExpectUnchanged("SELECT A FROM T ORDER BY A WHERE");
+}
