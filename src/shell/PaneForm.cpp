@@ -1,0 +1,118 @@
+#include "PaneForm.h"
+
+#include "PictureLabel.h"
+#include "modGUI.h"
+
+#include <QEvent>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+namespace
+{
+
+/// All distances in a pane are multiples of this, in device-independent pixels.
+constexpr int unit = 8;
+
+QColor mixed(const QColor& a, const QColor& b, double shareOfB)
+{
+    const auto part = [shareOfB](float x, float y) { return x + (y - x) * static_cast<float>(shareOfB); };
+    return QColor::fromRgbF(part(a.redF(), b.redF()), part(a.greenF(), b.greenF()), part(a.blueF(), b.blueF()));
+}
+
+/// The title on its band: the window's colour with a breath of the highlight. A title that is too long is cut with an
+/// ellipsis and shows whole as a tool tip; text() is always the whole one.
+class TitleBand : public QLabel
+{
+public:
+    explicit TitleBand(QWidget* parent) : QLabel(parent)
+    {
+        setTextFormat(Qt::PlainText);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        followFont();
+    }
+
+    QSize sizeHint() const override { return {titleMetrics().horizontalAdvance(text()) + 4 * unit, height()}; }
+    QSize minimumSizeHint() const override { return {8 * unit, height()}; }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        const QPalette& colours = palette();
+        const QColor window = colours.color(QPalette::Window);
+        const QColor highlight = colours.color(QPalette::Highlight);
+        painter.fillRect(rect(), mixed(window, highlight, 0.14));
+        painter.fillRect(0, rect().bottom(), width(), 1, mixed(window, highlight, 0.45));
+        painter.fillRect(0, 0, unit / 2, height(), highlight);
+        painter.setFont(titleFont());
+        painter.setPen(colours.color(QPalette::WindowText));
+        painter.drawText(textRect(), Qt::AlignVCenter | Qt::AlignLeading, shownText());
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+            followFont();
+        if (event->type() == QEvent::ToolTip && shownText() != text()) {
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+            return true;
+        }
+        return QLabel::event(event);
+    }
+
+private:
+    QFont titleFont() const
+    {
+        QFont larger = font();
+        larger.setPointSizeF(larger.pointSizeF() * 1.3);
+        larger.setWeight(QFont::DemiBold);
+        return larger;
+    }
+    QFontMetrics titleMetrics() const { return QFontMetrics(titleFont(), this); }
+    QRect textRect() const { return rect().adjusted(2 * unit, 0, -2 * unit, 0); }
+    QString shownText() const { return titleMetrics().elidedText(text(), Qt::ElideRight, textRect().width()); }
+
+    void followFont()
+    {
+        const int wanted = titleMetrics().height() + 2 * unit;
+        setFixedHeight((wanted + unit - 1) / unit * unit);
+    }
+};
+
+} // namespace
+
+PaneForm::PaneForm(const QString& name, QWidget* parent)
+    : Form(name, parent), m_title(new TitleBand(this)), m_description(new QLabel(this)),
+      m_corner(new PictureLabel(QStringLiteral("Blue Corner"), {0, 0}, this)), m_body(new QVBoxLayout)
+{
+    setAutoFillBackground(true);
+    m_title->setObjectName(QStringLiteral("lblTitle"));
+    m_description->setObjectName(QStringLiteral("lblDescription"));
+    m_description->setTextFormat(Qt::PlainText);
+    m_description->setWordWrap(true);
+    m_corner->setObjectName(QStringLiteral("imgCorner"));
+    m_corner->hide();
+    m_corner->lower();
+
+    auto* page = new QVBoxLayout;
+    page->setContentsMargins(2 * unit, 2 * unit, 2 * unit, 2 * unit);
+    page->setSpacing(unit);
+    page->addWidget(m_description);
+    m_body->setSpacing(unit);
+    page->addLayout(m_body, 1);
+
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->setSpacing(0);
+    whole->addWidget(m_title);
+    whole->addLayout(page, 1);
+}
+
+void PaneForm::resizeEvent(QResizeEvent* event)
+{
+    Form::resizeEvent(event);
+    modGUI::PaneFormResize(*this);
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Registers the shell's own panes: datasource, welcome, options and about.
+void registerShellPanes();

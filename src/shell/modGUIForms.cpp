@@ -1,0 +1,63 @@
+#include "modGUI.h"
+
+#include "PaneForm.h"
+#include "Routine.h"
+#include "Settings.h"
+#include "mdiMain.h"
+
+#include <QLabel>
+
+#include <algorithm>
+
+namespace modGUI
+{
+
+namespace
+{
+
+/// The corner picture's natural width and height in device-independent pixels.
+constexpr int cornerSize = 256;
+
+/// Shows what is hidden by design. Popups and the inner parts of Qt's own controls are no controls of the form.
+void showAllControls(PaneForm& form)
+{
+    for (QWidget* control : form.findChildren<QWidget*>()) {
+        if (!control->isWindow() && !control->objectName().isEmpty() &&
+            !control->objectName().startsWith(QLatin1String("qt_")))
+            control->setVisible(true);
+    }
+}
+
+} // namespace
+
+void PaneFormLoad(PaneForm& form)
+{
+    Routine routine("modGUI.PaneFormLoad");
+    routine.run([&] {
+        const bool web = settings::getNumber(QStringLiteral("Options"), QStringLiteral("Win98"), 1) != 0;
+        form.setBackgroundRole(web ? QPalette::Base : QPalette::Button);
+        form.imgCorner()->setVisible(web);
+        form.lblDescription()->setVisible(web);
+
+        mdiMain* window = mdiMain::find();
+        if (!window)
+            return;
+        window->setAutoFillBackground(!web);
+        window->setBackgroundRole(web ? QPalette::NoRole : QPalette::Button);
+        if (window->debugFlag())
+            showAllControls(form);
+    });
+}
+
+void PaneFormResize(PaneForm& form)
+{
+    Routine routine("modGUI.PaneFormResize");
+    routine.run([&] {
+        QLabel& corner = *form.imgCorner();
+        const QRect page = form.rect().adjusted(0, form.lblTitle()->height(), 0, 0);
+        const int side = std::max(0, std::min({cornerSize, page.width(), page.height()}));
+        corner.setGeometry(page.right() + 1 - side, page.bottom() + 1 - side, side, side);
+    });
+}
+
+} // namespace modGUI
