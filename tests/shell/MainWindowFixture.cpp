@@ -1,0 +1,246 @@
+#include "MainWindowFixture.h"
+
+#include "CConnections.h"
+#include "Database.h"
+#include "DBEngine.h"
+#include "PaneForm.h"
+#include "Resources.h"
+#include "ShellPanes.h"
+#include "TreeModel.h"
+#include "frmTWErr.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+MainWindowTest::MainWindowTest()
+{
+    static int number = 0;
+    datasource = u"Ledger%1"_s.arg(++number);
+    initQuorvaneResources();
+    registerShellPanes();
+    outside.runs = false;
+    world.addDatasource(datasource);
+}
+
+MainWindowTest::~MainWindowTest() = default;
+
+void MainWindowTest::SetUp()
+{
+    seed();
+    statements.clear();
+}
+
+void MainWindowTest::TearDown()
+{
+    window.reset();
+    while (CConnections::instance().Count() > 0)
+        CConnections::instance().Remove(1);
+    EXPECT_TRUE(frmTWErr::CallStack().isEmpty()) << frmTWErr::CallStack().join('\n').toStdString();
+    frmTWErr::Unload();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    errors.verify();
+    boxes.verify();
+    fileDialogs.verify();
+}
+
+void MainWindowTest::seed()
+{
+    const auto workspace = dao::DBEngine::CreateWorkspace({}, {}, {}, 1);
+    const auto db = workspace->OpenDatabase({}, u"ODBC;DSN=%1;DATABASE=PUBS"_s.arg(datasource));
+    for (const QString& statement : {
+             u"INSERT INTO TW_FILE (FILE_NAME, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE) "
+              "VALUES ('PAYROLL', 12, 'INDEXED', 'FIXED')"_s,
+             u"INSERT INTO TW_FILE (FILE_NAME, FILE_ORGANISATION, RECORD_TYPE) VALUES ('EMPTY', 'RELATIVE', 'FIXED')"_s,
+             u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) "
+              "VALUES ('PAYROLL', 1, 'EMPLOYEE', 'CHARACTER', 0, 4)"_s,
+             u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) "
+              "VALUES ('PAYROLL', 2, 'SALARY', 'CHARACTER', 8, 4)"_s,
+             u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) "
+              "VALUES ('PAYROLL', 3, 'BONUS', 'CHARACTER', 4, 4)"_s,
+             u"INSERT INTO TW_DB (DATABASE_NAME, DRIVER_NAME) VALUES ('SALES', 'DISAM')"_s,
+             u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME) "
+              "VALUES ('SALES', 'ORDERS', 'TABLE', 'PAYROLL')"_s,
+             u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, COLUMN_TYPE) "
+              "VALUES ('SALES', 'ORDERS', 2, 'AMOUNT', 'SALARY', 0)"_s,
+             u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, COLUMN_TYPE) "
+              "VALUES ('SALES', 'ORDERS', 1, 'BUYER', 'EMPLOYEE', 0)"_s,
+             u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, COLUMN_TYPE) "
+              "VALUES ('SALES', 'ORDERS', 1, 'RFA', 'RFA', 1)"_s,
+             u"INSERT INTO TW_USER (USER_NAME) VALUES ('CLERK')"_s,
+             u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME) VALUES ('CLERK', 'SALES')"_s,
+             u"INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME) VALUES ('SALES', 'ORDERS', 'CLERK')"_s,
+         })
+        db->Execute(statement);
+}
+
+void MainWindowTest::start(const QStringList& commandLine)
+{
+    window = std::make_unique<mdiMain>(commandLine);
+    window->MDIForm_Load();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+}
+
+void MainWindowTest::quit()
+{
+    window->close();
+    window.reset();
+}
+
+QString MainWindowTest::key(const QStringList& steps) const
+{
+    QString key = "DSN="_L1 + datasource + ':'_L1;
+    QString owner = datasource;
+    for (const QString& step : steps) {
+        if (step.contains('='_L1))
+            owner = step.section('='_L1, 1);
+        key += (step.contains('='_L1) ? step : step + '='_L1 + owner) + ':'_L1;
+    }
+    return key;
+}
+
+TreeNode* MainWindowTest::find(const QString& key) const
+{
+    return window->tvwExplorer().Nodes().find(key);
+}
+
+TreeNode& MainWindowTest::node(const QString& key) const
+{
+    if (TreeNode* found = find(key))
+        return *found;
+    throw std::runtime_error("There is no node " + key.toStdString());
+}
+
+QStringList MainWindowTest::children(const QString& key) const
+{
+    QStringList texts;
+    for (const TreeNode* child = node(key).Child(); child; child = child->Next())
+        texts.append(child->Text());
+    return texts;
+}
+
+QStringList MainWindowTest::rootTexts() const
+{
+    QStringList texts;
+    for (const TreeNode* root = window->tvwExplorer().Nodes().Root(); root; root = root->Next())
+        texts.append(root->Text());
+    return texts;
+}
+
+QPoint MainWindowTest::textPosition(const TreeNode& node) const
+{
+    TreeView& tree = window->tvwExplorer();
+    const QModelIndex index = static_cast<TreeModel*>(tree.model())->indexOf(node);
+    tree.scrollTo(index);
+    const QRect row = tree.visualRect(index);
+    return {row.left() + 24, row.center().y()};
+}
+
+QPoint MainWindowTest::expanderPosition(const TreeNode& node) const
+{
+    TreeView& tree = window->tvwExplorer();
+    const QModelIndex index = static_cast<TreeModel*>(tree.model())->indexOf(node);
+    tree.scrollTo(index);
+    const QRect row = tree.visualRect(index);
+    return {row.left() - tree.indentation() / 2, row.center().y()};
+}
+
+void MainWindowTest::clickExpander(const QString& key)
+{
+    QTest::mouseClick(window->tvwExplorer().viewport(), Qt::LeftButton, {}, expanderPosition(node(key)));
+}
+
+void MainWindowTest::click(const QString& key, Qt::MouseButton button)
+{
+    QTest::mouseClick(window->tvwExplorer().viewport(), button, {}, textPosition(node(key)));
+}
+
+void MainWindowTest::expandTo(const QString& key)
+{
+    for (qsizetype end = key.indexOf(':'_L1); end >= 0; end = key.indexOf(':'_L1, end + 1)) {
+        const QString prefix = key.left(end + 1);
+        if (node(prefix).Child() && !node(prefix).Expanded())
+            clickExpander(prefix);
+    }
+}
+
+bool MainWindowTest::rightClickAt(QPoint position, const std::function<void(QMenu&)>& meanwhile)
+{
+    bool came = false;
+    QTimer::singleShot(0, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu)
+            return;
+        came = true;
+        if (meanwhile)
+            meanwhile(*menu);
+        menu->close();
+    });
+    QTest::mouseClick(window->tvwExplorer().viewport(), Qt::RightButton, {}, position);
+    QCoreApplication::processEvents();
+    return came;
+}
+
+bool MainWindowTest::rightClick(const QString& key, const std::function<void(QMenu&)>& meanwhile)
+{
+    return rightClickAt(textPosition(node(key)), meanwhile);
+}
+
+bool MainWindowTest::rightClickEmptySpace()
+{
+    const QRect area = window->tvwExplorer().viewport()->rect();
+    return rightClickAt({area.width() / 2, area.bottom() - 2}, {});
+}
+
+void MainWindowTest::choose(const QString& key, const QString& menuItem)
+{
+    const bool came = rightClick(key, [&](QMenu& menu) {
+        auto* action = menu.findChild<QAction*>(menuItem);
+        ASSERT_TRUE(action && action->isVisible()) << menuItem.toStdString();
+        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+    });
+    EXPECT_TRUE(came) << "no menu for " << key.toStdString();
+}
+
+QStringList MainWindowTest::menuOf(const QString& key)
+{
+    QStringList shown;
+    rightClick(key, [&](QMenu& menu) {
+        for (const QAction* action : menu.actions()) {
+            if (action->isVisible())
+                shown.append(action->objectName());
+        }
+    });
+    return shown;
+}
+
+void MainWindowTest::chooseInBar(const QString& menuItem)
+{
+    auto* action = window->findChild<QAction*>(menuItem);
+    ASSERT_TRUE(action) << menuItem.toStdString();
+    action->trigger();
+}
+
+QString MainWindowTest::currentPane() const
+{
+    const Form* pane = window->currentPane();
+    return pane ? pane->name() : QString();
+}
+
+QString MainWindowTest::statusText() const
+{
+    return window->findChild<QLabel*>(u"Status"_s)->text();
+}
+
+QString MainWindowTest::paneTitle() const
+{
+    const auto* pane = dynamic_cast<const PaneForm*>(window->currentPane());
+    return pane ? pane->lblTitle()->text() : QString();
+}
