@@ -33,9 +33,9 @@ constexpr int Unit = 8;
 constexpr int PictureSize = 40;
 
 /// The window that the form belongs to: the active one, or the main window while another program is in front.
-QWidget* owner()
+QWidget* ownerOf(const QWidget& form)
 {
-    if (QWidget* active = QApplication::activeWindow())
+    if (QWidget* active = QApplication::activeWindow(); active && active != &form)
         return active;
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->objectName() == QLatin1String("mdiMain") && window->isVisible())
@@ -103,7 +103,7 @@ frmTWErr::Response ErrorForm::ask(const QString& kind)
 
     // A report button runs here and not inside its click, so that no failure has to find its way through the event
     // loop.
-    while (m_asking) {
+    while (m_asking || !m_pressedReports.empty()) {
         if (!m_pressedReports.empty()) {
             const int pressed = m_pressedReports.front();
             m_pressedReports.erase(m_pressedReports.begin());
@@ -170,7 +170,7 @@ void ErrorForm::build()
     layout->addWidget(separator);
     layout->addWidget(buildResponses());
     setCursor(Qt::ArrowCursor);
-    resize(80 * Unit, 72 * Unit);
+    resize(80 * Unit, 76 * Unit);
 }
 
 QWidget* ErrorForm::buildHeading()
@@ -207,8 +207,8 @@ QWidget* ErrorForm::buildFields()
     lblApp[1] = addValue(grid, "&Version:", "lblApp_1");
     lblSysInfo = addValue(grid, "System Info:", "lblSysInfo");
     lblErrNo = addValue(grid, "Err&or Number:", "lblErrNo");
-    txtDescription = addText(grid, "Descriptio&n:", "txtDescription", 4);
-    txtAdditionalInfo = addText(grid, "A&dditional Info:", "txtAdditionalInfo", 6);
+    txtDescription = addText(grid, "Descriptio&n:", "txtDescription", 6);
+    txtAdditionalInfo = addText(grid, "A&dditional Info:", "txtAdditionalInfo", 8);
     txtAdditionalInfo->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     txtAdditionalInfo->setTabStopDistance(4 * txtAdditionalInfo->fontMetrics().horizontalAdvance(u' '));
     txtAdditionalInfo->setLineWrapMode(QPlainTextEdit::WidgetWidth);
@@ -270,7 +270,6 @@ QWidget* ErrorForm::buildResponses()
     auto* layout = new QHBoxLayout(buttons);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(Unit);
-    layout->addStretch(1);
     for (std::size_t i = 0; i < choices.size(); ++i) {
         auto* button = new QPushButton(choices[i].caption);
         button->setObjectName(QStringLiteral("cmdResponce_%1").arg(i));
@@ -280,6 +279,9 @@ QWidget* ErrorForm::buildResponses()
         connect(button, &QPushButton::clicked, this, [this, response = choices[i].response] { answer(response); });
         layout->addWidget(button);
         cmdResponce[i] = button;
+        // The one answer that loses work stands apart.
+        if (choices[i].response == frmTWErr::Abort)
+            layout->addStretch(1);
     }
     cmdResponce[1]->setDefault(true);
     return buttons;
@@ -313,11 +315,14 @@ QPlainTextEdit* ErrorForm::addText(QGridLayout* grid, const QString& prompt, con
 void ErrorForm::addRow(QGridLayout* grid, const QString& prompt, QWidget* control)
 {
     auto* label = new QLabel(prompt);
+    const bool tall = qobject_cast<QPlainTextEdit*>(control) != nullptr;
+    // On the base line of the first row of text in the box.
+    if (tall)
+        label->setContentsMargins(0, Unit / 2, 0, 0);
     if (control->focusPolicy() != Qt::NoFocus)
         label->setBuddy(control);
     control->setAccessibleName(withoutMnemonic(prompt));
     const int row = grid->rowCount();
-    const bool tall = qobject_cast<QPlainTextEdit*>(control) != nullptr;
     grid->addWidget(label, row, 0, tall ? Qt::AlignTop : Qt::AlignVCenter);
     grid->addWidget(control, row, 1);
 }
@@ -353,13 +358,12 @@ void ErrorForm::present()
     cmdResponce[1]->setFocus();
     m_asking = true;
     show();
-    raise();
     activateWindow();
 }
 
 void ErrorForm::placeOverOwner()
 {
-    const QWidget* window = owner();
+    const QWidget* window = ownerOf(*this);
     create();
     windowHandle()->setTransientParent(window ? window->windowHandle() : nullptr);
     const QRect available = (window ? window->screen() : screen())->availableGeometry();
@@ -387,19 +391,21 @@ void ErrorForm::wakeUp()
 
 void ErrorForm::cmdReport_Click(int index)
 {
+    // The report shows the stack as it stood at the failure, so it is made before this routine is on it.
+    const QString report = reportText();
     Routine routine("frmTWErr.cmdReport_Click");
     routine.passing({ErrorNumber::DialogCancelled});
     routine.run([&] {
         try {
             switch (index) {
             case 0:
-                printReport();
+                printReport(report);
                 break;
             case 1:
-                saveReport();
+                saveReport(report);
                 break;
             case 2:
-                mailReport();
+                mailReport(report);
                 break;
             default:
                 open(application::supportWeb());
@@ -412,15 +418,13 @@ void ErrorForm::cmdReport_Click(int index)
     });
 }
 
-void ErrorForm::printReport()
+void ErrorForm::printReport(const QString& report)
 {
-    const QString body = reportText();
-    step([&] { Outside::instance().print(application::title() + " - Unexpected Error Report\n", body); });
+    step([&] { Outside::instance().print(application::title() + " - Unexpected Error Report\n", report); });
 }
 
-void ErrorForm::saveReport()
+void ErrorForm::saveReport(const QString& report)
 {
-    const QString report = reportText();
     const QString path = filedialogs::choose({.mode = filedialogs::Mode::Save,
                                               .title = "Select file to save error to...",
                                               .suggestedName = application::title() + " Error Report.txt",
@@ -432,9 +436,9 @@ void ErrorForm::saveReport()
         open(path);
 }
 
-void ErrorForm::mailReport()
+void ErrorForm::mailReport(const QString& report)
 {
-    Outside::instance().setClipboard(reportText());
+    Outside::instance().setClipboard(report);
     // The second question mark belongs to the address as mail programs have always been given it.
     open("mailto:" + application::supportMail() +
          "?subject=Quorvane Error Report?body=Paste Error text here and comments after");

@@ -68,9 +68,9 @@ private:
     void wakeUp();
 
     void cmdReport_Click(int index);
-    void printReport();
-    void saveReport();
-    void mailReport();
+    void printReport(const QString& report);
+    void saveReport(const QString& report);
+    void mailReport(const QString& report);
     void open(const QString& target);
     QString reportText();
 

@@ -1,0 +1,140 @@
+#include "modDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+
+#include <random>
+#include <vector>
+
+namespace
+{
+
+QString trimmedOfBlanks(QString text)
+{
+    while (text.startsWith(' '))
+        text.remove(0, 1);
+    while (text.endsWith(' '))
+        text.chop(1);
+    return text;
+}
+
+/// The layout told step by step, at whatever cost: each run length by itself, each replacement over the whole text.
+QString formattedStepByStep(const QString& value)
+{
+    QString text = ' ' + trimmedOfBlanks(value) + ' ';
+    for (QChar& character : text) {
+        const ushort code = character.unicode();
+        if ((code < 32 || code >= 129) && code != 13 && code != 10)
+            character = ' ';
+    }
+    for (qsizetype n = text.size(); n >= 2; --n)
+        text.replace(QString(n, ' '), " ");
+    text.replace(")", ")");
+    text.replace(")", ")\n\t");
+    text.replace("( ", "(");
+    text.replace("(", "(\n\t");
+    text.replace(", ", ",");
+    text.replace(",", ",\n\t");
+    text.replace(" SELECT ", "\nSELECT\n\t");
+    text.replace(" FROM ", "\nFROM\n\t");
+    text.replace(" WHERE ", "\nWHERE\n\t");
+    text.replace(" ORDER BY ", "\nORDER BY \n\t");
+    text.replace(" INSERT INTO ", "INSERT INTO \n\t");
+    text.replace("\t VALUES ", "\nVALUES ");
+    text.replace(" UPDATE ", "UPDATE \n\t");
+    text.replace(" SET ", "\nSET\n\t");
+    text.replace(" AND ", "\n\tAND ");
+    text.replace(" OR ", "\n\tOR ");
+    return trimmedOfBlanks(text);
+}
+
+TEST(ModDatabase, SQLQuoteDoublesEveryApostrophe)
+{
+    EXPECT_EQ(modDatabase::SQLQuote(QString("O'Neil's 'file'")), "O''Neil''s ''file''");
+    EXPECT_EQ(modDatabase::SQLQuote(QString("''")), "''''");
+    EXPECT_EQ(modDatabase::SQLQuote(QString()), "");
+}
+
+TEST(ModDatabase, SQLQuoteOfANullIsTheEmptyText)
+{
+    EXPECT_EQ(modDatabase::SQLQuote(dao::Value()), "");
+    EXPECT_EQ(modDatabase::SQLQuote(dao::Value("it's")), "it''s");
+}
+
+TEST(ModDatabase, FormatSQLOfANullIsTheEmptyText)
+{
+    EXPECT_EQ(modDatabase::FormatSQL(dao::Value()), "");
+    EXPECT_EQ(modDatabase::FormatSQL(QString("  ")), "");
+}
+
+TEST(ModDatabase, FormatSQLGivesEachClauseOfASelectItsLine)
+{
+    EXPECT_EQ(modDatabase::FormatSQL(QString("SELECT FILE_NAME, OPEN_STRING FROM TW_FILE WHERE FILE_NAME <> '' "
+                                             "AND RECORD_SIZE > 1 OR RECORD_SIZE = 0 ORDER BY FILE_NAME ASC")),
+              "\nSELECT\n\tFILE_NAME,\n\tOPEN_STRING\nFROM\n\tTW_FILE\nWHERE\n\tFILE_NAME <> ''\n\tAND RECORD_SIZE > 1"
+              "\n\tOR RECORD_SIZE = 0\nORDER BY \n\tFILE_NAME ASC");
+}
+
+TEST(ModDatabase, FormatSQLLaysOutInsertAndUpdate)
+{
+    EXPECT_EQ(modDatabase::FormatSQL(QString("INSERT INTO TW_DB (A, B) VALUES ('x', 02)")),
+              "INSERT INTO \n\tTW_DB (\n\tA,\n\tB)\n\nVALUES (\n\t'x',\n\t02)\n\t");
+    EXPECT_EQ(modDatabase::FormatSQL(QString("UPDATE TW_DB SET A = 'x' WHERE B = 02")),
+              "UPDATE \n\tTW_DB\nSET\n\tA = 'x'\nWHERE\n\tB = 02");
+}
+
+TEST(ModDatabase, FormatSQLBlanksControlAndHighCharactersButKeepsLineEnds)
+{
+    EXPECT_EQ(modDatabase::FormatSQL(QStringLiteral("a\tb\r\nc\u00e9d\u0080e\U0001F600f")),
+              QStringLiteral("a b\r\nc d\u0080e f"));
+}
+
+TEST(ModDatabase, FormatSQLFoldsEveryRunOfBlanks)
+{
+    EXPECT_EQ(modDatabase::FormatSQL(QString("a  b" + QString(1000, ' ') + "c d")), "a b c d");
+}
+
+TEST(ModDatabase, FormatSQLFindsClausesBetweenBlanksInUpperCaseOnly)
+{
+    EXPECT_EQ(modDatabase::FormatSQL(QString("select a from b")), "select a from b");
+    // The comma has taken the blank in front of the second FROM.
+    EXPECT_EQ(modDatabase::FormatSQL(QString("a, FROM b")), "a,\n\tFROM b");
+    EXPECT_EQ(modDatabase::FormatSQL(QString("x AND AND y")), "x\n\tAND AND y");
+}
+
+TEST(ModDatabase, FormatSQLEqualsTheLayoutToldStepByStepOnRandomTexts)
+{
+    std::mt19937 random(19990301);
+    const std::vector<QString> pieces{
+        " ",      "  ",       "   ",     "(",   ")",     ",",      "\t",         "\n",   "\r",         "\t ",
+        "SELECT", "FROM",     "WHERE",   "SET", "ORDER", " BY ",   "INSERT",     "INTO", "VALUES",     " VALUES ",
+        "UPDATE", " UPDATE ", " WHERE ", "AND", " OR ",  " SET ",  " ORDER BY ", "x",    "'it''s'",    "TW_FILE",
+        "\x7f",   "( ",       ", ",      "=",   "12",    "\u0080", "\u0081",     "é",    "\U0001F600", " INSERT INTO "};
+    for (int round = 0; round < 3'000; ++round) {
+        QString text;
+        for (auto count = random() % 60; count > 0; --count)
+            text += random() % 20 == 0 ? QString(static_cast<qsizetype>(random() % 40), ' ')
+                                       : pieces[random() % pieces.size()];
+        ASSERT_EQ(modDatabase::FormatSQL(text), formattedStepByStep(text)) << text.toStdString();
+    }
+}
+
+TEST(ModDatabase, FormatSQLOfALongTextTakesMilliseconds)
+{
+    // Runs of every length up to some hundred: the case that a replacement for each run length is slow on.
+    QString text;
+    for (qsizetype run = 1; text.size() < 64 * 1024; ++run)
+        text += QString(run % 400, ' ') + "A, (B) AND SELECT";
+    qint64 best = std::numeric_limits<qint64>::max();
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        QElapsedTimer timer;
+        timer.start();
+        EXPECT_FALSE(modDatabase::FormatSQL(text).isEmpty());
+        best = std::min(best, timer.nsecsElapsed());
+    }
+    RecordProperty("microseconds", static_cast<int>(best / 1000));
+    EXPECT_LT(best, 100'000'000) << "nanoseconds";
+}
+
+} // namespace
