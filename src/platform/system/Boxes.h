@@ -13,10 +13,10 @@ enum class Answer { Ok, Yes, No, Cancel };
 
 struct Box {
     /// Plain text: nothing in it is taken as markup.
-    QString prompt;
+    QString prompt = {};
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
-    QString title;
+    QString title = {};
 };
 
 /// Whatever shows a box. Closing a box otherwise than by a button is Cancel where there is one, else No, else Ok.

@@ -41,8 +41,8 @@ void serve(QEventLoop::ProcessEventsFlags flags)
         QCoreApplication::processEvents(flags, patience);
 }
 
-/// What was held stays in the queue of the window system, where some dispatchers don't look again before something wakes
-/// them.
+/// What was held stays in the queue of the window system, where some dispatchers don't look again before something
+/// wakes them.
 void release()
 {
     if (auto* dispatcher = QAbstractEventDispatcher::instance())

@@ -11,12 +11,12 @@ enum class Mode { Open, Save };
 
 struct Request {
     Mode mode = Mode::Open;
-    QString title;
-    QString suggestedName;
+    QString title = {};
+    QString suggestedName = {};
     /// Pairs of description and pattern separated by bars: "Text Files (*.txt)|*.txt|All Files (*.*)|*.*".
-    QString filter;
+    QString filter = {};
     /// Appended to a name without an extension, as "*.txt" or "txt".
-    QString defaultExtension;
+    QString defaultExtension = {};
     bool promptBeforeOverwriting = false;
     bool fileMustExist = false;
 };

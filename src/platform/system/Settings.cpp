@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QStringList>
 
 #include <cmath>
 #include <limits>
@@ -26,6 +27,32 @@ std::map<Place, QString>& unwritten()
 {
     static std::map<Place, QString> values;
     return values;
+}
+
+/// The files in which lines were found that are no settings. Qt says so once, to whoever happens to read them first.
+QStringList& damagedFiles()
+{
+    static QStringList names;
+    return names;
+}
+
+void noteDamage(const QSettings& file)
+{
+    if (file.status() == QSettings::FormatError && !damagedFiles().contains(file.fileName()))
+        damagedFiles().append(file.fileName());
+}
+
+/// Saving drops the lines that are no settings, so the file is kept before.
+void keepDamaged(const QSettings& file)
+{
+    // Makes Qt look into every section.
+    file.allKeys();
+    noteDamage(file);
+    if (!damagedFiles().removeOne(file.fileName()))
+        return;
+    const QString kept = file.fileName() + ".damaged";
+    QFile::remove(kept);
+    QFile::copy(file.fileName(), kept);
 }
 
 Place placeOf(const QString& section, const QString& key)
@@ -54,7 +81,9 @@ std::optional<QString> stored(const QString& section, const QString& key)
     if (kept != unwritten().end())
         return kept->second;
     const QSettings file(settings::fileName(), QSettings::IniFormat);
-    return textOf(file.value(path(section, key)));
+    const QVariant value = file.value(path(section, key));
+    noteDamage(file);
+    return textOf(value);
 }
 
 bool beginsWithNumber(QStringView text)
@@ -88,8 +117,7 @@ int settings::getNumber(const QString& section, const QString& key, int defaultV
 void settings::save(const QString& section, const QString& key, const QString& value)
 {
     QSettings file(fileName(), QSettings::IniFormat);
-    if (file.status() == QSettings::FormatError)
-        QFile::copy(fileName(), fileName() + ".damaged");
+    keepDamaged(file);
     file.setValue(path(section, key), value);
     file.sync();
     if (file.status() == QSettings::AccessError)
