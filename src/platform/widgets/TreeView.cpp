@@ -203,6 +203,9 @@ void TreeView::showExpanded(TreeNode& node)
     if (!m_model->isShown(node))
         return;
     const QScopedValueRollback quiet(m_quiet, m_quiet + 1);
+    // Rows are laid out when they are next looked at: a level that is closed and opened again, as it is to be read
+    // anew, then neither moves the scroll bar nor costs a layout for each step.
+    scheduleDelayedItemsLayout();
     QTreeView::setExpanded(m_model->indexOf(node), node.m_expanded);
     childrenShown(node, node.Child());
 }
@@ -480,6 +483,10 @@ void TreeView::scrollTo(const QModelIndex& index, ScrollHint hint)
     QTreeView::scrollTo(index, hint);
     horizontalScrollBar()->setValue(across);
     const QRect row = visualRect(index);
+    // The base class leaves the last line of pixels of a row at the bottom out of sight.
+    if (hint == EnsureVisible && row.height() < viewport()->height())
+        verticalScrollBar()->setValue(verticalScrollBar()->value() +
+                                      std::max(row.bottom() - viewport()->height() + 1, 0));
     const int begin = isRightToLeft() ? viewport()->width() - row.right() - 1 : row.left();
     if (begin < 0 || begin > viewport()->width() * 3 / 4)
         horizontalScrollBar()->setValue(across + begin - 2 * indentation());
@@ -500,25 +507,26 @@ void TreeView::scrollContentsBy(int dx, int dy)
     if (dy == 0 || m_layingOut)
         return;
     rememberTop();
-    if (const int width = widthOfVisibleRows(); width > header()->length())
-        header()->resizeSection(0, width);
+    fitColumn(header()->length());
 }
 
 void TreeView::updateGeometries()
 {
     QTreeView::updateGeometries();
-    fitColumn();
+    fitColumn(0);
 }
 
 /// Lets the one column be as wide as the widest row in sight: measuring all rows of a large tree takes far too long.
-void TreeView::fitColumn()
+void TreeView::fitColumn(int atLeast)
 {
     if (m_fitting || header()->count() == 0)
         return;
     const QScopedValueRollback fitting(m_fitting, true);
-    const int width = std::max(viewport()->width(), widthOfVisibleRows());
-    if (width != header()->sectionSize(0))
-        header()->resizeSection(0, width);
+    const int width = std::max({atLeast, viewport()->width(), widthOfVisibleRows()});
+    if (width == header()->sectionSize(0))
+        return;
+    header()->resizeSection(0, width);
+    QTreeView::updateGeometries();
 }
 
 int TreeView::widthOfVisibleRows() const

@@ -111,7 +111,7 @@ private:
     void raiseContextKey();
 
     int widthOfVisibleRows() const;
-    void fitColumn();
+    void fitColumn(int atLeast);
     void rememberTop();
     void keepTop();
 
