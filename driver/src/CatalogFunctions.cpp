@@ -40,6 +40,7 @@ bool AreWellFormed(const Names&... names)
 
 SQLRETURN RunOwn(SQLHSTMT statement, std::string text)
 {
+    diagnostics::Clear(SQL_HANDLE_STMT, statement);
     return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
 }
 

@@ -144,10 +144,8 @@ SQLRETURN GetRecord(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, void
     if (number < 1 || capacity < 0)
         return SQL_ERROR;
     const std::vector<Record> records = number == 1 ? Refresh(type, handle) : Kept(type, handle);
-    if (static_cast<std::size_t>(number) > records.size()) {
-        Clear(type, handle);
+    if (static_cast<std::size_t>(number) > records.size())
         return SQL_NO_DATA;
-    }
     const Record& record = records[static_cast<std::size_t>(number) - 1];
     put(record.state, state, 6, nullptr);
     if (native)

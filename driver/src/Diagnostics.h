@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+/// The diagnostic records of handles. The library below forgets a record once it is read, while the driver manager reads
+/// each more than once; so records are taken over here when they are first asked for, and stay until the handle's next
+/// statement.
 namespace tarnwick::diagnostics
 {
 
@@ -26,10 +29,10 @@ SQLRETURN Warn(SQLSMALLINT type, SQLHANDLE handle, const char* state, std::strin
 /// Reports a text that was cut to its buffer (SQLSTATE 01004).
 SQLRETURN WarnOfCutText(SQLSMALLINT type, SQLHANDLE handle);
 
-/// Forgets what a handle still holds; called when the handle is freed or reused.
+/// Forgets what a handle still holds: it begins a new statement, or is freed.
 void Clear(SQLSMALLINT type, SQLHANDLE handle);
 
-/// Takes the records that the library below holds for a handle, and forgets them there.
+/// The message that the library below holds for a handle, and its code; it is gone there afterwards.
 std::string TakeLowerMessage(SQLSMALLINT type, SQLHANDLE handle, SQLINTEGER* native);
 
 } // namespace tarnwick::diagnostics

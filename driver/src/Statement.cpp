@@ -18,6 +18,7 @@ using Run = decltype(Lower::SQLExecDirect);
 /// terminator.
 SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
 {
+    diagnostics::Clear(SQL_HANDLE_STMT, statement);
     if (const auto log = registry::LogOf(statement); log && !log->Write(text))
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000",
                                   "The statement was not run: it could not be written to the statement log.");
