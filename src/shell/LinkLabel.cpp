@@ -4,14 +4,6 @@
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
-namespace
-{
-
-/// Room for the focus frame around the text, in device-independent pixels.
-constexpr int frame = 2;
-
-} // namespace
-
 LinkLabel::LinkLabel(const QString& text, QWidget* parent) : QAbstractButton(parent)
 {
     setText(text);
@@ -22,7 +14,7 @@ LinkLabel::LinkLabel(const QString& text, QWidget* parent) : QAbstractButton(par
 
 QSize LinkLabel::sizeHint() const
 {
-    return fontMetrics().size(Qt::TextSingleLine, text()) + QSize(2 * frame, 2 * frame);
+    return fontMetrics().size(Qt::TextSingleLine, text());
 }
 
 void LinkLabel::paintEvent(QPaintEvent*)
@@ -32,7 +24,7 @@ void LinkLabel::paintEvent(QPaintEvent*)
     underlined.setUnderline(underMouse() || hasFocus() || isDown());
     painter.setFont(underlined);
     painter.setPen(palette().color(isDown() ? QPalette::LinkVisited : QPalette::Link));
-    painter.drawText(rect().adjusted(frame, 0, -frame, 0), Qt::AlignVCenter | Qt::AlignLeading, text());
+    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeading, text());
     if (hasFocus()) {
         QStyleOptionFocusRect option;
         option.initFrom(this);

@@ -82,17 +82,30 @@ private:
     }
 };
 
+/// The text below the title; an empty one takes no room.
+class Description : public QLabel
+{
+public:
+    explicit Description(QWidget* parent) : QLabel(parent)
+    {
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+    }
+
+    QSize sizeHint() const override { return text().isEmpty() ? QSize(0, 0) : QLabel::sizeHint(); }
+    QSize minimumSizeHint() const override { return text().isEmpty() ? QSize(0, 0) : QLabel::minimumSizeHint(); }
+    int heightForWidth(int width) const override { return text().isEmpty() ? 0 : QLabel::heightForWidth(width); }
+};
+
 } // namespace
 
 PaneForm::PaneForm(const QString& name, QWidget* parent)
-    : Form(name, parent), m_title(new TitleBand(this)), m_description(new QLabel(this)),
+    : Form(name, parent), m_title(new TitleBand(this)), m_description(new Description(this)),
       m_corner(new PictureLabel(QStringLiteral("Blue Corner"), {0, 0}, this)), m_body(new QVBoxLayout)
 {
     setAutoFillBackground(true);
     m_title->setObjectName(QStringLiteral("lblTitle"));
     m_description->setObjectName(QStringLiteral("lblDescription"));
-    m_description->setTextFormat(Qt::PlainText);
-    m_description->setWordWrap(true);
     m_corner->setObjectName(QStringLiteral("imgCorner"));
     m_corner->hide();
     m_corner->lower();
@@ -109,6 +122,32 @@ PaneForm::PaneForm(const QString& name, QWidget* parent)
     whole->setSpacing(0);
     whole->addWidget(m_title);
     whole->addLayout(page, 1);
+}
+
+void PaneForm::setWebLook(bool web)
+{
+    m_web = web;
+    m_corner->setVisible(web);
+    m_description->setVisible(web);
+    followPalette();
+}
+
+void PaneForm::followPalette()
+{
+    // Dark palettes fill entries darker than windows; on a page of that colour their frames would be lost.
+    const bool baseIsBrighter =
+        palette().color(QPalette::Base).lightness() >= palette().color(QPalette::Window).lightness();
+    const QPalette::ColorRole page = baseIsBrighter ? QPalette::Base : QPalette::Window;
+    const QPalette::ColorRole wanted = m_web ? page : QPalette::Button;
+    if (backgroundRole() != wanted)
+        setBackgroundRole(wanted);
+}
+
+void PaneForm::changeEvent(QEvent* event)
+{
+    Form::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        followPalette();
 }
 
 void PaneForm::resizeEvent(QResizeEvent* event)

@@ -18,12 +18,20 @@ public:
     /// The layout of the body below title and description.
     QVBoxLayout* body() const { return m_body; }
 
+    /// The web look is a bright page with the corner picture and the description, the classic one a plain surface of
+    /// the buttons' colour.
+    void setWebLook(bool web);
+
 protected:
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void followPalette();
+
     QLabel* m_title;
     QLabel* m_description;
     QLabel* m_corner;
     QVBoxLayout* m_body;
+    bool m_web = true;
 };

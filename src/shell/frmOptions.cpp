@@ -57,6 +57,7 @@ frmOptions::frmOptions(QWidget* parent) : PaneForm(QStringLiteral("frmOptions"),
     QGroupBox* catalog = buildCatalogOptions();
     QGroupBox* display = buildDisplayOptions();
     alignPrompts({catalog, display});
+    body()->addSpacing(8);
     body()->addWidget(catalog);
     body()->addSpacing(8);
     body()->addWidget(display);
@@ -64,6 +65,7 @@ frmOptions::frmOptions(QWidget* parent) : PaneForm(QStringLiteral("frmOptions"),
 
     m_ok = new QPushButton(tr("OK"), this);
     m_ok->setObjectName(QStringLiteral("cmdOK"));
+    m_ok->setDefault(true);
     m_cancel = new QPushButton(tr("Cancel"), this);
     m_cancel->setObjectName(QStringLiteral("cmdCancel"));
     auto* buttons = new QHBoxLayout;

@@ -14,15 +14,14 @@
 namespace
 {
 
-/// The widest that a line of text gets before it wraps, in device-independent pixels.
-constexpr int textWidth = 480;
+/// The widest that the hints get before their lines wrap, in device-independent pixels.
+constexpr int hintsWidth = 560;
 
 QLabel* wrappedLabel(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    label->setMaximumWidth(textWidth);
     return label;
 }
 
@@ -36,6 +35,7 @@ void addHint(QGridLayout& grid, const QString& imageKey, const QString& text)
 
 QGridLayout* hintGrid(QWidget* parent)
 {
+    parent->setMaximumWidth(hintsWidth);
     auto* grid = new QGridLayout(parent);
     grid->setContentsMargins(0, 8, 0, 8);
     grid->setHorizontalSpacing(16);

@@ -35,9 +35,7 @@ void PaneFormLoad(PaneForm& form)
     Routine routine("modGUI.PaneFormLoad");
     routine.run([&] {
         const bool web = settings::getNumber(QStringLiteral("Options"), QStringLiteral("Win98"), 1) != 0;
-        form.setBackgroundRole(web ? QPalette::Base : QPalette::Button);
-        form.imgCorner()->setVisible(web);
-        form.lblDescription()->setVisible(web);
+        form.setWebLook(web);
 
         mdiMain* window = mdiMain::find();
         if (!window)
