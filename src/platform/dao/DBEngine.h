@@ -5,7 +5,8 @@
 #include <memory>
 #include <vector>
 
-namespace dao {
+namespace dao
+{
 
 class Database;
 class Recordset;
@@ -49,7 +50,8 @@ struct DataSource {
 };
 
 /// The entry to the database layer: the error chain, the workspace and the driver manager's lists.
-namespace DBEngine {
+namespace DBEngine
+{
 
 /// The error chain. Each operation of this layer empties it when it starts.
 dao::Errors& Errors();

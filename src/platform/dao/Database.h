@@ -4,7 +4,8 @@
 
 #include <memory>
 
-namespace dao {
+namespace dao
+{
 
 class Recordset;
 

@@ -6,7 +6,8 @@
 #include <cstdint>
 #include <vector>
 
-namespace dao {
+namespace dao
+{
 
 /// The column types as this layer numbers them.
 enum DataType {
@@ -68,6 +69,8 @@ private:
     friend class Recordset;
     class Recordset* m_recordset = nullptr;
     int m_column = 0;
+    /// False behind another column of the same name.
+    bool m_findable = true;
 };
 
 /// The columns of a recordset in the order of the statement.
@@ -84,6 +87,7 @@ public:
 private:
     friend class Recordset;
     std::vector<Field> m_fields;
+    mutable std::size_t m_likely = 0;
 };
 
 /// The rows of one SELECT, read forward. The rows are those of the moment at which it was opened, whatever is written
@@ -100,18 +104,19 @@ public:
     virtual bool Eof() const = 0;
     /// To the next row. Raises 3021 at the end, 3146 when the driver fails. A step (see Step.h).
     virtual void MoveNext() = 0;
+    /// To the first row again. Raises 3021 for a result without rows, as MoveLast does.
     virtual void MoveFirst() = 0;
-    /// To the last row; from then on RecordCount is the number of all rows.
+    /// To the last row; from then on RecordCount is the number of all rows. Raises 3146 when the driver fails.
     virtual void MoveLast() = 0;
-    /// The number of rows read so far.
+    /// The number of rows visited so far: one behind the farthest position.
     virtual long RecordCount() const = 0;
     /// The current row from 0, or -1 without one.
     virtual long AbsolutePosition() const = 0;
 
     const dao::Fields& Fields() const { return m_fields; }
 
-    /// The value of a column of the current row without a copy: valid until the next move. A null reads as an empty view
-    /// with `isNull` set. Raises 3021 without a current row, 3265 for a column out of range.
+    /// The value of a column of the current row without a copy: valid until the next move. A null reads as an empty
+    /// view with `isNull` set. Raises 3021 without a current row, 3265 for a column out of range.
     virtual QStringView View(int column, bool* isNull = nullptr) const = 0;
 
 protected:
