@@ -6,7 +6,10 @@
 #include "TreeView.h"
 #include "mdiMain.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -156,9 +159,43 @@ void CNodes::ChangeKey(const QString& oldKey, const QString& newKey)
     });
 }
 
-void CNodes::ExpandChildren(CNode& node)
+/// Keeps the tree's redraw off during a long change but for a moment in each frame, so that its cost does not grow with
+/// the number of steps.
+class CNodes::FrameByFrame
+{
+public:
+    explicit FrameByFrame(TreeView& tree) : m_tree(tree)
+    {
+        m_redrawOff.emplace(tree);
+        m_sinceFrame.start();
+    }
+
+    void step()
+    {
+        if (m_sinceFrame.elapsed() < frameMilliseconds)
+            return;
+        m_redrawOff.reset();
+        m_redrawOff.emplace(m_tree);
+        m_sinceFrame.start();
+    }
+
+private:
+    static constexpr qint64 frameMilliseconds = 33;
+
+    TreeView& m_tree;
+    QElapsedTimer m_sinceFrame;
+    std::optional<TreeView::RedrawOff> m_redrawOff;
+};
+
+void CNodes::ExpandChildren(const CNode& node)
 {
     const events::LongRoutine longRoutine;
+    FrameByFrame redraw(*m_tree);
+    expandSubtree(node, redraw);
+}
+
+void CNodes::expandSubtree(const CNode& node, FrameByFrame& redraw)
+{
     Routine routine("CNodes.ExpandChildren");
     routine.run([&] {
         TreeNode* shown = treeNode(node);
@@ -167,9 +204,10 @@ void CNodes::ExpandChildren(CNode& node)
         mdiMain::instance().Status(u"Expanding "_s + shown->Text());
         shown->setExpanded(false);
         shown->setExpanded(true);
+        redraw.step();
         for (TreeNode* child = shown->Child(); child; child = child->Next()) {
-            if (CNode* payload = find(child->Key()))
-                ExpandChildren(*payload);
+            if (const CNode* payload = find(child->Key()))
+                expandSubtree(*payload, redraw);
         }
         mdiMain::instance().Status(u"Ready"_s);
     });

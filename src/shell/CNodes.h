@@ -75,9 +75,12 @@ public:
     void ChangeKey(const QString& oldKey, const QString& newKey);
 
     /// Reads a node and everything below it anew, and shows it expanded.
-    void ExpandChildren(CNode& node);
+    void ExpandChildren(const CNode& node);
 
 private:
+    class FrameByFrame;
+
+    void expandSubtree(const CNode& node, FrameByFrame& redraw);
     TreeNode* treeNode(const CNode& node) const;
     void drop(const QString& key);
     void dropSubtree(const TreeNode& node);
