@@ -220,7 +220,7 @@ TreeNode* CNodes::treeNode(const CNode& node) const
 
 void CNodes::drop(const QString& key)
 {
-    delete m_nodes.take(key);
+    const std::unique_ptr<CNode> dropped(m_nodes.take(key));
 }
 
 void CNodes::dropSubtree(const TreeNode& node)

@@ -58,6 +58,8 @@ public:
     void Status(const QString& text);
     /// Shows the tool bar of the current pane beside the main one.
     void CoolbarContextToolbar();
+    /// Hides nothing: bands come and go with their pane alone.
+    void CoolbarBandsHide() {}
 
     void FetchTreeviewRoot();
     void tvwExplorer_Expand(TreeNode* node);
@@ -118,11 +120,13 @@ private:
     void tvwExplorer_MouseDown(Qt::MouseButton button, QPoint position);
     void tvwExplorer_MouseMove(Qt::MouseButtons buttons, QPoint position);
     void tvwExplorer_MouseUp(Qt::MouseButton button, QPoint position);
+    bool formerSelectionIsGone() const;
     void restoreSavedSelection();
     void tvwExplorer_ContextKey(TreeNode* node, QPoint globalPosition);
     void tbrMain_ButtonClick(ToolButton& button);
     void showDatasourceAdministrator();
-    void expandAllSelected(const char* routineName, bool asksFirst);
+    /// Returns false when the user has declined.
+    bool expandAllSelected(const char* routineName, bool asksFirst);
     void clearCatalog();
     bool isDatasource(const DragItem& item) const;
 
@@ -138,6 +142,10 @@ private:
     QString m_savedNodeKey;
     bool m_keepSelection = false;
     bool m_dragging = false;
+    /// From a mouse press on the tree to the end of what its release leads to.
+    bool m_inPress = false;
+    /// While the code of a pane runs that the main window has called.
+    bool m_paneAtWork = false;
     /// Set while a collapse leaves the level in the tree.
     bool m_keepLevel = false;
     std::function<void(const DragItem&)> m_beginDrag;
