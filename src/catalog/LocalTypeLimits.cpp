@@ -83,7 +83,8 @@ LocalTypeLimits LocalTypeLimits::of(const QString& wrapped, int stringPosition)
 
 std::int32_t NumberAttr(const QString& key, const QString& attributes)
 {
-    return conversions::ToLong(QString(u'0' + modString::ExtractAttr(key, attributes)));
+    const QString value = modString::ExtractAttr(key, attributes);
+    return value.isEmpty() ? 0 : conversions::ToLong(value);
 }
 
 std::int32_t decimalDigits(std::int32_t bytes, bool isUnsigned)

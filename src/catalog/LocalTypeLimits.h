@@ -29,7 +29,8 @@ struct LocalTypeLimits {
     static LocalTypeLimits of(const QString& wrapped, int stringPosition);
 };
 
-/// The reading of a numeric attribute: 0 where the key is absent. Raises 13 for a text that is no number behind a zero.
+/// The reading of a numeric attribute: 0 where the key is absent or has no value. Raises 13 for a value that is no
+/// number.
 std::int32_t NumberAttr(const QString& key, const QString& attributes);
 
 /// The decimal digits that an integer of 1 to 8 bytes can take; 0 for any other size.

@@ -127,6 +127,7 @@ TEST(LocalTypeLimits, AVariableScaleMayBeZeroByDefaultButNotAtItsBounds)
 {
     expectRange(inPane(";DEFAULT_SCALE=0;MIN_SCALE=0;MAX_SCALE=0;").Scale, 0, -32, 32, true);
     expectRange(inPane(";DEFAULT_SCALE=2;MIN_SCALE=1;MAX_SCALE=9;").Scale, 2, 1, 9, true);
+    expectRange(inPane(";DEFAULT_SCALE=0;MIN_SCALE=-31;MAX_SCALE=-1;").Scale, 0, -31, -1, true);
 }
 
 TEST(LocalTypeLimits, ADefaultFormatIsEditableUnlessTheLengthIsFixed)
@@ -159,7 +160,7 @@ struct SecondReader {
         const auto begin = found + searched.size();
         return text.substr(begin, text.find(';', begin) - begin);
     }
-    int number(const std::string& key) const { return std::atoi(('0' + item(key)).c_str()); }
+    int number(const std::string& key) const { return std::atoi(item(key).c_str()); }
     bool has(const std::string& word) const { return text.find(word) != std::string::npos; }
     int numberOr(const std::string& key, int otherwise) const { return number(key) ? number(key) : otherwise; }
 
@@ -239,7 +240,7 @@ TEST(LocalTypeLimits, AgreeWithASecondReaderOnRandomAttributes)
         for (auto count = random() % 8; count > 0; --count) {
             const std::string& key = keys[random() % keys.size()];
             const bool isFormat = key.find("FORMAT") != std::string::npos;
-            wrapped += key + '=' + (isFormat ? "YYMMDD" : std::to_string(random() % 12)) + ';';
+            wrapped += key + '=' + (isFormat ? "YYMMDD" : std::to_string(static_cast<int>(random() % 14) - 2)) + ';';
         }
         for (const int position : {LocalTypeLimits::PaneStringPosition, LocalTypeLimits::GridStringPosition}) {
             const LocalTypeLimits limits = LocalTypeLimits::of(QString::fromStdString(wrapped), position);
