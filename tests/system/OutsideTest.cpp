@@ -188,6 +188,17 @@ TEST_F(RealOutside, PrintsALongDocumentOverPages)
     EXPECT_LE(pages, 12);
 }
 
+TEST_F(RealOutside, WhatFollowsALabelStaysOnItsLine)
+{
+    const auto pages = [this](const QString& line) {
+        QPrinter printer;
+        printer.setOutputFileName(path("lines.pdf"));
+        printing::print(printer, "Title", line.repeated(300));
+        return pagesOf(contents(path("lines.pdf")));
+    };
+    EXPECT_EQ(pages("Description:  \tvalue\n"), pages("Description:   value\n"));
+}
+
 TEST_F(RealOutside, ADocumentThatCannotBePrintedRaisesAPrinterError)
 {
     QPrinter printer;

@@ -25,7 +25,7 @@ void fill(QTextDocument& document, QPrinter& printer, const QString& title, cons
 
     // One tab stop behind the widest label of a report, so that what follows the labels stands in one column.
     QTextOption option = document.defaultTextOption();
-    option.setTabStopDistance(QFontMetricsF(document.defaultFont(), &printer).horizontalAdvance("Description:      "));
+    option.setTabStopDistance(QFontMetricsF(document.defaultFont()).horizontalAdvance("Description:      "));
     document.setDefaultTextOption(option);
 
     QTextCharFormat heading;
