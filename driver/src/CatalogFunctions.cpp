@@ -75,7 +75,7 @@ SQLRETURN TypeInfo(SQLHSTMT statement, SQLSMALLINT type)
         type = static_cast<SQLSMALLINT>(type - SQL_DATE + SQL_TYPE_DATE);
     const std::string condition =
         type == SQL_ALL_TYPES ? std::string() : " WHERE SQL_DATA_TYPE = " + std::to_string(type);
-    return RunOwn(statement, resources::odbcTypeInfo + condition + " ORDER BY SQL_DATA_TYPE, SQL_TYPE_NAME");
+    return RunOwn(statement, resources::odbcTypeInfo + condition + " ORDER BY 2, 1");
 }
 
 } // namespace

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-/// The diagnostic records of handles. The library below forgets a record once it is read, while the driver manager reads
-/// each more than once; so records are taken over here when they are first asked for, and stay until the handle's next
-/// statement.
+/// The diagnostic records of handles. The library below forgets a record once it is read, while the driver manager
+/// reads each more than once; so records are taken over here when they are first asked for, and stay until the handle's
+/// next statement.
 namespace tarnwick::diagnostics
 {
 

@@ -13,32 +13,11 @@ using namespace tarnwick;
         return lower.name arguments;                                                                                   \
     }
 
-#define FORWARD_AS(name, target, parameters, arguments)                                                                \
-    SQLRETURN SQL_API name parameters                                                                                  \
-    {                                                                                                                  \
-        return lower.target arguments;                                                                                 \
-    }
-
 // clang-format off
 
-// Rows
-FORWARD(SQLFetch, (SQLHSTMT s), (s))
-FORWARD(SQLFetchScroll, (SQLHSTMT s, SQLSMALLINT orientation, SQLLEN offset), (s, orientation, offset))
-FORWARD(SQLExtendedFetch,
-        (SQLHSTMT s, SQLUSMALLINT orientation, SQLLEN offset, SQLULEN* rows, SQLUSMALLINT* status),
-        (s, orientation, offset, rows, status))
-FORWARD(SQLBindCol,
-        (SQLHSTMT s, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER value, SQLLEN capacity, SQLLEN* length),
-        (s, column, type, value, capacity, length))
-FORWARD(SQLGetData,
-        (SQLHSTMT s, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER value, SQLLEN capacity, SQLLEN* length),
-        (s, column, type, value, capacity, length))
-FORWARD(SQLMoreResults, (SQLHSTMT s), (s))
+// Results
 FORWARD(SQLNumResultCols, (SQLHSTMT s, SQLSMALLINT* columns), (s, columns))
 FORWARD(SQLRowCount, (SQLHSTMT s, SQLLEN* rows), (s, rows))
-FORWARD(SQLCloseCursor, (SQLHSTMT s), (s))
-FORWARD(SQLSetPos, (SQLHSTMT s, SQLSETPOSIROW row, SQLUSMALLINT operation, SQLUSMALLINT lock), (s, row, operation, lock))
-FORWARD(SQLBulkOperations, (SQLHSTMT s, SQLSMALLINT operation), (s, operation))
 
 // Execution
 FORWARD(SQLExecute, (SQLHSTMT s), (s))
@@ -59,17 +38,7 @@ FORWARD(SQLParamData, (SQLHSTMT s, SQLPOINTER* value), (s, value))
 FORWARD(SQLPutData, (SQLHSTMT s, SQLPOINTER value, SQLLEN length), (s, value, length))
 FORWARD(SQLEndTran, (SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT completion), (type, handle, completion))
 
-// Statement attributes: none of them is text
-FORWARD(SQLGetStmtAttr,
-        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER capacity, SQLINTEGER* length),
-        (s, attribute, value, capacity, length))
-FORWARD_AS(SQLGetStmtAttrW, SQLGetStmtAttr,
-        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER capacity, SQLINTEGER* length),
-        (s, attribute, value, capacity, length))
-FORWARD(SQLSetStmtAttr,
-        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER length), (s, attribute, value, length))
-FORWARD_AS(SQLSetStmtAttrW, SQLSetStmtAttr,
-        (SQLHSTMT s, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER length), (s, attribute, value, length))
+// Cursors
 FORWARD(SQLGetCursorName,
         (SQLHSTMT s, SQLCHAR* name, SQLSMALLINT capacity, SQLSMALLINT* length), (s, name, capacity, length))
 FORWARD(SQLSetCursorName, (SQLHSTMT s, SQLCHAR* name, SQLSMALLINT length), (s, name, length))

@@ -1,6 +1,7 @@
 #include "Diagnostics.h"
 #include "Lower.h"
 #include "Registry.h"
+#include "Rows.h"
 
 using namespace tarnwick;
 
@@ -22,8 +23,12 @@ SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE input, SQLHANDLE* o
         return SQL_SUCCESS;
     }
     const SQLRETURN answer = lower.SQLAllocHandle(type, input, output);
-    if (SQL_SUCCEEDED(answer) && type == SQL_HANDLE_STMT)
+    if (SQL_SUCCEEDED(answer) && type == SQL_HANDLE_STMT) {
+        // A statement that went with its connection may have left something under this address.
+        rows::Forget(*output);
+        diagnostics::Clear(SQL_HANDLE_STMT, *output);
         registry::AddStatement(*output, input);
+    }
     return answer;
 }
 
@@ -32,16 +37,29 @@ SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle)
     diagnostics::Clear(type, handle);
     if (!lower.Loaded())
         return SQL_SUCCESS;
-    if (type == SQL_HANDLE_STMT)
+    if (type == SQL_HANDLE_STMT) {
+        rows::Forget(handle);
         registry::RemoveStatement(handle);
+    }
     return lower.SQLFreeHandle(type, handle);
 }
 
 SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT statement, SQLUSMALLINT option)
 {
-    if (option == SQL_DROP) {
+    switch (option) {
+    case SQL_CLOSE:
+        rows::Close(statement);
+        break;
+    case SQL_UNBIND:
+        rows::Unbind(statement);
+        break;
+    case SQL_DROP:
         diagnostics::Clear(SQL_HANDLE_STMT, statement);
+        rows::Forget(statement);
         registry::RemoveStatement(statement);
+        break;
+    default:
+        break;
     }
     return lower.SQLFreeStmt(statement, option);
 }

@@ -125,6 +125,31 @@ std::u16string ToUtf16(std::string_view utf8)
     return wide;
 }
 
+std::size_t FillUtf16(std::string_view utf8, SQLWCHAR* buffer, std::size_t room)
+{
+    std::size_t units = 0;
+    const auto put = [&](char32_t unit) {
+        if (units < room)
+            buffer[units] = static_cast<SQLWCHAR>(unit);
+        ++units;
+    };
+    for (std::size_t i = 0; i < utf8.size();) {
+        if (static_cast<unsigned char>(utf8[i]) < 0x80) {
+            put(static_cast<unsigned char>(utf8[i++]));
+            continue;
+        }
+        const Decoded next = Decode(utf8, i);
+        i += std::max<std::size_t>(next.bytes, 1);
+        if (next.character < 0x10000) {
+            put(next.character);
+        } else {
+            put(0xD800 + ((next.character - 0x10000) >> 10));
+            put(0xDC00 + ((next.character - 0x10000) & 0x3FF));
+        }
+    }
+    return units;
+}
+
 bool IsUtf8(std::string_view text)
 {
     for (std::size_t i = 0; i < text.size();) {

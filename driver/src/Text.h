@@ -24,6 +24,10 @@ std::optional<std::string> WideArgument(const SQLWCHAR* text, SQLINTEGER length)
 /// UTF-8 to UTF-16. A byte that belongs to no character becomes U+FFFD.
 std::u16string ToUtf16(std::string_view utf8);
 
+/// The same into a buffer of `room` units, without a terminator; gives the units of the whole text, which may be more
+/// than were written. A pair may be cut in two at the end, for readers that go on where they stopped.
+std::size_t FillUtf16(std::string_view utf8, SQLWCHAR* buffer, std::size_t room);
+
 /// Whether every byte belongs to a well-formed UTF-8 character.
 bool IsUtf8(std::string_view text);
 

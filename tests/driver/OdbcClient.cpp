@@ -95,19 +95,44 @@ TemporaryFolder::~TemporaryFolder()
     std::filesystem::remove_all(m_path, ignored);
 }
 
+namespace
+{
+
+/// The ini files of this process, and its environment pointing to them.
+class IniFiles
+{
+public:
+    static const IniFiles& Shared()
+    {
+        static const IniFiles files;
+        return files;
+    }
+
+    std::string Datasources() const { return m_folder.File("odbc.ini"); }
+
+private:
+    IniFiles()
+    {
+        std::ofstream(m_folder.File("odbcinst.ini")) << "[Tarnwick ODBC]\nDriver = " << TARNWICK_DRIVER_FILE << "\n";
+        std::ofstream(Datasources()).flush();
+        ::setenv("ODBCSYSINI", m_folder.Path().c_str(), 1);
+        ::setenv("ODBCINI", Datasources().c_str(), 1);
+    }
+
+    TemporaryFolder m_folder;
+};
+
+} // namespace
+
 OdbcSetup::OdbcSetup()
 {
-    std::ofstream(File("odbcinst.ini")) << "[Tarnwick ODBC]\nDriver = " << TARNWICK_DRIVER_FILE << "\n"
-                                        << "[SQLite below]\nDriver = " << TARNWICK_SQLITE_ODBC_FILE << "\n";
-    std::ofstream(File("odbc.ini")) << "";
-    ::setenv("ODBCSYSINI", Path().c_str(), 1);
-    ::setenv("ODBCINI", File("odbc.ini").c_str(), 1);
+    IniFiles::Shared();
 }
 
 std::string OdbcSetup::AddDataSource(const std::vector<std::string>& lines)
 {
     const std::string name = "DS" + std::to_string(::getpid()) + "N" + std::to_string(NextNumber());
-    std::ofstream file(File("odbc.ini"), std::ios::app);
+    std::ofstream file(IniFiles::Shared().Datasources(), std::ios::app);
     file << "[" << name << "]\nDriver = Tarnwick ODBC\n";
     for (const std::string& line : lines)
         file << line << "\n";

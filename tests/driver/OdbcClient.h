@@ -24,8 +24,8 @@ private:
     std::filesystem::path m_path;
 };
 
-/// A folder with an odbcinst.ini that knows the driver under test, and the process's environment pointing to it.
-/// The driver manager keeps what it has read, so every setup has a folder, and every data source a name, of its own.
+/// A folder for a test's catalogs, in a process whose driver manager knows the driver under test. The manager reads its
+/// ini files once, so all setups of a process share them, and every data source has a name of its own.
 class OdbcSetup
 {
 public:
