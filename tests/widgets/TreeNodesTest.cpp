@@ -1,6 +1,8 @@
 #include "RuntimeError.h"
 #include "TreeFixture.h"
 
+#include <QHash>
+
 #include <functional>
 #include <optional>
 
@@ -302,6 +304,45 @@ TEST_F(TreeNodesTest, AChainOfAThousandLevelsIsBuiltAndFreed)
     EXPECT_EQ(nodes().Count(), 1000);
     nodes().Remove(nodes().Item("0"));
     EXPECT_EQ(nodes().Count(), 0);
+}
+
+/// Keys come and go in any order and number, and every one that is there is found.
+TEST_F(TreeNodesTest, EveryKeyIsFoundAfterManyWereAddedRemovedAndChanged)
+{
+    TreeView::RedrawOff off(tree);
+    QHash<QString, TreeNode*> expected;
+    QStringList keys;
+    quint32 seed = 99;
+    const auto random = [&seed](qsizetype below) {
+        seed = seed * 1664525U + 1013904223U;
+        return static_cast<qsizetype>((seed >> 8) % static_cast<quint32>(below));
+    };
+    for (int step = 0; step < 30'000; ++step) {
+        // The number of keys swells and shrinks.
+        const bool isGrowing = (step / 5'000) % 2 == 0;
+        if (keys.isEmpty() || random(10) < (isGrowing ? 8 : 2)) {
+            const QString key = QString::number(step);
+            expected.insert(key, &add(nullptr, key));
+            keys << key;
+            continue;
+        }
+        const qsizetype place = random(keys.size());
+        TreeNode* node = expected.take(keys[place]);
+        if (random(4) == 0) {
+            keys[place] = "r" + QString::number(step);
+            node->setKey(keys[place]);
+            expected.insert(keys[place], node);
+        } else {
+            nodes().Remove(*node);
+            keys.swapItemsAt(place, keys.size() - 1);
+            EXPECT_EQ(nodes().find(keys.takeLast()), nullptr);
+        }
+        if (step % 100 == 0) {
+            ASSERT_EQ(nodes().Count(), expected.size());
+            for (auto entry = expected.cbegin(); entry != expected.cend(); ++entry)
+                ASSERT_EQ(nodes().find(entry.key()), entry.value());
+        }
+    }
 }
 
 /// Any sequence of changes, with redraw on or off, leaves the view with the rows that the nodes say.

@@ -4,6 +4,8 @@
 #include "RuntimeError.h"
 #include "TreeView.h"
 
+#include <QHash>
+
 #include <utility>
 
 namespace
@@ -101,16 +103,14 @@ void TreeModel::removeRowsBy(TreeNode& parent, int first, int last, Change chang
 TreeNode& TreeModel::add(TreeNode& parent, const QString& key, const QString& text, const QString& image,
                          const QString& selectedImage)
 {
-    if (find(key))
-        throw RuntimeError(ErrorNumber::KeyAlreadyThere);
     std::unique_ptr<TreeNode> node(new TreeNode);
     TreeNode& added = *node;
     added.m_key = key;
     added.m_text = text;
     added.m_image = imageNumber(image);
     added.m_selectedImage = imageNumber(selectedImage);
-    if (!key.isEmpty())
-        m_index.insert(added.m_key, &added);
+    if (!key.isEmpty() && !m_index.insert(added))
+        throw RuntimeError(ErrorNumber::KeyAlreadyThere);
     ++m_count;
 
     if (takesPart(parent))
@@ -168,10 +168,10 @@ void TreeModel::rekey(TreeNode& node, const QString& key)
     if (find(key))
         throw RuntimeError(ErrorNumber::KeyAlreadyThere);
     if (!node.m_key.isEmpty())
-        m_index.remove(node.m_key);
+        m_index.remove(node);
     node.m_key = key;
     if (!key.isEmpty())
-        m_index.insert(node.m_key, &node);
+        m_index.insert(node);
 }
 
 void TreeModel::append(TreeNode& parent, std::unique_ptr<TreeNode> node)
@@ -226,7 +226,7 @@ void TreeModel::destroy(std::unique_ptr<TreeNode> chain)
             chain = std::move(node->m_first);
         }
         if (!node->m_key.isEmpty() && !m_index.isEmpty())
-            m_index.remove(node->m_key);
+            m_index.remove(*node);
         if (node->m_withheld)
             m_withheld.erase(node.get());
         if (node->m_referenced) {
@@ -237,8 +237,6 @@ void TreeModel::destroy(std::unique_ptr<TreeNode> chain)
         m_view.nodeGoes(*node);
         --m_count;
     }
-    if (m_index.capacity() > 8 * m_index.size() + 4096)
-        m_index.squeeze();
 }
 
 std::shared_ptr<TreeNode*> TreeModel::slotOf(TreeNode& node)

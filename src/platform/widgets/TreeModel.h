@@ -1,10 +1,10 @@
 #pragma once
 
+#include "KeyIndex.h"
 #include "TreeNodes.h"
 
 #include <QAbstractItemModel>
 #include <QFont>
-#include <QHash>
 #include <QIcon>
 
 #include <memory>
@@ -33,7 +33,7 @@ public:
 
     TreeNode& add(TreeNode& parent, const QString& key, const QString& text, const QString& image,
                   const QString& selectedImage);
-    TreeNode* find(const QString& key) const { return key.isEmpty() ? nullptr : m_index.value(key); }
+    TreeNode* find(const QString& key) const { return m_index.find(key); }
     int count() const { return m_count; }
     void remove(TreeNode& node);
     void removeChildren(TreeNode& parent);
@@ -60,6 +60,7 @@ public:
     /// Drops the fonts, which are made anew from the view's.
     void forgetFonts() { m_boldFont.reset(); }
 
+    /// The number of an image key; 0 is no image.
     static std::uint16_t imageNumber(const QString& image);
     static const QString& imageKey(std::uint16_t number);
 
@@ -93,8 +94,7 @@ private:
     TreeView& m_view;
     TreeNodes m_nodes;
     mutable Root m_root;
-    // The views look into the nodes' own keys.
-    QHash<QStringView, TreeNode*> m_index;
+    KeyIndex m_index;
     std::unordered_set<TreeNode*> m_withheld;
     std::unordered_map<const TreeNode*, std::shared_ptr<TreeNode*>> m_slots;
     mutable std::vector<std::unique_ptr<QIcon>> m_icons;

@@ -67,6 +67,7 @@ protected:
     TreeNode() = default;
 
 private:
+    friend class KeyIndex;
     friend class TreeModel;
     friend class TreeNodeRef;
     friend class TreeView;
