@@ -17,10 +17,11 @@ namespace
 
 constexpr auto unit = static_cast<SQLLEN>(sizeof(SQLWCHAR));
 
-/// The column that is being read in pieces, and what of a wide text is still to come.
+/// How far SQLGetData has come in a row.
 struct Reading {
-    SQLUSMALLINT column = 0;
-    bool hasRest = false;
+    SQLUSMALLINT column = 0;  ///< read last; 0 for none
+    SQLUSMALLINT highest = 0; ///< no column behind this one has been touched
+    bool hasRest = false;     ///< `text` goes on for the column read last
     std::u16string text;
     std::size_t given = 0;
 };
@@ -127,40 +128,40 @@ SQLRETURN Read(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOI
 }
 
 SQLRETURN Get(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
-              SQLLEN* length)
+              SQLLEN* length, SQLUSMALLINT highestRead)
 {
-    Reading* reading = Readings().Find(statement);
-    if (type != SQL_C_WCHAR) {
-        if (reading)
-            *reading = {column, false, {}, 0};
-        return lower.SQLGetData(statement, column, type, target, capacity, length);
+    Reading& reading = Readings().Ensure(statement);
+    if (reading.column != column) {
+        if (reading.column == 0)
+            reading.highest = highestRead;
+        // The library below gives nothing of a cell that it has given before, until its row is reached anew.
+        if (column <= reading.highest) {
+            lower.SQLFetchScroll(statement, SQL_FETCH_RELATIVE, 0);
+            reading.highest = 0;
+        }
+        reading.column = column;
+        reading.highest = std::max(reading.highest, column);
+        reading.hasRest = false;
     }
-    if (reading && reading->column == column && reading->hasRest)
-        return GoOn(statement, *reading, target, capacity, length);
-    std::u16string rest;
-    const SQLRETURN answer = ReadWide(statement, column, target, capacity, length, &rest);
-    if (answer == SQL_SUCCESS_WITH_INFO)
-        Readings().Ensure(statement) = {column, true, std::move(rest), 0};
-    else if (reading)
-        *reading = {column, false, {}, 0};
+    if (type != SQL_C_WCHAR)
+        return lower.SQLGetData(statement, column, type, target, capacity, length);
+    if (reading.hasRest)
+        return GoOn(statement, reading, target, capacity, length);
+    const SQLRETURN answer = ReadWide(statement, column, target, capacity, length, &reading.text);
+    reading.hasRest = answer == SQL_SUCCESS_WITH_INFO;
+    reading.given = 0;
     return answer;
 }
 
-bool IsBeingRead(SQLHSTMT statement, SQLUSMALLINT column)
+void Leave(SQLHSTMT statement)
 {
-    const Reading* reading = Readings().Find(statement);
-    return reading && reading->column == column;
-}
-
-void BeginReading(SQLHSTMT statement, SQLUSMALLINT column)
-{
-    Readings().Ensure(statement) = {column, false, {}, 0};
+    if (Reading* reading = Readings().Find(statement))
+        reading->column = 0;
 }
 
 void Forget(SQLHSTMT statement)
 {
-    if (Readings().Find(statement))
-        Readings().Erase(statement);
+    Readings().Erase(statement);
 }
 
 } // namespace tarnwick::cells

@@ -12,15 +12,15 @@ namespace tarnwick::cells
 SQLRETURN Read(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
                SQLLEN* length);
 
-/// The same, where a text that was cut goes on with the next call: SQLGetData.
+/// SQLGetData: the same, where a text that was cut goes on with the next call for its column, and a column begins anew
+/// when others have been read since. Columns up to `highestRead` have been read by `Read` in this row.
 SQLRETURN Get(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
-              SQLLEN* length);
-
-/// Notes that the cells of a column are about to be read by `Get`, until another column's or row's are.
-void BeginReading(SQLHSTMT statement, SQLUSMALLINT column);
-bool IsBeingRead(SQLHSTMT statement, SQLUSMALLINT column);
+              SQLLEN* length, SQLUSMALLINT highestRead);
 
 /// The row has been left: no cell of it goes on.
+void Leave(SQLHSTMT statement);
+
+/// The statement is freed.
 void Forget(SQLHSTMT statement);
 
 } // namespace tarnwick::cells

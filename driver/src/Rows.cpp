@@ -31,10 +31,12 @@ struct Reader {
     SQLULEN* bindOffset = nullptr; ///< SQL_ATTR_ROW_BIND_OFFSET_PTR
     SQLUSMALLINT* status = nullptr;
     SQLULEN* fetched = nullptr;
+    bool forwardOnly = false; ///< kept from the library below, which could not go back to a row of its block then
 
     SQLLEN first = 0;   ///< number of the block's first row; 0 before the first block
     SQLLEN inBlock = 0; ///< rows that the block holds; 0 while rows are read one by one
     bool moved = false; ///< the library below no longer stands on the block's last row
+    bool onRow = false; ///< but on the row of the block whose cells are asked for
 };
 
 StatementTable<Reader>& Readers()
@@ -221,9 +223,21 @@ SQLRETURN FetchMany(SQLHSTMT statement, Reader& reader, const Block& block, SQLS
 
 SQLRETURN FetchBlock(SQLHSTMT statement, Reader& reader, const Block& block, SQLSMALLINT orientation, SQLLEN offset)
 {
-    cells::Forget(statement);
+    cells::Leave(statement);
+    if (reader.forwardOnly && orientation != SQL_FETCH_NEXT)
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY106",
+                                  "A forward-only cursor goes to the next row only.");
+    reader.onRow = false;
     return block.rows > 1 ? FetchMany(statement, reader, block, orientation, offset)
                           : FetchSingle(statement, reader, block, orientation, offset);
+}
+
+/// Goes to a row of the block, counted from 1.
+SQLRETURN GoToRow(SQLHSTMT statement, Reader& reader, SQLSETPOSIROW row)
+{
+    reader.moved = true;
+    reader.onRow = true;
+    return lower.SQLFetchScroll(statement, SQL_FETCH_ABSOLUTE, reader.first + static_cast<SQLLEN>(row) - 1);
 }
 
 /// Binds the columns in the library below for the time of an operation that reads them there.
@@ -261,13 +275,15 @@ private:
 SQLRETURN GetCell(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
                   SQLLEN* length)
 {
-    const Reader* reader = Readers().Find(statement);
-    if (reader && reader->bindings.contains(column) && !cells::IsBeingRead(statement, column)) {
-        // The cell has been read into its place already; stepping onto the row again lets it be read once more.
-        lower.SQLFetchScroll(statement, SQL_FETCH_RELATIVE, 0);
-        cells::BeginReading(statement, column);
+    Reader* const reader = Readers().Find(statement);
+    if (reader && reader->inBlock > 0 && !reader->onRow) {
+        const SQLRETURN answer = GoToRow(statement, *reader, 1);
+        if (!SQL_SUCCEEDED(answer))
+            return answer;
     }
-    return cells::Get(statement, column, type, target, capacity, length);
+    const bool readBefore = reader && reader->inBlock == 0 && !reader->bindings.empty();
+    return cells::Get(statement, column, type, target, capacity, length,
+                      readBefore ? reader->bindings.rbegin()->first : 0);
 }
 
 SQLRETURN BindColumn(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
@@ -286,7 +302,7 @@ SQLRETURN Fetch(SQLHSTMT statement, SQLSMALLINT orientation, SQLLEN offset)
     if (Reader* reader = Readers().Find(statement))
         return FetchBlock(statement, *reader, {reader->blockRows, reader->status, reader->fetched}, orientation,
                           offset);
-    cells::Forget(statement);
+    cells::Leave(statement);
     return orientation == SQL_FETCH_NEXT ? lower.SQLFetch(statement)
                                          : lower.SQLFetchScroll(statement, orientation, offset);
 }
@@ -303,22 +319,19 @@ SQLRETURN SetPosition(SQLHSTMT statement, SQLSETPOSIROW row, SQLUSMALLINT operat
 {
     Reader* const reader = Readers().Find(statement);
     const bool inBlock = reader && reader->inBlock > 0;
-    cells::Forget(statement);
+    cells::Leave(statement);
     if (operation == SQL_POSITION) {
         const SQLSETPOSIROW rows = inBlock ? static_cast<SQLSETPOSIROW>(reader->inBlock) : 1;
         if (row < 1 || row > rows)
             return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY107", "The row is not in the block.");
         if (!inBlock)
             return lower.SQLFetchScroll(statement, SQL_FETCH_RELATIVE, 0);
-        reader->moved = true;
-        return lower.SQLFetchScroll(statement, SQL_FETCH_ABSOLUTE, reader->first + static_cast<SQLLEN>(row) - 1);
+        return GoToRow(statement, *reader, row);
     }
     if (!reader)
         return lower.SQLSetPos(statement, row, operation, lock);
-    if (inBlock) {
-        reader->moved = true;
-        lower.SQLFetchScroll(statement, SQL_FETCH_ABSOLUTE, reader->first);
-    }
+    if (inBlock)
+        GoToRow(statement, *reader, 1);
     const LentBindings lent(statement, *reader);
     return lower.SQLSetPos(statement, row, operation, lock);
 }
@@ -342,6 +355,13 @@ SQLRETURN SetAttribute(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER valu
             return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY024", "A block holds at least one row.");
         (attribute == SQL_ROWSET_SIZE ? Readers().Ensure(statement).extendedRows
                                       : Readers().Ensure(statement).blockRows) = number;
+        return SQL_SUCCESS;
+    case SQL_ATTR_CURSOR_TYPE:
+        Readers().Ensure(statement).forwardOnly = number == SQL_CURSOR_FORWARD_ONLY;
+        return number == SQL_CURSOR_FORWARD_ONLY ? SQLRETURN{SQL_SUCCESS}
+                                                 : lower.SQLSetStmtAttr(statement, attribute, value, length);
+    case SQL_ATTR_CURSOR_SCROLLABLE:
+        Readers().Ensure(statement).forwardOnly = number == SQL_NONSCROLLABLE;
         return SQL_SUCCESS;
     case SQL_ATTR_ROW_BIND_TYPE:
         Readers().Ensure(statement).bindType = number;
@@ -372,6 +392,14 @@ SQLRETURN GetAttribute(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER valu
         case SQL_ROWSET_SIZE:
             *static_cast<SQLULEN*>(value) = reader->extendedRows;
             return SQL_SUCCESS;
+        case SQL_ATTR_CURSOR_SCROLLABLE:
+            *static_cast<SQLULEN*>(value) = reader->forwardOnly ? SQL_NONSCROLLABLE : SQL_SCROLLABLE;
+            return SQL_SUCCESS;
+        case SQL_ATTR_CURSOR_TYPE:
+            if (!reader->forwardOnly)
+                break;
+            *static_cast<SQLULEN*>(value) = SQL_CURSOR_FORWARD_ONLY;
+            return SQL_SUCCESS;
         case SQL_ATTR_ROW_BIND_TYPE:
             *static_cast<SQLULEN*>(value) = reader->bindType;
             return SQL_SUCCESS;
@@ -393,7 +421,7 @@ SQLRETURN GetAttribute(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER valu
 
 void Close(SQLHSTMT statement)
 {
-    cells::Forget(statement);
+    cells::Leave(statement);
     if (Reader* reader = Readers().Find(statement)) {
         reader->first = 0;
         reader->inBlock = 0;

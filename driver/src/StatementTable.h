@@ -31,6 +31,8 @@ public:
     /// What is kept for the statement, made if there is nothing yet.
     Value& Ensure(SQLHSTMT statement)
     {
+        if (Value* found = Find(statement))
+            return *found;
         const std::unique_lock lock(m_mutex);
         auto& value = m_values[statement];
         if (!value)
