@@ -1,6 +1,7 @@
 #include "CNodes.h"
 
 #include "Events.h"
+#include "NodeTypes.h"
 #include "Routine.h"
 #include "RuntimeError.h"
 #include "TreeView.h"
@@ -18,8 +19,8 @@ namespace
 
 QString keyOf(const QString& relativeKey, const QString& type, const QString& data)
 {
-    if (type == "DSN"_L1 || type == "FDSN"_L1)
-        return "DSN="_L1 + data + ':'_L1;
+    if (nodetypes::isDatasource(type))
+        return nodetypes::datasourceKey(data);
     return relativeKey + type + '='_L1 + data + ':'_L1;
 }
 
@@ -49,10 +50,10 @@ CNode* CNodes::add(TreeNode* relative, const QString& type, const QString& data,
         CNode*& entry = m_nodes[node->Key];
         if (m_nodes.size() == sizeBefore)
             throw RuntimeError(ErrorNumber::KeyAlreadyThere);
-        entry = node.release();
-        added = entry;
+        CNode* stored = entry = node.release();
 
-        m_tree->Nodes().Add(relative, added->Key, text, image, selectedImage.isEmpty() ? image : selectedImage);
+        m_tree->Nodes().Add(relative, stored->Key, text, image, selectedImage.isEmpty() ? image : selectedImage);
+        added = stored;
     });
     return added;
 }
@@ -175,6 +176,7 @@ public:
         if (m_sinceFrame.elapsed() < frameMilliseconds)
             return;
         m_redrawOff.reset();
+        m_tree.viewport()->repaint();
         m_redrawOff.emplace(m_tree);
         m_sinceFrame.start();
     }
@@ -198,7 +200,7 @@ void CNodes::expandSubtree(const CNode& node, FrameByFrame& redraw)
 {
     Routine routine("CNodes.ExpandChildren");
     routine.run([&] {
-        TreeNode* shown = treeNode(node);
+        const TreeNodeRef shown = treeNode(node);
         if (!shown)
             throw RuntimeError(ErrorNumber::ItemNotFound);
         mdiMain::instance().Status(u"Expanding "_s + shown->Text());

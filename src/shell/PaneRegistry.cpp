@@ -4,6 +4,7 @@
 
 #include <QHash>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -44,6 +45,11 @@ void add(const QString& name, forms::Factory factory, Operations operations)
 {
     forms::add(name, std::move(factory));
     registry().insert(name, std::move(operations));
+}
+
+void remove(const QString& name)
+{
+    registry().remove(name);
 }
 
 bool isKnown(const QString& name)

@@ -51,6 +51,8 @@ Call call(void (Pane::*method)(Keys...))
 
 /// Registers a pane: the factory of its form and its operations.
 void add(const QString& name, forms::Factory factory, Operations operations);
+/// Takes a pane out; the main window shows nothing for its name from then on.
+void remove(const QString& name);
 bool isKnown(const QString& name);
 
 /// How many key parts an operation of a pane takes, or -1 where the pane does not have it.

@@ -22,9 +22,12 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QProgressBar>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QStatusBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -119,6 +122,7 @@ void mdiMain::MDIForm_Unload()
 
 void mdiMain::closeEvent(QCloseEvent* event)
 {
+    forms::unloadAllBut({u"frmTWErr"_s});
     MDIForm_Unload();
     event->accept();
     QApplication::quit();
@@ -130,8 +134,12 @@ void mdiMain::restorePlacement()
            toPixels(settings::getNumber(section, u"Height"_s, 8700)));
     const QPoint position(toPixels(settings::getNumber(section, u"Left"_s, 0)),
                           toPixels(settings::getNumber(section, u"Top"_s, 0)));
-    // A position on a screen that is no longer there would open the window out of sight.
-    move(QGuiApplication::screenAt(position + QPoint(width() / 2, 0)) ? position : QPoint(0, 0));
+    // A place on a screen that is no longer there would open the window out of sight.
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const bool isInSight = std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+        return screen->availableGeometry().intersects(QRect(position, size()));
+    });
+    move(isInSight ? position : QPoint(0, 0));
     setTreeviewWidth(settings::getNumber(section, u"TreeviewWidth"_s, 2475));
 }
 
@@ -156,6 +164,7 @@ void mdiMain::buildControls()
     m_splitter = new QWidget(m_treeSide);
     m_splitter->setObjectName(u"picSplitter"_s);
     m_splitter->setCursor(Qt::SplitHCursor);
+    m_splitter->setAccessibleName(tr("Width of the tree"));
     m_paneArea = new QWidget(m_client);
     m_paneArea->setObjectName(u"picPanes"_s);
     for (QWidget* watched : {m_client, m_treeSide, m_splitter, m_paneArea})
@@ -165,11 +174,14 @@ void mdiMain::buildControls()
     m_status = new QLabel(statusBar());
     m_status->setObjectName(u"Status"_s);
     m_status->setTextFormat(Qt::PlainText);
+    // A long text is cut off and does not widen the window.
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(m_status, 1);
     auto* progress = new QProgressBar(statusBar());
     progress->setObjectName(u"prbMain"_s);
     progress->setMaximumSize(120, 12);
     progress->setTextVisible(false);
+    progress->setAccessibleName(tr("Progress"));
     statusBar()->addPermanentWidget(progress);
 
     connect(m_tree, &TreeView::Expand, this, &mdiMain::tvwExplorer_Expand);
@@ -186,8 +198,12 @@ void mdiMain::buildToolBars()
     for (const toolbars::Row& row : toolbars::table()) {
         auto* toolBar = new ToolBar(QLatin1String(row.toolBar), m_bands);
         toolBar->setTag(QLatin1String(row.tag));
-        for (const toolbars::Button& button : row.buttons)
-            toolBar->Add(QLatin1String(button.key), QLatin1String(button.toolTip));
+        for (const toolbars::Button& button : row.buttons) {
+            if (button.key)
+                toolBar->Add(QLatin1String(button.key), QLatin1String(button.toolTip));
+            else
+                toolBar->AddSeparator();
+        }
         m_bands->AddBand(toolBar);
         m_toolBars.insert(toolBar->objectName(), toolBar);
 
@@ -195,11 +211,23 @@ void mdiMain::buildToolBars()
             connect(toolBar, &ToolBar::ButtonClick, this, &mdiMain::tbrMain_ButtonClick);
             continue;
         }
-        connect(toolBar, &ToolBar::ButtonClick, this, [this](ToolButton& button) {
-            if (auto* pane = dynamic_cast<ToolbarPane*>(currentPane()))
-                pane->tbr_ButtonClick(button);
-        });
+        connect(toolBar, &ToolBar::ButtonClick, this,
+                [this, &row](ToolButton& button) { forwardToPane(row.handler.c_str(), button); });
     }
+}
+
+void mdiMain::forwardToPane(const char* handler, ToolButton& button)
+{
+    Routine routine(handler);
+    routine.run([&] {
+        Form* form = currentPane();
+        auto* pane = dynamic_cast<ToolbarPane*>(form);
+        if (!pane)
+            return;
+        const forms::Running running(*form);
+        const QScopedValueRollback paneAtWork(m_paneAtWork, true);
+        pane->tbr_ButtonClick(button);
+    });
 }
 
 void mdiMain::buildMenus()
@@ -227,22 +255,33 @@ QAction* mdiMain::buildMenuItem(const menus::Item& item, QMenu& menu)
     action->setCheckable(item.checkable);
     action->setChecked(item.checkable);
 
-    connect(action, &QAction::triggered, this, [this, item] {
-        const QString pane = QLatin1String(item.pane);
-        if (item.run)
-            (this->*item.run)();
-        else if (!item.pane)
-            commands::run(QLatin1String(item.name), m_currentItem);
-        else if (item.operation == panes::Operation::AddNew)
-            PaneAddNew(pane, m_currentItem.Keys);
-        else if (item.operation == panes::Operation::Edit)
-            PaneEdit(pane, m_currentItem.Keys);
-        else if (item.operation == panes::Operation::Delete)
-            PaneDelete(pane, m_currentItem.Keys);
-        else
-            PaneDisplay(pane, m_currentItem.Keys);
-    });
+    connect(action, &QAction::triggered, this, [this, &item] { runMenuItem(item); });
     return action;
+}
+
+void mdiMain::runMenuItem(const menus::Item& item)
+{
+    if (item.run) {
+        (this->*item.run)();
+        return;
+    }
+    if (!item.pane) {
+        runCommand(item.handler.c_str(), QLatin1String(item.name));
+        return;
+    }
+    Routine routine(item.handler.c_str());
+    routine.run([&] {
+        const QString pane = QLatin1String(item.pane);
+        const QStringList keys = m_currentItem.Keys;
+        if (item.operation == panes::Operation::AddNew)
+            PaneAddNew(pane, keys);
+        else if (item.operation == panes::Operation::Edit)
+            PaneEdit(pane, keys);
+        else if (item.operation == panes::Operation::Delete)
+            PaneDelete(pane, keys);
+        else
+            PaneDisplay(pane, keys);
+    });
 }
 
 ToolBar& mdiMain::toolBar(const QString& name) const
@@ -305,25 +344,35 @@ void mdiMain::setTreeviewWidth(int twips)
 
 void mdiMain::picTreeview_Resize()
 {
-    const int margin = toPixels(splitterTwips);
-    const int treeWidth = m_treeSide->width() - margin;
-    if (treeWidth > 0) {
-        m_tree->setGeometry(0, 0, treeWidth, m_treeSide->height());
-        m_splitter->setGeometry(treeWidth, 0, margin, m_treeSide->height());
-    }
-    MDIForm_Resize();
+    Routine routine("mdiMain.picTreeview_Resize");
+    routine.run([&] {
+        const int margin = toPixels(splitterTwips);
+        const int treeWidth = m_treeSide->width() - margin;
+        const int height = m_treeSide->height();
+        if (treeWidth > 0)
+            m_splitter->move(treeWidth, 0);
+        m_tree->resize(treeWidth > 0 ? treeWidth : m_tree->width(), height);
+        m_splitter->resize(margin, height);
+        MDIForm_Resize();
+    });
 }
 
 void mdiMain::picSplitter_MouseMove(int x)
 {
-    const int position = toTwips(m_splitter->x() + x) - splitterTwips / 2;
-    const int snapped = position - position % twipsPerPixel;
-    if (snapped > 0)
-        setTreeviewWidth(snapped + splitterTwips);
+    Routine routine("mdiMain.picSplitter_MouseMove");
+    routine.run([&] {
+        const int position = toTwips(m_splitter->x() + x) - splitterTwips / 2;
+        const int snapped = position - position % twipsPerPixel;
+        if (snapped > 0)
+            setTreeviewWidth(snapped + splitterTwips);
+    });
 }
 
 void mdiMain::MDIForm_Resize()
 {
-    if (Form* pane = currentPane())
-        pane->setGeometry(m_paneArea->rect());
+    Routine routine("mdiMain.MDIForm_Resize");
+    routine.run([&] {
+        if (Form* pane = currentPane())
+            pane->setGeometry(m_paneArea->rect());
+    });
 }

@@ -22,13 +22,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-const QString ghost = u"DSN Ghost"_s;
 const QString welcome = u"frmWelcome"_s;
-
-QString datasourceKey(const QString& datasource)
-{
-    return "DSN="_L1 + datasource + ':'_L1;
-}
 
 } // namespace
 
@@ -60,7 +54,8 @@ void mdiMain::listDatasources()
     for (const dao::DataSource& source : dao::DBEngine::DataSources()) {
         if (source.Description != "Tarnwick ODBC"_L1)
             continue;
-        const CNode* node = m_nodes.add(nullptr, u"DSN"_s, source.Name, source.Name, ghost, ghost);
+        const CNode* node =
+            m_nodes.add(nullptr, u"DSN"_s, source.Name, source.Name, nodetypes::ghostImage, nodetypes::ghostImage);
         if (node)
             m_nodes.addPlaceholder(m_tree->Nodes().Item(node->Key));
     }
@@ -69,7 +64,8 @@ void mdiMain::listDatasources()
 void mdiMain::mnu_DSNConnect_Click()
 {
     Routine routine("mdiMain.mnu_DSNConnect_Click");
-    routine.run([&] { tvwExplorer_Expand(&m_tree->Nodes().Item(datasourceKey(m_currentItem.Keys.value(0)))); });
+    routine.run(
+        [&] { tvwExplorer_Expand(&m_tree->Nodes().Item(nodetypes::datasourceKey(m_currentItem.Keys.value(0)))); });
 }
 
 void mdiMain::mnu_DSNDisconnect_Click()
@@ -80,11 +76,11 @@ void mdiMain::mnu_DSNDisconnect_Click()
         TreeNode* node = m_tree->SelectedItem();
         if (!node)
             throw RuntimeError(ErrorNumber::ObjectNotSet);
-        if (node->SelectedImage() == ghost)
+        if (node->SelectedImage() == nodetypes::ghostImage)
             return;
         CConnections::instance().Remove(m_nodes.Item(*node).NodeData());
-        node->setSelectedImage(ghost);
-        node->setImage(ghost);
+        node->setSelectedImage(nodetypes::ghostImage);
+        node->setImage(nodetypes::ghostImage);
         {
             const QScopedValueRollback keepLevel(m_keepLevel, true);
             node->setExpanded(false);
@@ -93,11 +89,6 @@ void mdiMain::mnu_DSNDisconnect_Click()
         forgetCurrentPane();
         PaneDisplay(welcome);
     });
-}
-
-bool mdiMain::isDatasource(const DragItem& item) const
-{
-    return nodetypes::isDatasource(item.NodeType);
 }
 
 void mdiMain::mnuFileRefresh_Click()
@@ -110,7 +101,7 @@ void mdiMain::mnuFileImportCSV_Click()
 {
     Routine routine("mdiMain.mnuFileImportCSV_Click");
     routine.run([&] {
-        if (isDatasource(m_currentItem))
+        if (nodetypes::isDatasource(m_currentItem.NodeType))
             PaneDisplay(u"frmCSVImport"_s, m_currentItem.Keys);
         else
             boxes::inform(u"Please select a Datasource before selecting 'Import Catalog'"_s);
@@ -121,16 +112,29 @@ void mdiMain::mnuFileExportCSV_Click()
 {
     Routine routine("mdiMain.mnuFileExportCSV_Click");
     routine.run([&] {
-        if (isDatasource(m_currentItem))
+        if (nodetypes::isDatasource(m_currentItem.NodeType))
             PaneDisplay(u"frmCSVExport"_s, m_currentItem.Keys);
         else
             boxes::inform(u"Please select a Datasource before selecting 'Export Catalog'"_s);
     });
 }
 
+void mdiMain::mnu_DSNImport_Click()
+{
+    Routine routine("mdiMain.mnu_DSNImport_Click");
+    routine.run([&] { mnuFileImportCSV_Click(); });
+}
+
+void mdiMain::mnu_DSNExport_Click()
+{
+    Routine routine("mdiMain.mnu_DSNExport_Click");
+    routine.run([&] { mnuFileExportCSV_Click(); });
+}
+
 void mdiMain::mnuFileExit_Click()
 {
-    close();
+    Routine routine("mdiMain.mnuFileExit_Click");
+    routine.run([&] { close(); });
 }
 
 void mdiMain::mnuViewToolbar_Click()
@@ -170,20 +174,23 @@ void mdiMain::expandAllSelected(const char* routineName, bool asksFirst)
     routine.run([&] {
         if (asksFirst && !boxes::ask(u"This process could take some time.\nAre you sure you wish to Expand All?"_s))
             return;
-        CNode* selected = m_nodes.SelectedItem();
+        const CNode* selected = m_nodes.SelectedItem();
         if (!selected)
             throw RuntimeError(ErrorNumber::ObjectNotSet);
-        m_nodes.ExpandChildren(*selected);
+        {
+            const QScopedValueRollback keepsPane(m_paneAtWork, true);
+            m_nodes.ExpandChildren(*selected);
+        }
+        // A datasource that failed to connect has nothing but its placeholder and stays closed.
+        TreeNode* node = m_tree->SelectedItem();
+        if (node && node->Child() && !node->Child()->Text().isEmpty())
+            node->setExpanded(true);
     });
 }
 
 void mdiMain::mnu_DSNExpandAll_Click()
 {
     expandAllSelected("mdiMain.mnu_DSNExpandAll_Click", true);
-    // A datasource that failed to connect has nothing but its placeholder and stays closed.
-    TreeNode* node = m_tree->SelectedItem();
-    if (node && node->Child() && !node->Child()->Text().isEmpty())
-        node->setExpanded(true);
 }
 
 void mdiMain::mnu_FileExpandAll_Click()
@@ -204,15 +211,13 @@ void mdiMain::mnu_TableExpandAll_Click()
 void mdiMain::mnu_DSNClear_Click()
 {
     Routine routine("mdiMain.mnu_DSNClear_Click");
-    routine.run([&] {
-        clearCatalog();
-        Status(u"Ready"_s);
-    });
+    routine.run([&] { clearCatalog(); });
+    Status(u"Ready"_s);
 }
 
 void mdiMain::clearCatalog()
 {
-    if (!isDatasource(m_currentItem)) {
+    if (!nodetypes::isDatasource(m_currentItem.NodeType)) {
         boxes::inform(u"Please select a Datasource before selecting 'Clear Catalog'"_s);
         return;
     }
@@ -254,6 +259,6 @@ void mdiMain::clearCatalog()
     Status(u"Removing User privileges..."_s);
     db.Execute(u"DELETE FROM TW_USER WHERE USER_NAME <> 'ADMIN'"_s);
 
-    m_tree->Nodes().Item(datasourceKey(datasource)).setExpanded(false);
+    m_tree->Nodes().Item(nodetypes::datasourceKey(datasource)).setExpanded(false);
     boxes::inform(u"The catalog has been cleared."_s);
 }

@@ -5,12 +5,19 @@
 #include "Routine.h"
 #include "Settings.h"
 
+#include <QScopedValueRollback>
+
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 const QString tableData = u"frmTableData"_s;
+
+bool opensForEditing(const QString& pane)
+{
+    return settings::getNumber(u"Options"_s, u"Items"_s, 1) == 1 && panes::opensInEditState(pane);
+}
 
 } // namespace
 
@@ -26,10 +33,6 @@ void mdiMain::forgetCurrentPane()
 
 void mdiMain::PaneDisplay(const QString& pane, const QStringList& keys)
 {
-    if (settings::getNumber(u"Options"_s, u"Items"_s, 1) == 1 && panes::opensInEditState(pane)) {
-        PaneEdit(pane, keys);
-        return;
-    }
     runPane("mdiMain.PaneDisplay", pane, panes::Operation::Display, keys);
 }
 
@@ -61,10 +64,17 @@ void mdiMain::runPane(const char* routineName, const QString& pane, panes::Opera
                 forms::unload(tableData);
                 forgetCurrentPane();
             }
+            if (operation == panes::Operation::Display && opensForEditing(pane)) {
+                PaneEdit(pane, keys);
+                return;
+            }
             const CMouseSleeper sleeper;
             const bool changed = makeCurrent(pane);
             MDIForm_Resize();
-            panes::run(pane, operation, keys);
+            {
+                const QScopedValueRollback paneAtWork(m_paneAtWork, true);
+                panes::run(pane, operation, keys);
+            }
             if (operation == panes::Operation::Display)
                 MDIForm_Resize();
             if (changed)
@@ -80,7 +90,7 @@ void mdiMain::runPane(const char* routineName, const QString& pane, panes::Opera
 
 bool mdiMain::makeCurrent(const QString& pane)
 {
-    if (m_currentPane && m_currentPane->name() == pane)
+    if (m_currentPane && m_currentPane->name() == pane && !m_currentPane->isUnloaded())
         return false;
 
     Form& form = forms::get(pane);
@@ -94,22 +104,30 @@ bool mdiMain::makeCurrent(const QString& pane)
     return true;
 }
 
+void mdiMain::runCommand(const char* routineName, const QString& menuItem)
+{
+    Routine routine(routineName);
+    // The command may change the tree, and the current item with it.
+    const DragItem item = m_currentItem;
+    routine.run([&] { commands::run(menuItem, item); });
+}
+
 void mdiMain::mnu_ColumnReorder_Click()
 {
-    commands::run(u"mnu_ColumnReorder"_s, m_currentItem);
+    runCommand("mdiMain.mnu_ColumnReorder_Click", u"mnu_ColumnReorder"_s);
 }
 
 void mdiMain::mnu_FieldRecalculate_Click()
 {
-    commands::run(u"mnu_FieldRecalculate"_s, m_currentItem);
+    runCommand("mdiMain.mnu_FieldRecalculate_Click", u"mnu_FieldRecalculate"_s);
 }
 
 void mdiMain::mnu_FieldReorder_Click()
 {
-    commands::run(u"mnu_FieldReorder"_s, m_currentItem);
+    runCommand("mdiMain.mnu_FieldReorder_Click", u"mnu_FieldReorder"_s);
 }
 
 void mdiMain::mnu_TableViewData_Click()
 {
-    commands::run(u"mnu_TableViewData"_s, m_currentItem);
+    runCommand("mdiMain.mnu_TableViewData_Click", u"mnu_TableViewData"_s);
 }

@@ -4,6 +4,8 @@
 #include "Routine.h"
 #include "modGUI.h"
 
+#include <QScrollBar>
+
 using namespace Qt::StringLiterals;
 
 DragItem mdiMain::NodeToDragItem(const TreeNode* node) const
@@ -44,18 +46,22 @@ void mdiMain::tvwExplorer_Collapse(TreeNode* node)
     routine.run([&] {
         Status(u"Collapse"_s);
         const TreeView::RedrawOff redrawOff(*m_tree);
-        const TreeNode* former = m_tree->SelectedItem();
-        const QString formerKey = former ? former->Key() : QString();
-
         m_nodes.RemoveChildren(*node);
         m_nodes.addPlaceholder(*node);
 
         m_currentItem = NodeToDragItem(m_tree->SelectedItem());
-        if (!formerKey.isEmpty() && !m_tree->Nodes().find(formerKey))
+        if (formerSelectionIsGone())
             DisplayNode();
         m_currentItem.NodeType.clear();
         m_dragging = false;
     });
+}
+
+/// Whether a collapse by the user's hand has taken the node that was selected before. The tree has moved the selection
+/// by the time it tells of a collapse. A pane that reads the tree anew during its own command stays where it is.
+bool mdiMain::formerSelectionIsGone() const
+{
+    return m_inPress && !m_paneAtWork && !m_savedNodeKey.isEmpty() && !m_tree->Nodes().find(m_savedNodeKey);
 }
 
 void mdiMain::tvwExplorer_MouseDown(Qt::MouseButton, QPoint position)
@@ -67,6 +73,7 @@ void mdiMain::tvwExplorer_MouseDown(Qt::MouseButton, QPoint position)
         const TreeNode* selected = m_tree->SelectedItem();
         m_savedNodeKey = selected ? selected->Key() : QString();
         m_dragging = false;
+        m_inPress = true;
     });
 }
 
@@ -75,6 +82,8 @@ void mdiMain::tvwExplorer_MouseMove(Qt::MouseButtons buttons, QPoint position)
     Routine routine("mdiMain.tvwExplorer_MouseMove");
     routine.run([&] {
         Status(u"MouseMove"_s);
+        if (buttons == Qt::NoButton)
+            m_inPress = false;
         if (buttons != Qt::LeftButton || m_dragging || m_currentItem.NodeType.isEmpty() ||
             m_currentItem.NodeType.contains("DSN"_L1))
             return;
@@ -84,7 +93,9 @@ void mdiMain::tvwExplorer_MouseMove(Qt::MouseButtons buttons, QPoint position)
         m_dragging = true;
         Status(u"BeginDrag"_s);
         if (m_beginDrag)
-            m_beginDrag(m_currentItem);
+            m_beginDrag(DragItem(m_currentItem));
+        // The drag has taken the release.
+        m_inPress = false;
     });
 }
 
@@ -101,14 +112,19 @@ void mdiMain::tvwExplorer_MouseUp(Qt::MouseButton button, QPoint position)
         }
         m_dragging = false;
     });
+    m_inPress = false;
 }
 
 void mdiMain::restoreSavedSelection()
 {
-    if (m_savedNodeKey.isEmpty())
-        m_tree->setSelectedItem(nullptr);
-    else if (TreeNode* saved = m_tree->Nodes().find(m_savedNodeKey))
-        saved->setSelected(true);
+    TreeNode* saved = m_tree->Nodes().find(m_savedNodeKey);
+    if (!saved && !m_savedNodeKey.isEmpty())
+        return;
+    // What the user looks at stays where it is.
+    const QPoint scrolled(m_tree->horizontalScrollBar()->value(), m_tree->verticalScrollBar()->value());
+    m_tree->setSelectedItem(saved);
+    m_tree->horizontalScrollBar()->setValue(scrolled.x());
+    m_tree->verticalScrollBar()->setValue(scrolled.y());
 }
 
 void mdiMain::tvwExplorer_ContextKey(TreeNode* node, QPoint globalPosition)

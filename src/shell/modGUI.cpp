@@ -2,6 +2,8 @@
 
 #include "BandBar.h"
 #include "ContextMenuTable.h"
+#include "NodeTypes.h"
+#include "Routine.h"
 #include "mdiMain.h"
 
 #include <QAction>
@@ -22,8 +24,14 @@ TreeNode* find(const QString& key)
 
 void readAnew(const QString& key)
 {
-    if (TreeNode* node = find(key))
-        node->setExpanded(false);
+    TreeNode* read = find(key);
+    if (read && !read->Child()) {
+        // A level that was empty has no expander that could be moved.
+        mdiMain::instance().tvwExplorer_Expand(read);
+        return;
+    }
+    if (read)
+        read->setExpanded(false);
     // The collapse may have moved the pane, and with it the tree: the node is looked up again.
     if (TreeNode* node = find(key))
         node->setExpanded(true);
@@ -46,17 +54,18 @@ void ExpandToNode(const QString& key)
         const QString prefix = key.left(end + 1);
         if (!find(prefix))
             readAnew(former);
-        if (TreeNode* node = find(prefix)) {
+        if (const TreeNodeRef node = find(prefix)) {
             node->setSelected(true);
-            node->setExpanded(true);
+            if (node)
+                node->setExpanded(true);
         }
         former = prefix;
     }
 
     TreeNode* node = find(key);
-    if (!node || !node->Child())
+    if (!node)
         return;
-    if (node->Child()->Text().isEmpty())
+    if (node->Child() && node->Child()->Text().isEmpty())
         mdiMain::instance().tvwExplorer_Expand(node);
     readAnew(key);
 }
@@ -64,7 +73,7 @@ void ExpandToNode(const QString& key)
 QMenu* ContextMenu(const DragItem& item)
 {
     const TreeNode* node = find(item.NodeKey);
-    const bool connected = node && node->SelectedImage() != "DSN Ghost"_L1;
+    const bool connected = node && node->SelectedImage() != nodetypes::ghostImage;
     const contextmenus::Use use = contextmenus::use(item, {.connected = connected});
     if (use.menu.isEmpty())
         return nullptr;
@@ -76,15 +85,22 @@ QMenu* ContextMenu(const DragItem& item)
 
 void ShowContextMenu(const DragItem& item, const QPoint& globalPosition)
 {
-    mdiMain::instance().clearKeepSelection();
-    if (QMenu* menu = ContextMenu(item))
-        menu->exec(globalPosition);
+    Routine routine("modGUI.ShowContextMenu");
+    routine.run([&] {
+        mdiMain::instance().clearKeepSelection();
+        // The commands of the menu may change the current item.
+        if (QMenu* menu = ContextMenu(DragItem(item)))
+            menu->exec(globalPosition);
+    });
 }
 
 void PaneToolbarSetup(ToolBar& toolBar)
 {
-    for (ToolButton* button : toolBar.Buttons())
-        button->setImage(button->Key());
+    Routine routine("modGUI.PaneToolbarSetup");
+    routine.run([&] {
+        for (ToolButton* button : toolBar.Buttons())
+            button->setImage(button->Key());
+    });
 }
 
 } // namespace modGUI
