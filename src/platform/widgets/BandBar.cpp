@@ -3,6 +3,9 @@
 #include "BandLayout.h"
 #include "RuntimeError.h"
 
+#include <QPainter>
+#include <QStyleOption>
+
 namespace
 {
 
@@ -13,7 +16,7 @@ constexpr int twipsPerPixel = 15;
 BandBar::BandBar(const QString& name, QWidget* parent) : QWidget(parent), m_layout(new BandLayout(this))
 {
     setObjectName(name);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }
@@ -53,4 +56,20 @@ void BandBar::setBandWidth(int band, int twips)
 {
     ToolBar* toolBar = Child(band);
     toolBar->setMinimumWidth(qMax(twips / twipsPerPixel, toolBar->layout()->minimumSize().width()));
+}
+
+void BandBar::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    QStyleOption option;
+    option.initFrom(this);
+    option.state |= QStyle::State_Horizontal;
+    for (const ToolBar* toolBar : m_bands) {
+        const QRect band = QStyle::visualRect(layoutDirection(), rect(), toolBar->geometry());
+        if (toolBar->isHidden() || band.left() < BandLayout::gap)
+            continue;
+        const QRect before(band.left() - BandLayout::gap, band.top(), BandLayout::gap, band.height());
+        option.rect = QStyle::visualRect(layoutDirection(), rect(), before).adjusted(0, 4, 0, -4);
+        style()->drawPrimitive(QStyle::PE_IndicatorToolBarSeparator, &option, &painter, this);
+    }
 }

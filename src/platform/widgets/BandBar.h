@@ -7,7 +7,7 @@
 class BandLayout;
 
 /// A bar of bands, each with one tool bar; bands are numbered from 1. They stand in a row, which wraps when it is too
-/// narrow for all; a hidden band takes no room.
+/// narrow for all, with a separator between neighbours; a hidden band takes no room.
 class BandBar : public QWidget
 {
     Q_OBJECT
@@ -25,6 +25,9 @@ public:
     void setBandVisible(int band, bool visible);
     /// The least width of a band in twips, 15 to a pixel; a band is never narrower than its buttons.
     void setBandWidth(int band, int twips);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     BandLayout* m_layout;

@@ -45,7 +45,7 @@ int BandLayout::heightForWidth(int width) const
 
 QSize BandLayout::minimumSize() const
 {
-    QSize size;
+    QSize size(0, 0);
     for (const auto& item : m_items) {
         if (!item->isEmpty())
             size = size.expandedTo(item->minimumSize());
@@ -55,12 +55,13 @@ QSize BandLayout::minimumSize() const
 
 QSize BandLayout::sizeHint() const
 {
-    QSize size;
+    QSize size(0, 0);
     for (const auto& item : m_items) {
         if (!item->isEmpty())
-            size = QSize(size.width() + item->sizeHint().width(), std::max(size.height(), item->sizeHint().height()));
+            size = QSize(size.width() + gap + item->sizeHint().width(),
+                         std::max(size.height(), item->sizeHint().height()));
     }
-    return size;
+    return size - QSize(size.isEmpty() ? 0 : gap, 0);
 }
 
 void BandLayout::setGeometry(const QRect& area)
@@ -87,7 +88,7 @@ int BandLayout::arrange(const QRect& area, bool apply) const
         }
         if (apply)
             item->setGeometry(QStyle::visualRect(direction, area, QRect(QPoint(x, y), size)));
-        x += size.width();
+        x += size.width() + gap;
         rowHeight = std::max(rowHeight, size.height());
     }
     return y + rowHeight - area.top();

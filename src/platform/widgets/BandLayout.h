@@ -9,6 +9,9 @@
 class BandLayout : public QLayout
 {
 public:
+    /// Pixels between neighbours in a row.
+    static constexpr int gap = 8;
+
     explicit BandLayout(QWidget* parent);
     ~BandLayout() override;
 

@@ -1,5 +1,6 @@
 #include "TreeView.h"
 
+#include "TreeDrag.h"
 #include "TreeModel.h"
 
 #include <QApplication>
@@ -35,8 +36,10 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        if (const TreeNode* target = m_view.DropHighlight())
+        if (const TreeNode* target = m_view.DropHighlight()) {
             option->state.setFlag(QStyle::State_Selected, index.internalPointer() == target);
+            option->state.setFlag(QStyle::State_HasFocus, false);
+        }
     }
 
 private:
@@ -54,7 +57,8 @@ bool isBelow(const TreeNode* node, const TreeNode& above)
 
 } // namespace
 
-TreeView::TreeView(QWidget* parent) : QTreeView(parent), m_model(std::make_unique<TreeModel>(*this))
+TreeView::TreeView(QWidget* parent)
+    : QTreeView(parent), m_drag(std::make_unique<TreeDrag>(*this)), m_model(std::make_unique<TreeModel>(*this))
 {
     setHeaderHidden(true);
     setUniformRowHeights(true);
@@ -171,6 +175,32 @@ TreeNode* TreeView::HitTest(QPoint position) const
     // Right of a short name the row goes on.
     const QModelIndex index = indexAt(QPoint(viewport()->rect().center().x(), position.y()));
     return index.isValid() ? m_model->nodeOf(index) : nullptr;
+}
+
+bool TreeView::looksSelected(const TreeNode& node) const
+{
+    return &node == (m_dropHighlight ? m_dropHighlight : m_selected);
+}
+
+/// Draws the part of a row before its picture in the colours of the rest of it.
+void TreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const
+{
+    const QScopedValueRollback highlight(m_drawsHighlight, looksSelected(*m_model->nodeOf(index)));
+    if (m_dropHighlight) {
+        const QPalette::ColorGroup group = isActiveWindow() ? QPalette::Active : QPalette::Inactive;
+        painter->fillRect(rect, palette().brush(group, m_drawsHighlight ? QPalette::Highlight : QPalette::Base));
+    }
+    QTreeView::drawBranches(painter, rect, index);
+}
+
+void TreeView::initViewItemOption(QStyleOptionViewItem* option) const
+{
+    QTreeView::initViewItemOption(option);
+    if (!m_drawsHighlight)
+        return;
+    // The styles know no selected expander, and draw a dark one on a dark ground.
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        option->palette.setBrush(role, palette().highlightedText());
 }
 
 // Opening and closing ------------------------------------------------------------------------------------------------
@@ -313,6 +343,41 @@ void TreeView::RedrawOff::end()
 
 // Mouse and keyboard -------------------------------------------------------------------------------------------------
 
+void TreeView::BeginDrag()
+{
+    m_drag->begin();
+}
+
+void TreeView::CancelDrag()
+{
+    if (!m_drag->isActive())
+        return;
+    m_drag->end();
+    setDropHighlight(nullptr);
+    emit DragCancel();
+}
+
+bool TreeView::IsDragging() const
+{
+    return m_drag->isActive();
+}
+
+const QString& TreeView::DragIcon() const
+{
+    return m_drag->picture();
+}
+
+void TreeView::setDragIcon(const QString& image)
+{
+    m_drag->setPicture(image);
+}
+
+void TreeView::hideEvent(QHideEvent* event)
+{
+    CancelDrag();
+    QTreeView::hideEvent(event);
+}
+
 void TreeView::mousePressEvent(QMouseEvent* event)
 {
     react(*event, false);
@@ -331,7 +396,9 @@ void TreeView::react(const QMouseEvent& press, bool isDouble)
     m_dragDistancePassed = false;
 
     const QPointer<TreeView> self(this);
-    emit MouseDown(button, position);
+    CancelDrag();
+    if (self)
+        emit MouseDown(button, position);
     if (!self || (button != Qt::LeftButton && button != Qt::RightButton))
         return;
     TreeNode* node = HitTest(position);
@@ -352,6 +419,16 @@ bool TreeView::isOnExpander(const TreeNode& node, QPoint position) const
 void TreeView::mouseMoveEvent(QMouseEvent* event)
 {
     QPoint position = event->position().toPoint();
+    if (m_drag->isActive()) {
+        // The release may have gone to a window that came up meanwhile.
+        if (!event->buttons().testFlag(Qt::LeftButton)) {
+            CancelDrag();
+            return;
+        }
+        m_drag->moveTo(position);
+        emit DragOver(position);
+        return;
+    }
     if (event->buttons() != Qt::NoButton && !m_dragDistancePassed) {
         if ((position - m_pressPosition).manhattanLength() < QApplication::startDragDistance())
             return;
@@ -363,7 +440,18 @@ void TreeView::mouseMoveEvent(QMouseEvent* event)
 
 void TreeView::mouseReleaseEvent(QMouseEvent* event)
 {
-    emit MouseUp(event->button(), event->position().toPoint());
+    const QPoint position = event->position().toPoint();
+    if (!m_drag->isActive()) {
+        emit MouseUp(event->button(), position);
+    } else if (event->button() == Qt::LeftButton && viewport()->rect().contains(position)) {
+        const QPointer<TreeView> self(this);
+        m_drag->end();
+        emit DragDrop(position);
+        if (self)
+            setDropHighlight(nullptr);
+    } else {
+        CancelDrag();
+    }
 }
 
 void TreeView::contextMenuEvent(QContextMenuEvent* event)
@@ -392,6 +480,10 @@ void TreeView::keyPressEvent(QKeyEvent* event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        break;
+    case Qt::Key_Escape:
+        isDone = m_drag->isActive();
+        CancelDrag();
         break;
     case Qt::Key_Left:
         isDone = goSideways(!isRightToLeft());

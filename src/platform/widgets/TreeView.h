@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class TreeDrag;
 class TreeModel;
 
 /// The explorer's tree: keyed nodes over a compact model, filled a level at a time in one insertion. A press of the
@@ -28,6 +29,18 @@ public:
     TreeNode* SelectedItem() const { return m_selected; }
     /// Selects the node and brings it into view (see TreeNode::EnsureVisible). Null clears the selection.
     void setSelectedItem(TreeNode* node);
+
+    /// Begins a drag within the tree; meant for a handler of MouseMove. Until it ends, moves raise DragOver instead of
+    /// MouseMove, the release raises DragDrop instead of MouseUp, and the tree scrolls while the pointer is near an
+    /// edge. Escape, another button, or a release outside of the tree ends it with DragCancel.
+    void BeginDrag();
+    /// Ends a drag without a drop; no effect, and no event, without one.
+    void CancelDrag();
+    bool IsDragging() const;
+
+    /// The image key of the picture at the pointer during a drag; empty for none.
+    const QString& DragIcon() const;
+    void setDragIcon(const QString& image);
 
     /// The node that is marked as the target of a drag, or null. It looks selected, and the selected one does not.
     TreeNode* DropHighlight() const { return m_dropHighlight; }
@@ -65,6 +78,11 @@ signals:
     void MouseMove(Qt::MouseButtons buttons, QPoint position);
     /// Raised after the tree has reacted to the release.
     void MouseUp(Qt::MouseButton button, QPoint position);
+    void DragOver(QPoint position);
+    /// Raised when the drag has ended; the drop highlight still stands, and goes after the handlers.
+    void DragDrop(QPoint position);
+    /// Raised when a drag has ended without a drop.
+    void DragCancel();
     /// A context menu was asked for by the keyboard (the menu key or Shift+F10), for the selected node.
     void ContextKey(TreeNode* node, QPoint globalPosition);
 
@@ -77,6 +95,9 @@ protected:
     void changeEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+    void hideEvent(QHideEvent* event) override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -105,6 +126,7 @@ private:
     void select(TreeNode* node);
     void viewExpanded(const QModelIndex& index, bool expanded);
 
+    bool looksSelected(const TreeNode& node) const;
     void react(const QMouseEvent& press, bool isDouble);
     bool isOnExpander(const TreeNode& node, QPoint position) const;
     bool goSideways(bool outwards);
@@ -130,7 +152,9 @@ private:
     bool m_fitting = false;
     bool m_menuKeySeen = false;
     bool m_dragDistancePassed = false;
+    mutable bool m_drawsHighlight = false;
     QPoint m_pressPosition;
     QElapsedTimer m_sinceTyping;
+    std::unique_ptr<TreeDrag> m_drag;
     std::unique_ptr<TreeModel> m_model;
 };

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QObject>
+#include <QPoint>
+#include <QString>
+
+class TreeView;
+
+/// A drag within a tree, from the move that began it to the drop or the end: shows the picture at the pointer and
+/// scrolls while the pointer rests near the upper or the lower edge.
+class TreeDrag : public QObject
+{
+public:
+    explicit TreeDrag(TreeView& view);
+    ~TreeDrag() override;
+
+    bool isActive() const { return m_isActive; }
+    void begin();
+    void end();
+
+    const QString& picture() const { return m_picture; }
+    /// The image key of the picture; empty for none. It may change at any time.
+    void setPicture(const QString& image);
+
+    /// Notes where the pointer is.
+    void moveTo(QPoint position);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    void showPicture();
+    int stepAt(QPoint position) const;
+
+    TreeView& m_view;
+    QString m_picture;
+    QPoint m_position;
+    QBasicTimer m_scrolling;
+    bool m_isActive = false;
+};

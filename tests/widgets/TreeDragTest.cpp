@@ -1,0 +1,146 @@
+#include "TreeFixture.h"
+
+#include <QMouseEvent>
+#include <QScrollBar>
+
+namespace
+{
+
+class TreeDragTest : public TreeFixture
+{
+protected:
+    TreeDragTest()
+    {
+        for (int i = 0; i < 100; ++i)
+            add(nullptr, QString::number(i));
+        QObject::connect(&tree, &TreeView::MouseMove, &tree, [this](Qt::MouseButtons buttons, QPoint place) {
+            if (buttons == Qt::LeftButton && tree.HitTest(place) == tree.SelectedItem())
+                tree.BeginDrag();
+        });
+        QObject::connect(&tree, &TreeView::DragOver, &tree, [this](QPoint place) {
+            tree.setDropHighlight(tree.HitTest(place));
+            log << "over " + highlight();
+        });
+        QObject::connect(&tree, &TreeView::DragDrop, &tree,
+                         [this](QPoint) { log << "drop on " + highlight() + (tree.IsDragging() ? " still" : ""); });
+        QObject::connect(&tree, &TreeView::DragCancel, &tree, [this] { log << "cancel"; });
+        QObject::connect(&tree, &TreeView::MouseUp, &tree, [this] { log << "up"; });
+    }
+
+    QString highlight() const { return tree.DropHighlight() ? tree.DropHighlight()->Key() : QString("nothing"); }
+    void press(const char* key) { QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, nameOf(nodes().Item(key))); }
+    void release(QPoint place) { QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, place); }
+    void moveTo(QPoint place, Qt::MouseButtons buttons = Qt::LeftButton)
+    {
+        QMouseEvent move(QEvent::MouseMove, place, tree.viewport()->mapToGlobal(place), Qt::NoButton, buttons, {});
+        QApplication::sendEvent(tree.viewport(), &move);
+    }
+    /// Takes hold of node "3" and moves to "5".
+    void drag()
+    {
+        press("3");
+        moveTo(nameOf(nodes().Item("4")));
+        moveTo(nameOf(nodes().Item("5")));
+        EXPECT_TRUE(tree.IsDragging());
+        log.clear();
+    }
+};
+
+TEST_F(TreeDragTest, ADragReportsWhereItIsAndEndsWithADropInsteadOfARelease)
+{
+    show();
+    press("3");
+    moveTo(nameOf(nodes().Item("3")) + QPoint(1, 0));
+    EXPECT_FALSE(tree.IsDragging());
+    moveTo(nameOf(nodes().Item("4")));
+    EXPECT_TRUE(tree.IsDragging());
+    moveTo(nameOf(nodes().Item("5")));
+    moveTo(nameOf(nodes().Item("6")));
+    release(nameOf(nodes().Item("6")));
+    EXPECT_EQ(log, QStringList({"over 5", "over 6", "drop on 6"}));
+    EXPECT_FALSE(tree.IsDragging());
+    EXPECT_EQ(tree.DropHighlight(), nullptr);
+    EXPECT_EQ(tree.SelectedItem()->Key(), "3");
+    click(nameOf(nodes().Item("7")));
+    EXPECT_EQ(log.back(), "up");
+}
+
+TEST_F(TreeDragTest, EscapeEndsItAndTheReleaseIsOneAgain)
+{
+    show();
+    drag();
+    tree.setDropHighlight(nodes().find("5"));
+    type(Qt::Key_Escape);
+    EXPECT_FALSE(tree.IsDragging());
+    EXPECT_EQ(tree.DropHighlight(), nullptr);
+    release(nameOf(nodes().Item("5")));
+    EXPECT_EQ(log, QStringList({"cancel", "up"}));
+}
+
+TEST_F(TreeDragTest, AReleaseOutsideOrALostOneEndsIt)
+{
+    show();
+    drag();
+    release(QPoint(-20, 40));
+    EXPECT_EQ(log, QStringList({"cancel"}));
+    drag();
+    moveTo(QPoint(40, 40), Qt::NoButton);
+    EXPECT_EQ(log, QStringList({"cancel"}));
+}
+
+TEST_F(TreeDragTest, AnotherPressOrHidingTheTreeEndsIt)
+{
+    show();
+    drag();
+    QTest::mousePress(tree.viewport(), Qt::RightButton, {}, nameOf(nodes().Item("7")));
+    EXPECT_EQ(log, QStringList({"cancel"}));
+    drag();
+    tree.hide();
+    EXPECT_EQ(log, QStringList({"cancel"}));
+}
+
+TEST_F(TreeDragTest, ThePictureIsThePointerForAsLongAsTheDragLasts)
+{
+    show();
+    EXPECT_EQ(tree.DragIcon(), "");
+    tree.setDragIcon("Drag File");
+    EXPECT_EQ(tree.viewport()->cursor().shape(), Qt::ArrowCursor);
+    drag();
+    EXPECT_EQ(tree.DragIcon(), "Drag File");
+    ASSERT_EQ(tree.viewport()->cursor().shape(), Qt::BitmapCursor);
+    const qint64 file = tree.viewport()->cursor().pixmap().cacheKey();
+    tree.setDragIcon("No Drop");
+    EXPECT_NE(tree.viewport()->cursor().pixmap().cacheKey(), file);
+    tree.setDragIcon({});
+    EXPECT_EQ(tree.viewport()->cursor().shape(), Qt::ArrowCursor);
+    tree.setDragIcon("No Drop");
+    tree.CancelDrag();
+    EXPECT_EQ(tree.viewport()->cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(TreeDragTest, NearAnEdgeTheTreeScrollsAndReportsWhatComesUnderThePointer)
+{
+    show();
+    drag();
+    moveTo(QPoint(40, tree.viewport()->height() - 3));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tree.verticalScrollBar()->value() > 100; }));
+    EXPECT_GT(log.size(), 3);
+    EXPECT_NE(log.back(), log.front());
+    moveTo(QPoint(40, 3));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tree.verticalScrollBar()->value() == 0; }));
+    EXPECT_EQ(log.back(), "over 0");
+    release(QPoint(40, 3));
+    EXPECT_EQ(log.back(), "drop on 0");
+}
+
+TEST_F(TreeDragTest, TheDropMayEmptyTheTree)
+{
+    show();
+    QObject::connect(&tree, &TreeView::DragDrop, &tree, [this] { nodes().Clear(); });
+    drag();
+    release(nameOf(nodes().Item("5")));
+    EXPECT_EQ(nodes().Count(), 0);
+    EXPECT_EQ(tree.DropHighlight(), nullptr);
+}
+
+} // namespace
