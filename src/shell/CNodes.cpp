@@ -28,10 +28,7 @@ QString keyOf(const QString& relativeKey, const QString& type, const QString& da
 
 CNodes::CNodes() = default;
 
-CNodes::~CNodes()
-{
-    qDeleteAll(m_nodes);
-}
+CNodes::~CNodes() = default;
 
 CNode* CNodes::add(TreeNode* relative, const QString& type, const QString& data, const QString& text,
                    const QString& image, const QString& selectedImage)
@@ -45,15 +42,14 @@ CNode* CNodes::add(TreeNode* relative, const QString& type, const QString& data,
         node->m_nodeType = type;
         node->m_nodeData = data;
         node->m_sequence = ++m_sequence;
-
-        const auto sizeBefore = m_nodes.size();
-        CNode*& entry = m_nodes[node->Key];
-        if (m_nodes.size() == sizeBefore)
+        if (m_leftBehind.contains(node->Key))
             throw RuntimeError(ErrorNumber::KeyAlreadyThere);
-        CNode* stored = entry = node.release();
 
-        m_tree->Nodes().Add(relative, stored->Key, text, image, selectedImage.isEmpty() ? image : selectedImage);
-        added = stored;
+        TreeNode& treeNode =
+            m_tree->Nodes().Add(relative, node->Key, text, image, selectedImage.isEmpty() ? image : selectedImage);
+        node->m_treeNode = &treeNode;
+        added = node.get();
+        treeNode.setPayload(std::move(node));
     });
     return added;
 }
@@ -78,57 +74,81 @@ CNode& CNodes::Item(const QString& key) const
 
 CNode& CNodes::Item(const TreeNode& node) const
 {
-    return Item(node.Key());
+    return static_cast<CNode&>(*node.Payload());
 }
 
 CNode* CNodes::find(const QString& key) const
 {
-    return m_nodes.value(key, nullptr);
+    if (const TreeNode* node = m_tree->Nodes().find(key))
+        return &Item(*node);
+    const auto leftBehind = m_leftBehind.find(key);
+    return leftBehind == m_leftBehind.end() ? nullptr : leftBehind->second.get();
+}
+
+int CNodes::Count() const
+{
+    return m_tree->Nodes().Count() + static_cast<int>(m_leftBehind.size());
 }
 
 std::vector<CNode*> CNodes::NewEnum() const
 {
-    std::vector<CNode*> all(m_nodes.cbegin(), m_nodes.cend());
+    std::vector<CNode*> all;
+    std::vector<const TreeNode*> chains{m_tree->Nodes().Root()};
+    while (!chains.empty()) {
+        const TreeNode* node = chains.back();
+        chains.pop_back();
+        for (; node; node = node->Next()) {
+            all.push_back(&Item(*node));
+            chains.push_back(node->Child());
+        }
+    }
+    for (const auto& [key, node] : m_leftBehind)
+        all.push_back(node.get());
     std::sort(all.begin(), all.end(), [](const CNode* a, const CNode* b) { return a->m_sequence < b->m_sequence; });
     return all;
 }
 
 void CNodes::Remove(const CNode& node)
 {
-    const QString key = node.Key;
-    if (TreeNode* shown = m_tree->Nodes().find(key)) {
-        RemoveChildren(*shown);
-        drop(key);
+    if (TreeNode* shown = treeNode(node))
         m_tree->Nodes().Remove(*shown);
-    } else {
-        drop(key);
-    }
+    else
+        m_leftBehind.erase(QString(node.Key));
 }
 
 void CNodes::Remove(const QString& key)
 {
     TreeNode* shown = m_tree->Nodes().find(key);
     if (!shown) {
-        drop(key);
+        m_leftBehind.erase(key);
         return;
     }
-    for (TreeNode* child = shown->Child(); child && child->Next(); child = child->Next())
-        dropSubtree(*child);
-    drop(key);
+    TreeNode* last = shown->Child();
+    while (last && last->Next())
+        last = last->Next();
+    if (last)
+        leaveBehind(*last);
     m_tree->Nodes().Remove(*shown);
+}
+
+void CNodes::leaveBehind(TreeNode& node)
+{
+    for (TreeNode* child = node.Child(); child; child = child->Next())
+        leaveBehind(*child);
+    std::unique_ptr<CNode> payload(static_cast<CNode*>(node.takePayload().release()));
+    payload->m_treeNode = nullptr;
+    const QString key = payload->Key;
+    m_leftBehind.insert_or_assign(key, std::move(payload));
 }
 
 void CNodes::RemoveChildren(TreeNode& node)
 {
-    for (TreeNode* child = node.Child(); child; child = child->Next())
-        dropSubtree(*child);
     m_tree->Nodes().RemoveChildren(node);
 }
 
 void CNodes::Clear()
 {
-    qDeleteAll(m_nodes);
-    m_nodes.clear();
+    m_leftBehind.clear();
     if (m_tree)
         m_tree->Nodes().Clear();
 }
@@ -136,7 +156,7 @@ void CNodes::Clear()
 CNode* CNodes::SelectedItem() const
 {
     const TreeNode* selected = m_tree->SelectedItem();
-    return selected ? find(selected->Key()) : nullptr;
+    return selected ? &Item(*selected) : nullptr;
 }
 
 void CNodes::setSelectedItem(const CNode& node)
@@ -148,15 +168,15 @@ void CNodes::ChangeKey(const QString& oldKey, const QString& newKey)
 {
     Routine routine("CNodes.ChangeKey");
     routine.run([&] {
-        const CNode& old = Item(oldKey);
-        if (m_nodes.contains(newKey))
+        CNode& node = Item(oldKey);
+        if (find(newKey))
             throw RuntimeError(ErrorNumber::KeyAlreadyThere);
-
-        auto renamed = std::make_unique<CNode>(old);
-        renamed->Key = newKey;
-        m_nodes.insert(newKey, renamed.release());
-        m_tree->Nodes().Item(oldKey).setKey(newKey);
-        drop(oldKey);
+        TreeNode* shown = treeNode(node);
+        if (!shown)
+            throw RuntimeError(ErrorNumber::ItemNotFound);
+        shown->setKey(newKey);
+        node.Key = newKey;
+        node.m_sequence = ++m_sequence;
     });
 }
 
@@ -207,27 +227,8 @@ void CNodes::expandSubtree(const CNode& node, FrameByFrame& redraw)
         shown->setExpanded(false);
         shown->setExpanded(true);
         redraw.step();
-        for (TreeNode* child = shown->Child(); child; child = child->Next()) {
-            if (const CNode* payload = find(child->Key()))
-                expandSubtree(*payload, redraw);
-        }
+        for (const TreeNode* child = shown->Child(); child; child = child->Next())
+            expandSubtree(Item(*child), redraw);
         mdiMain::instance().Status(u"Ready"_s);
     });
-}
-
-TreeNode* CNodes::treeNode(const CNode& node) const
-{
-    return m_tree->Nodes().find(node.Key);
-}
-
-void CNodes::drop(const QString& key)
-{
-    const std::unique_ptr<CNode> dropped(m_nodes.take(key));
-}
-
-void CNodes::dropSubtree(const TreeNode& node)
-{
-    for (const TreeNode* child = node.Child(); child; child = child->Next())
-        dropSubtree(*child);
-    drop(node.Key());
 }

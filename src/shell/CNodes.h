@@ -1,16 +1,19 @@
 #pragma once
 
-#include <QHash>
+#include "TreeNode.h"
+
 #include <QString>
 
+#include <cstdint>
+#include <map>
 #include <memory>
 #include <vector>
 
-class TreeNode;
 class TreeView;
 
-/// What a node of the tree stands for.
-class CNode
+/// What a node of the tree stands for. It belongs to the tree node of its key; one whose tree node went with its parent
+/// stays behind in CNodes.
+class CNode : public TreePayload
 {
 public:
     QString Key;
@@ -23,9 +26,10 @@ public:
 
 private:
     friend class CNodes;
+    TreeNode* m_treeNode = nullptr;
     QString m_nodeType;
     QString m_nodeData;
-    quint64 m_sequence = 0;
+    std::uint32_t m_sequence = 0;
 };
 
 /// The payloads of the tree's nodes by key, kept in step with the tree control. A key is the chain of all ancestors,
@@ -50,12 +54,15 @@ public:
     /// Adds a placeholder below a node.
     void addPlaceholder(TreeNode& node);
 
-    /// The payload of a key, or of a tree node's key. Raises 5 for an unknown one.
+    /// The tree node of a payload, or null for one that was left behind.
+    static TreeNode* treeNode(const CNode& node) { return node.m_treeNode; }
+
+    /// The payload of a key, or of a tree node. Raises 5 for an unknown one.
     CNode& Item(const QString& key) const;
     CNode& Item(const TreeNode& node) const;
     /// The same, or null.
     CNode* find(const QString& key) const;
-    int Count() const { return static_cast<int>(m_nodes.size()); }
+    int Count() const;
     /// All payloads in the order in which they were added.
     std::vector<CNode*> NewEnum() const;
 
@@ -81,12 +88,11 @@ private:
     class FrameByFrame;
 
     void expandSubtree(const CNode& node, FrameByFrame& redraw);
-    TreeNode* treeNode(const CNode& node) const;
-    void drop(const QString& key);
-    void dropSubtree(const TreeNode& node);
+    void leaveBehind(TreeNode& node);
 
     TreeView* m_tree = nullptr;
-    QHash<QString, CNode*> m_nodes;
+    /// The payloads whose tree nodes have gone without them.
+    std::map<QString, std::unique_ptr<CNode>> m_leftBehind;
     quint64 m_placeholders = 0;
-    quint64 m_sequence = 0;
+    std::uint32_t m_sequence = 0;
 };

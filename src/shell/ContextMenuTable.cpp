@@ -117,6 +117,13 @@ Use datasourceUse(bool connected)
     return {u"mnu_DSN"_s, std::move(whenGhost), std::move(whenConnected)};
 }
 
+/// Whether a file is one of the catalog's own that context menus protect.
+bool isProtectedFile(const QString& name)
+{
+    return u",CNTRL,COLUMN,DB,DBPRV,DRIVER,FIELD,FILE,LOCDT,SQLDT,TABLE,TBLPRV,USER,"_s.contains(','_L1 + name +
+                                                                                                 ','_L1);
+}
+
 bool isGuarded(Guard guard, const DragItem& item)
 {
     // The second key part is the file or the database of every item that the guards speak of.
@@ -124,7 +131,7 @@ bool isGuarded(Guard guard, const DragItem& item)
     case Guard::None:
         return false;
     case Guard::ReservedFile:
-        return isReservedFile(item.Keys.value(1));
+        return isProtectedFile(item.Keys.value(1));
     case Guard::CatalogDatabase:
         return item.Keys.value(1) == "TW"_L1;
     }
@@ -132,12 +139,6 @@ bool isGuarded(Guard guard, const DragItem& item)
 }
 
 } // namespace
-
-bool isReservedFile(const QString& name)
-{
-    return u",CNTRL,COLUMN,DB,DBPRV,DRIVER,FIELD,FILE,LOCDT,SQLDT,TABLE,TBLPRV,USER,"_s.contains(','_L1 + name +
-                                                                                                 ','_L1);
-}
 
 Use use(const DragItem& item, const Circumstances& circumstances)
 {

@@ -25,7 +25,4 @@ struct Use {
 /// The use of a menu for an item; an empty menu name where none pops up.
 Use use(const DragItem& item, const Circumstances& circumstances);
 
-/// True for the names of the catalog's own system files that context menus protect.
-bool isReservedFile(const QString& name);
-
 } // namespace contextmenus

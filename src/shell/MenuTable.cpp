@@ -20,14 +20,19 @@ Item check(const char* name, const char* caption, void (mdiMain::*run)())
     return {.name = name, .caption = caption, .run = run, .checkable = true};
 }
 
+std::string handlerOf(const char* name)
+{
+    return std::string("mdiMain.") + name + "_Click";
+}
+
 Item pane(const char* name, const char* caption, const char* pane, Operation operation)
 {
-    return {.name = name, .caption = caption, .pane = pane, .operation = operation};
+    return {.name = name, .caption = caption, .pane = pane, .operation = operation, .handler = handlerOf(name)};
 }
 
 Item feature(const char* name, const char* caption)
 {
-    return {.name = name, .caption = caption};
+    return {.name = name, .caption = caption, .handler = handlerOf(name)};
 }
 
 Item separator(const char* name)
@@ -59,8 +64,8 @@ const std::vector<Menu>& table()
          false,
          {routine("mnu_DSNConnect", "&Connect", &mdiMain::mnu_DSNConnect_Click),
           routine("mnu_DSNExpandAll", "E&xpand All", &mdiMain::mnu_DSNExpandAll_Click),
-          routine("mnu_DSNImport", "&Import Catalog", &mdiMain::mnuFileImportCSV_Click),
-          routine("mnu_DSNExport", "&Export Catalog", &mdiMain::mnuFileExportCSV_Click),
+          routine("mnu_DSNImport", "&Import Catalog", &mdiMain::mnu_DSNImport_Click),
+          routine("mnu_DSNExport", "&Export Catalog", &mdiMain::mnu_DSNExport_Click),
           routine("mnu_DSNClear", "C&lear Catalog", &mdiMain::mnu_DSNClear_Click),
           routine("mnu_DSNDisconnect", "&Disconnect", &mdiMain::mnu_DSNDisconnect_Click)}},
         {"mnu_File",

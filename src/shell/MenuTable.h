@@ -2,6 +2,7 @@
 
 #include "PaneRegistry.h"
 
+#include <string>
 #include <vector>
 
 class mdiMain;
@@ -20,6 +21,8 @@ struct Item {
     /// A routine of the main window; items with neither are commands that a feature room brings along.
     void (mdiMain::*run)() = nullptr;
     bool checkable = false;
+    /// The name of the item's handler on the call stack, where the item has no routine of its own.
+    std::string handler = {};
 };
 
 struct Menu {

@@ -6,15 +6,23 @@ namespace toolbars
 namespace
 {
 
+constexpr Button separator{nullptr, nullptr};
 constexpr Button ok{"OK", ""};
 constexpr Button cancel{"Cancel", "Cancel"};
 constexpr Button undo{"Undo", "Undo changes"};
+
+std::vector<Row> withHandlers(std::vector<Row> rows)
+{
+    for (Row& row : rows)
+        row.handler = std::string("mdiMain.") + row.toolBar + "_ButtonClick";
+    return rows;
+}
 
 } // namespace
 
 const std::vector<Row>& table()
 {
-    static const std::vector<Row> rows = {
+    static const std::vector<Row> rows = withHandlers({
         {"tbrMain",
          "Main",
          nullptr,
@@ -26,9 +34,11 @@ const std::vector<Row>& table()
          "Column",
          "frmColumn",
          {{"Up1", "Up to Column Collection"},
+          separator,
           {"Column Add", "Add New Column"},
           {"Column Edit", "Edit Column"},
           {"Column Delete", "Delete Column"},
+          separator,
           ok,
           cancel,
           undo}},
@@ -37,9 +47,11 @@ const std::vector<Row>& table()
          "DB",
          "frmDatabase",
          {{"Up1", "Up to Database collection"},
+          separator,
           {"DB Add", "Add New Database"},
           {"DB Edit", "Edit Database"},
           {"DB Delete", "Delete Database"},
+          separator,
           ok,
           cancel,
           undo}},
@@ -48,9 +60,11 @@ const std::vector<Row>& table()
          "User",
          "frmDBPRV",
          {{"Up1", "Up to Database Privilige collection"},
+          separator,
           {"User Add", "Add New User Privileges"},
           {"User Edit", "Edit User Privileges"},
           {"User Delete", "Delete User Privileges"},
+          separator,
           ok,
           cancel,
           undo}},
@@ -59,9 +73,11 @@ const std::vector<Row>& table()
          "Field",
          "frmField",
          {{"Up1", "Up to the Field collection"},
+          separator,
           {"Field Add", "Add New Field"},
           {"Field Edit", "Edit Field"},
           {"Field Delete", "Delete Field"},
+          separator,
           ok,
           cancel,
           undo}},
@@ -70,9 +86,11 @@ const std::vector<Row>& table()
          "File",
          "frmFile",
          {{"Up1", "Up to File collection"},
+          separator,
           {"File Add", "Add New File"},
           {"File Edit", "Edit File"},
           {"File Delete", "Delete File"},
+          separator,
           ok,
           cancel,
           undo}},
@@ -80,26 +98,31 @@ const std::vector<Row>& table()
         {"tbrSpecialCols",
          "",
          "frmSpecialCols",
-         {{"Up1", "Up to Table ?"}, {"Special Column Edit", "Edit Special Columns"}, ok, cancel}},
+         {{"Up1", "Up to Table ?"}, separator, {"Special Column Edit", "Edit Special Columns"}, separator, ok, cancel}},
         {"tbrTable",
          "Table",
          "frmTable",
          {{"Up1", "Up to Table collection"},
+          separator,
           {"Table Add", "Add New Table"},
           {"Table Edit", "Edit Table"},
           {"Table Delete", "Delete Table"},
+          separator,
           ok,
           cancel,
           undo,
+          separator,
           {"ViewData", "View Data"}}},
         {"tbrTables", "Tables", "frmTables", {{"Up1", "Up to..."}}},
         {"tbrTBLPRV",
          "User",
          "frmTBLPRV",
          {{"Up1", "Up to Table Privilieges collection"},
+          separator,
           {"User Add", "Add New User Privileges"},
           {"User Edit", "Edit User Privileges"},
           {"User Delete", "Delete User Privileges"},
+          separator,
           ok,
           cancel,
           undo}},
@@ -108,16 +131,18 @@ const std::vector<Row>& table()
          "User",
          "frmUser",
          {{"Up1", "Up to User collection"},
+          separator,
           {"User Add", "Add New User"},
           {"User Edit", "Edit User"},
           {"User Delete", "Delete User"},
+          separator,
           ok,
           cancel,
           undo}},
         {"tbrUsers", "Users", "frmUsers", {{"Up1", "No where to go!"}}},
         {"tbrAbout", "", "frmAbout", {{"WWW", ""}, {"EMail", ""}, {"Information", ""}}},
         {"tbrViewData", "", "frmTableData", {{"Refresh", "Refresh Grid"}}},
-    };
+    });
     return rows;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 /// The tool bars of the main window as one table: bands, panes, tags, buttons and their tips.
@@ -7,6 +8,7 @@ namespace toolbars
 {
 
 struct Button {
+    /// Null for a separator.
     const char* key;
     /// Empty for a button without a tip of its own.
     const char* toolTip;
@@ -19,6 +21,8 @@ struct Row {
     /// The pane with which the tool bar shows; null for the one that always does.
     const char* pane;
     std::vector<Button> buttons;
+    /// The name of the handler of its clicks on the call stack.
+    std::string handler = {};
 };
 
 /// One row a band, in the order of the bands.

@@ -85,6 +85,8 @@ public:
     void mnuViewToolbar_Click();
     void mnuViewStatusBar_Click();
     void mnu_DSNConnect_Click();
+    void mnu_DSNImport_Click();
+    void mnu_DSNExport_Click();
     void mnu_DSNDisconnect_Click();
     void mnu_DSNExpandAll_Click();
     void mnu_FileExpandAll_Click();
@@ -107,6 +109,7 @@ private:
     void buildToolBars();
     void buildMenus();
     QAction* buildMenuItem(const menus::Item& item, QMenu& menu);
+    void runMenuItem(const menus::Item& item);
     void restorePlacement();
     void MDIForm_Unload();
     void MDIForm_Resize();
@@ -124,12 +127,13 @@ private:
     void restoreSavedSelection();
     void tvwExplorer_ContextKey(TreeNode* node, QPoint globalPosition);
     void tbrMain_ButtonClick(ToolButton& button);
+    void forwardToPane(const char* handler, ToolButton& button);
     void showDatasourceAdministrator();
     /// Returns false when the user has declined.
-    bool expandAllSelected(const char* routineName, bool asksFirst);
+    void expandAllSelected(const char* routineName, bool asksFirst);
     void clearCatalog();
-    bool isDatasource(const DragItem& item) const;
 
+    void runCommand(const char* routineName, const QString& menuItem);
     void runPane(const char* routineName, const QString& pane, panes::Operation operation, const QStringList& keys);
     bool makeCurrent(const QString& pane);
     void forgetCurrentPane();

@@ -57,7 +57,7 @@ void mdiMain::listDatasources()
         const CNode* node =
             m_nodes.add(nullptr, u"DSN"_s, source.Name, source.Name, nodetypes::ghostImage, nodetypes::ghostImage);
         if (node)
-            m_nodes.addPlaceholder(m_tree->Nodes().Item(node->Key));
+            m_nodes.addPlaceholder(*CNodes::treeNode(*node));
     }
 }
 

@@ -19,7 +19,7 @@ namespace
 
 const QString options = u"Options"_s;
 
-bool isReservedFile(const QString& name)
+bool isSystemFile(const QString& name)
 {
     return u"'CNTRL'COLUMN'DB'DBPRV'DRIVER'FIELD'FILE'SQLDT'LOCDT'TABLE'TBLPRV'USER'"_s.contains('\''_L1 + name +
                                                                                                  '\''_L1);
@@ -63,7 +63,7 @@ Level filesLevel()
             .type = u"fi"_s,
             .image = u"File"_s,
             .hasPlaceholder = true,
-            .isGrey = isReservedFile};
+            .isGrey = isSystemFile};
 }
 
 Level fieldsLevel(const QString& file)
@@ -161,10 +161,10 @@ TreeNode* addNode(CNodes& nodes, TreeNode& parent, const QString& type, const QS
     const CNode* payload = nodes.add(&parent, type, data, text, image);
     if (!payload)
         return nullptr;
-    TreeNode& node = nodes.Treeview()->Nodes().Item(payload->Key);
+    TreeNode* node = CNodes::treeNode(*payload);
     if (hasPlaceholder)
-        nodes.addPlaceholder(node);
-    return &node;
+        nodes.addPlaceholder(*node);
+    return node;
 }
 
 /// One of the fixed collections below an item, in the colour of that item.
@@ -212,6 +212,7 @@ void mdiMain::expandLevel(TreeNode& node)
     if (nodetypes::isDatasource(type)) {
         redrawOff.end();
         node.setSelected(true);
+        m_tree->viewport()->repaint();
         expandDatasource(node, datasource);
     } else if (type == "fi"_L1) {
         addCollection(m_nodes, node, u"FD"_s, u"Fields"_s, u"Fields"_s);
@@ -236,8 +237,8 @@ void mdiMain::expandDatasource(TreeNode& node, const QString& datasource)
         return;
     }
     const TreeView::RedrawOff redrawOff(*m_tree);
-    node.setImage(u"Datasource"_s);
-    node.setSelectedImage(u"Datasource"_s);
+    node.setImage(nodetypes::connectedImage);
+    node.setSelectedImage(nodetypes::connectedImage);
     addNode(m_nodes, node, u"FI"_s, datasource, u"Files"_s, u"Files"_s, true);
     addNode(m_nodes, node, u"DB"_s, datasource, u"Databases"_s, u"DBs"_s, true);
     addNode(m_nodes, node, u"US"_s, datasource, u"Users"_s, u"Users"_s, true);

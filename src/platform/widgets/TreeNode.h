@@ -4,10 +4,18 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class TreeModel;
 class TreeView;
+
+/// What the owner of a tree keeps with a node; it goes with the node unless it is taken before.
+class TreePayload
+{
+public:
+    virtual ~TreePayload() = default;
+};
 
 /// A node of the tree control. The tree owns it; it lives until it is removed, so a pointer that is kept while other
 /// code runs belongs in a TreeNodeRef.
@@ -59,6 +67,10 @@ public:
     bool Bold() const { return m_bold; }
     void setBold(bool bold);
 
+    TreePayload* Payload() const { return m_payload.get(); }
+    void setPayload(std::unique_ptr<TreePayload> payload) { m_payload = std::move(payload); }
+    std::unique_ptr<TreePayload> takePayload() { return std::move(m_payload); }
+
     /// Expands the collapsed ancestors from the outermost inwards (raising Expand for each) and scrolls to the node.
     /// Ends early when a handler of Expand removes the node or collapses the ancestor again.
     void EnsureVisible();
@@ -81,6 +93,7 @@ private:
     std::unique_ptr<TreeNode> m_next;
     TreeNode* m_previous = nullptr;
     std::unique_ptr<std::vector<TreeNode*>> m_rows;
+    std::unique_ptr<TreePayload> m_payload;
     QString m_key;
     QString m_text;
     std::uint32_t m_count = 0;
