@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <ctime>
+#include <functional>
 
 namespace
 {
@@ -95,6 +96,48 @@ TEST_F(TreeLargeTest, AddingOneByOneWithRedrawOnIsNotQuadratic)
                            }),
               patience);
     EXPECT_EQ(tree.model()->rowCount(tree.model()->index(0, 0)), many + 1);
+}
+
+TEST_F(TreeLargeTest, ABranchIsOpenedToItsLeavesLevelByLevel)
+{
+    constexpr int files = 2'000;
+    QObject::connect(&tree, &TreeView::Expand, &tree, [this](TreeNode* node) {
+        TreeView::RedrawOff off(tree);
+        nodes().RemoveChildren(*node);
+        const bool isTop = !node->Parent();
+        const bool isFile = !isTop && !node->Parent()->Parent();
+        for (int i = 0; i < (isTop ? files : isFile ? 1 : 10); ++i) {
+            TreeNode& child = add(node, node->Key() + QLatin1Char(':') + QString::number(i));
+            if (isTop || isFile)
+                addPlaceholder(child);
+        }
+    });
+    show();
+    addPlaceholder(add(nullptr, "files"));
+    const std::function<void(TreeNode&)> expandAll = [&](TreeNode& node) {
+        node.setExpanded(false);
+        node.setExpanded(true);
+        for (TreeNode* child = node.Child(); child; child = child->Next())
+            expandAll(*child);
+    };
+    EXPECT_LT(milliseconds("open to the leaves", [&] { expandAll(nodes().Item("files")); }), patience);
+    EXPECT_LT(milliseconds("lay out all", [&] { tree.indexAt(QPoint(0, 0)); }), patience);
+    EXPECT_EQ(nodes().Count(), 1 + files * 12);
+    EXPECT_EQ(rows().size(), 1 + files * 12);
+    EXPECT_LT(milliseconds("open to the leaves with redraw off",
+                           [&] {
+                               TreeView::RedrawOff off(tree);
+                               expandAll(nodes().Item("files"));
+                           }),
+              patience);
+    EXPECT_EQ(rows().size(), 1 + files * 12);
+    EXPECT_LT(milliseconds("show again all that was open",
+                           [&] {
+                               TreeView::RedrawOff off(tree);
+                               nodes().Remove(*nodes().Item("files").Child());
+                           }),
+              patience);
+    EXPECT_EQ(rows().size(), 1 + (files - 1) * 12);
 }
 
 TEST_F(TreeLargeTest, ClearingFreesEverything)

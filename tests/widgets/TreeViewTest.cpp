@@ -1,8 +1,11 @@
 #include "TreeFixture.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QToolTip>
 
 #include <cstdlib>
 
@@ -432,6 +435,11 @@ TEST_F(TreeViewTest, TheSelectedNodeShowsItsOtherImage)
 TEST_F(TreeViewTest, TheAccessibleNameIsTheText)
 {
     nodes().Add(nullptr, "key", "the text");
+    show();
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&tree);
+    ASSERT_NE(accessible, nullptr);
+    ASSERT_NE(accessible->tableInterface(), nullptr);
+    EXPECT_EQ(accessible->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), "the text");
     EXPECT_EQ(tree.model()->index(0, 0).data(Qt::AccessibleTextRole).toString(), "the text");
     nodes().Item("key").setText("another");
     EXPECT_EQ(tree.model()->index(0, 0).data().toString(), "another");
@@ -450,6 +458,24 @@ TEST_F(TreeViewTest, ALongNameCanBeScrolledToAndSelectingDoesNotScrollSideways)
     EXPECT_EQ(across->value(), 0);
     nodes().Remove(*nodes().Root()->Next());
     EXPECT_TRUE(QTest::qWaitFor([&] { return across->maximum() == 0; }));
+}
+
+TEST_F(TreeViewTest, ANameThatDoesNotFitHasATipAndAShortOneNone)
+{
+    TreeNode& brief = add(nullptr, "short");
+    TreeNode& lengthy = add(nullptr, QString(200, 'W'));
+    show();
+    const auto askAt = [&](QPoint place) {
+        QHelpEvent help(QEvent::ToolTip, place, tree.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(tree.viewport(), &help);
+    };
+    for (const QPoint other : {nameOf(brief), QPoint(40, 400)}) {
+        askAt(nameOf(lengthy));
+        EXPECT_TRUE(QToolTip::isVisible());
+        EXPECT_EQ(QToolTip::text(), lengthy.Text());
+        askAt(other);
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    }
 }
 
 TEST_F(TreeViewTest, ALongNameThatScrollsIntoSightIsNotCutOff)

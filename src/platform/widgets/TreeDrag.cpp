@@ -6,6 +6,7 @@
 #include <QCursor>
 #include <QPixmap>
 #include <QScrollBar>
+#include <QTimerEvent>
 
 namespace
 {
