@@ -60,7 +60,7 @@ TEST_F(DataSources, MissingEmptyAndMalformedFilesAreEmptyLists)
     EXPECT_EQ(listed(), QStringList());
     write(userIni(), "");
     EXPECT_EQ(listed(), QStringList());
-    write(userIni(), QByteArray("no section\n=\n]]]\n[\n[]\n\0\xFF\xFE garbage\n", 40));
+    write(userIni(), QByteArray("no section\n=\n]]]\n[\n[]\n") + '\0' + "\xFF\xFE garbage\n");
     static_cast<void>(listed());
     write(userIni(), QByteArray(100000, '['));
     static_cast<void>(listed());

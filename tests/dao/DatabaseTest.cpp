@@ -354,6 +354,7 @@ TEST_P(DatabaseOnDriver, ADatasourceThatComesAfterAFailureIsFoundAtOnce)
     const QString late = QStringLiteral("late") + GetParam();
     EXPECT_EQ(raised([&] { open("ODBC;DSN=" + late); }), ErrorNumber::OdbcFailed);
     define(late);
+    const DriverManagersOwnLeak known;
     auto other = open("ODBC;DSN=" + late);
     EXPECT_EQ(other->Name(), late);
     makeTable(3);

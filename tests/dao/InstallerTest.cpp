@@ -283,5 +283,6 @@ TEST_F(Installer, ADatasourceIsTried)
     EXPECT_FALSE(trial.Connected);
     EXPECT_TRUE(trial.Text.contains("Data source name not found"));
     dao::Installer::addDatasource(Scope::User, "missing", "Scripted", {});
+    const DriverManagersOwnLeak known;
     EXPECT_TRUE(dao::Installer::tryDatasource("missing").Connected);
 }

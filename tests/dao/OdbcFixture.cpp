@@ -6,6 +6,21 @@
 
 #include <iostream>
 
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+DriverManagersOwnLeak::DriverManagersOwnLeak()
+{
+    __lsan_disable();
+}
+DriverManagersOwnLeak::~DriverManagersOwnLeak()
+{
+    __lsan_enable();
+}
+#else
+DriverManagersOwnLeak::DriverManagersOwnLeak() = default;
+DriverManagersOwnLeak::~DriverManagersOwnLeak() = default;
+#endif
+
 QString OdbcFixture::folder()
 {
     static const QTemporaryDir directory;
