@@ -12,6 +12,12 @@ LinkLabel::LinkLabel(const QString& text, QWidget* parent) : QAbstractButton(par
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
+void LinkLabel::setMarked(bool marked)
+{
+    m_marked = marked;
+    update();
+}
+
 QSize LinkLabel::sizeHint() const
 {
     return fontMetrics().size(Qt::TextSingleLine, text());
@@ -19,11 +25,12 @@ QSize LinkLabel::sizeHint() const
 
 void LinkLabel::paintEvent(QPaintEvent*)
 {
+    const bool pressed = isDown() || m_marked;
     QPainter painter(this);
     QFont underlined = font();
-    underlined.setUnderline(underMouse() || hasFocus() || isDown());
+    underlined.setUnderline(underMouse() || hasFocus() || pressed);
     painter.setFont(underlined);
-    painter.setPen(palette().color(isDown() ? QPalette::LinkVisited : QPalette::Link));
+    painter.setPen(palette().color(pressed ? QPalette::LinkVisited : QPalette::Link));
     painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeading, text());
     if (hasFocus()) {
         QStyleOptionFocusRect option;

@@ -9,9 +9,16 @@ class LinkLabel : public QAbstractButton
 public:
     explicit LinkLabel(const QString& text, QWidget* parent);
 
+    /// Whether it shows as pressed for as long as what it opens is being opened.
+    bool isMarked() const { return m_marked; }
+    void setMarked(bool marked);
+
     QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    bool m_marked = false;
 };

@@ -10,6 +10,8 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -101,12 +103,12 @@ public:
 
 PaneForm::PaneForm(const QString& name, QWidget* parent)
     : Form(name, parent), m_title(new TitleBand(this)), m_description(new Description(this)),
-      m_corner(new PictureLabel(QStringLiteral("Blue Corner"), {0, 0}, this)), m_body(new QVBoxLayout)
+      m_corner(new PictureLabel(u"Blue Corner"_s, {0, 0}, this)), m_body(new QVBoxLayout)
 {
     setAutoFillBackground(true);
-    m_title->setObjectName(QStringLiteral("lblTitle"));
-    m_description->setObjectName(QStringLiteral("lblDescription"));
-    m_corner->setObjectName(QStringLiteral("imgCorner"));
+    m_title->setObjectName(u"lblTitle"_s);
+    m_description->setObjectName(u"lblDescription"_s);
+    m_corner->setObjectName(u"imgCorner"_s);
     m_corner->hide();
     m_corner->lower();
 

@@ -16,6 +16,8 @@
 #include <QGroupBox>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -70,20 +72,20 @@ void openLink(LinkLabel& link, const QString& prefix, const QString& complaint)
     routine.run([&] {
         const QPointer<LinkLabel> pressed = &link;
         const QString address = prefix + link.text();
-        link.setDown(true);
+        link.setMarked(true);
         events::yield();
         if (!Outside::instance().open(address))
             boxes::inform(complaint);
         if (pressed)
-            pressed->setDown(false);
+            pressed->setMarked(false);
     });
 }
 
 } // namespace
 
-frmAbout::frmAbout(QWidget* parent) : PaneForm(QStringLiteral("frmAbout"), parent)
+frmAbout::frmAbout(QWidget* parent) : PaneForm(u"frmAbout"_s, parent)
 {
-    lblTitle()->setText(QStringLiteral("About Tarnwick Quorvane"));
+    lblTitle()->setText(u"About Tarnwick Quorvane"_s);
     body()->addWidget(buildHeader());
     body()->addWidget(buildDetails());
     body()->addSpacing(8);
@@ -96,8 +98,8 @@ frmAbout::frmAbout(QWidget* parent) : PaneForm(QStringLiteral("frmAbout"), paren
 QWidget* frmAbout::buildHeader()
 {
     auto* header = new QWidget(this);
-    m_logo = new PictureLabel(QStringLiteral("Logo"), {64, 64}, header);
-    m_logo->setObjectName(QStringLiteral("imgLogo"));
+    m_logo = new PictureLabel(u"Logo"_s, {64, 64}, header);
+    m_logo->setObjectName(u"imgLogo"_s);
     m_logo->hide();
     m_name = new QLabel(application::title(), header);
     QFont large = m_name->font();
@@ -115,26 +117,26 @@ QWidget* frmAbout::buildHeader()
 
 QWidget* frmAbout::buildDetails()
 {
-    auto* group = new QGroupBox(QStringLiteral("Application Details:"), this);
+    auto* group = new QGroupBox(u"Application Details:"_s, this);
     QGridLayout* grid = groupGrid(group);
-    m_appTitle = addRow(*grid, tr("Application:"), fact(QStringLiteral("lblAppTitle"), {}, group));
-    m_appVersion = addRow(*grid, tr("Version:"), fact(QStringLiteral("lblAppVersion"), {}, group));
-    m_appBuild = addRow(*grid, tr("Build:"), fact(QStringLiteral("lblAppBuild"), {}, group));
+    m_appTitle = addRow(*grid, tr("Application:"), fact(u"lblAppTitle"_s, {}, group));
+    m_appVersion = addRow(*grid, tr("Version:"), fact(u"lblAppVersion"_s, {}, group));
+    m_appBuild = addRow(*grid, tr("Build:"), fact(u"lblAppBuild"_s, {}, group));
     return group;
 }
 
 QWidget* frmAbout::buildContacts()
 {
-    auto* group = new QGroupBox(QStringLiteral("Contact Details:"), this);
+    auto* group = new QGroupBox(u"Contact Details:"_s, this);
     QGridLayout* grid = groupGrid(group);
-    addRow(*grid, tr("Head Office:"), fact(QStringLiteral("lblHeadOffice"), application::headOffice(), group));
-    addRow(*grid, tr("Telephone:"), fact(QStringLiteral("lblTelephone"), application::telephone(), group));
-    addRow(*grid, tr("Facsimile:"), fact(QStringLiteral("lblFacsimile"), application::facsimile(), group));
-    addRow(*grid, tr("Voice Mail:"), fact(QStringLiteral("lblVoiceMail"), application::voiceMail(), group));
+    addRow(*grid, tr("Head Office:"), fact(u"lblHeadOffice"_s, application::headOffice(), group));
+    addRow(*grid, tr("Telephone:"), fact(u"lblTelephone"_s, application::telephone(), group));
+    addRow(*grid, tr("Facsimile:"), fact(u"lblFacsimile"_s, application::facsimile(), group));
+    addRow(*grid, tr("Voice Mail:"), fact(u"lblVoiceMail"_s, application::voiceMail(), group));
     m_eMail = addRow(*grid, tr("E-Mail:"), new LinkLabel(application::supportMail(), group));
-    m_eMail->setObjectName(QStringLiteral("lblEMail"));
+    m_eMail->setObjectName(u"lblEMail"_s);
     m_www = addRow(*grid, tr("Web:"), new LinkLabel(application::supportWeb(), group));
-    m_www->setObjectName(QStringLiteral("lblWWW"));
+    m_www->setObjectName(u"lblWWW"_s);
     connect(m_eMail, &LinkLabel::clicked, this, &frmAbout::lblEMail_Click);
     connect(m_www, &LinkLabel::clicked, this, &frmAbout::lblWWW_Click);
     return group;
@@ -146,9 +148,9 @@ void frmAbout::Form_Load()
     routine.run([&] {
         modGUI::PaneFormLoad(*this);
         m_appTitle->setText(application::title());
-        m_appVersion->setText(QStringLiteral("%1.%2").arg(application::major()).arg(application::minor()));
+        m_appVersion->setText(u"%1.%2"_s.arg(application::major()).arg(application::minor()));
         m_appBuild->setText(QString::number(application::revision()) +
-                            (application::isBeta() ? QStringLiteral(" (Beta)") : QString()));
+                            (application::isBeta() ? u" (Beta)"_s : QString()));
         m_logo->show();
     });
 }
@@ -170,11 +172,11 @@ void frmAbout::tbr_ButtonClick(ToolButton& button)
     const forms::Running running(*this);
     Routine routine("frmAbout.tbr_ButtonClick");
     routine.run([&] {
-        if (button.Key() == QLatin1String("WWW"))
+        if (button.Key() == "WWW"_L1)
             lblWWW_Click();
-        else if (button.Key() == QLatin1String("EMail"))
+        else if (button.Key() == "EMail"_L1)
             lblEMail_Click();
-        else if (button.Key() == QLatin1String("Information"))
+        else if (button.Key() == "Information"_L1)
             DisplaySystemInfo();
     });
 }
@@ -182,13 +184,13 @@ void frmAbout::tbr_ButtonClick(ToolButton& button)
 void frmAbout::lblEMail_Click()
 {
     const forms::Running running(*this);
-    openLink(*m_eMail, QStringLiteral("mailto:"), QStringLiteral("No default EMail Editor is registered"));
+    openLink(*m_eMail, u"mailto:"_s, u"No default EMail Editor is registered"_s);
 }
 
 void frmAbout::lblWWW_Click()
 {
     const forms::Running running(*this);
-    openLink(*m_www, {}, QStringLiteral("No Default Browser is registered"));
+    openLink(*m_www, {}, u"No Default Browser is registered"_s);
 }
 
 void frmAbout::DisplaySystemInfo()
@@ -198,15 +200,13 @@ void frmAbout::DisplaySystemInfo()
         using modAPIRegistry::GetKeyValue;
         constexpr auto root = modAPIRegistry::Root::HKEY_LOCAL_MACHINE;
         QString found;
-        if (GetKeyValue(root, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"), QStringLiteral("PATH"),
-                        found)) {
+        if (GetKeyValue(root, u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s, u"PATH"_s, found)) {
             runProgram(found);
             return;
         }
-        if (!GetKeyValue(root, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools Location"), QStringLiteral("MSINFO"),
-                         found))
+        if (!GetKeyValue(root, u"SOFTWARE\\Microsoft\\Shared Tools Location"_s, u"MSINFO"_s, found))
             return;
-        const QString program = found + QLatin1String("/MSINFO32.EXE");
+        const QString program = found + "/MSINFO32.EXE"_L1;
         if (QFileInfo::exists(program))
             runProgram(program);
     });

@@ -1,6 +1,6 @@
 #include "frmDSN.h"
 
-#include "DBEngine.h"
+#include "Installer.h"
 #include "Routine.h"
 #include "mdiMain.h"
 #include "modGUI.h"
@@ -8,6 +8,8 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -22,13 +24,14 @@ QLabel* addFact(QFormLayout& form, const QString& prompt, const QString& name)
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     label->setAccessibleDescription(prompt);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     form.addRow(prompt, label);
     return label;
 }
 
 } // namespace
 
-frmDSN::frmDSN(QWidget* parent) : PaneForm(QStringLiteral("frmDSN"), parent), m_facts(new QGroupBox(this))
+frmDSN::frmDSN(QWidget* parent) : PaneForm(u"frmDSN"_s, parent), m_facts(new QGroupBox(this))
 {
     m_facts->setTitle(tr("Datasource"));
     m_facts->setMaximumWidth(groupWidth);
@@ -36,8 +39,12 @@ frmDSN::frmDSN(QWidget* parent) : PaneForm(QStringLiteral("frmDSN"), parent), m_
     form->setContentsMargins(16, 8, 16, 16);
     form->setHorizontalSpacing(16);
     form->setVerticalSpacing(8);
-    m_name = addFact(*form, tr("Name:"), QStringLiteral("lblName"));
-    m_driver = addFact(*form, tr("Driver:"), QStringLiteral("lblDriver"));
+    m_name = addFact(*form, tr("Name:"), u"lblName"_s);
+    m_driver = addFact(*form, tr("Driver:"), u"lblDriver"_s);
+    m_driver->setText(u"Tarnwick ODBC"_s);
+    m_remarks = addFact(*form, tr("Description:"), u"lblRemarks"_s);
+    m_catalog = addFact(*form, tr("Catalog file:"), u"lblCatalog"_s);
+    m_file = addFact(*form, tr("Defined in:"), u"lblFile"_s);
     body()->addWidget(m_facts);
     body()->addStretch(1);
     Form_Load();
@@ -53,13 +60,13 @@ void frmDSN::Display(const QString& name)
 {
     Routine routine("frmDSN.Display");
     routine.run([&] {
-        const QString key = QStringLiteral("DSN=") + name + QLatin1Char(':');
+        const QString key = u"DSN="_s + name + QLatin1Char(':');
         const TreeNode& node = mdiMain::instance().tvwExplorer().Nodes().Item(key);
-        if (node.Image() == QLatin1String("DSN Ghost")) {
-            lblTitle()->setText(name + QStringLiteral(" (Unconnected) - Datasource Properties"));
-            lblDescription()->setText(QStringLiteral("Please connect to this datasource to explorer it further..."));
+        if (node.Image() == "DSN Ghost"_L1) {
+            lblTitle()->setText(name + u" (Unconnected) - Datasource Properties"_s);
+            lblDescription()->setText(u"Please connect to this datasource to explorer it further..."_s);
         } else {
-            lblTitle()->setText(name + QStringLiteral(" (Connected) - Datasource Properties"));
+            lblTitle()->setText(name + u" (Connected) - Datasource Properties"_s);
             lblDescription()->clear();
         }
         showFacts(name);
@@ -68,10 +75,29 @@ void frmDSN::Display(const QString& name)
 
 void frmDSN::showFacts(const QString& name)
 {
-    m_name->setText(name);
-    m_driver->clear();
-    for (const dao::DataSource& source : dao::DBEngine::DataSources()) {
-        if (source.Name == name)
-            m_driver->setText(source.Description);
+    setFact(*m_name, name);
+    for (QLabel* fact : {m_remarks, m_catalog, m_file})
+        setFact(*fact, {});
+    // The driver manager takes the user's datasource before the system's of the same name.
+    for (const dao::Installer::Datasource& source : dao::Installer::datasources(m_driver->text())) {
+        if (source.Name != name)
+            continue;
+        for (const dao::Installer::Key& key : source.Keys) {
+            if (key.Name.compare("Description"_L1, Qt::CaseInsensitive) == 0)
+                setFact(*m_remarks, key.Value);
+            else if (key.Name.compare("Catalog"_L1, Qt::CaseInsensitive) == 0)
+                setFact(*m_catalog, key.Value);
+        }
+        setFact(*m_file, source.File);
+        break;
     }
+}
+
+/// What is not known takes no row.
+void frmDSN::setFact(QLabel& fact, const QString& text)
+{
+    fact.setText(text);
+    fact.setToolTip(text);
+    fact.setVisible(!text.isEmpty());
+    static_cast<QFormLayout*>(m_facts->layout())->labelForField(&fact)->setVisible(!text.isEmpty());
 }

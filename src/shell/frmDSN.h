@@ -15,8 +15,12 @@ public:
 private:
     void Form_Load();
     void showFacts(const QString& name);
+    void setFact(QLabel& fact, const QString& text);
 
     QGroupBox* m_facts;
     QLabel* m_name;
     QLabel* m_driver;
+    QLabel* m_remarks;
+    QLabel* m_catalog;
+    QLabel* m_file;
 };

@@ -16,13 +16,15 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
 /// The widest that a group gets, in device-independent pixels.
 constexpr int groupWidth = 560;
 
-const QString section = QStringLiteral("Options");
+const QString section = u"Options"_s;
 
 /// A prompt in the first column and its control beside it; the control is named after its prompt.
 QLabel* addRow(QGridLayout& grid, const QString& prompt, QWidget* control)
@@ -49,9 +51,9 @@ QGridLayout* groupGrid(QGroupBox* group)
 
 } // namespace
 
-frmOptions::frmOptions(QWidget* parent) : PaneForm(QStringLiteral("frmOptions"), parent)
+frmOptions::frmOptions(QWidget* parent) : PaneForm(u"frmOptions"_s, parent)
 {
-    lblTitle()->setText(QStringLiteral("Options"));
+    lblTitle()->setText(u"Options"_s);
     lblDescription()->setText(tr("What the explorer shows, and how panes look and open."));
 
     QGroupBox* catalog = buildCatalogOptions();
@@ -64,10 +66,10 @@ frmOptions::frmOptions(QWidget* parent) : PaneForm(QStringLiteral("frmOptions"),
     body()->addSpacing(8);
 
     m_ok = new QPushButton(tr("OK"), this);
-    m_ok->setObjectName(QStringLiteral("cmdOK"));
+    m_ok->setObjectName(u"cmdOK"_s);
     m_ok->setDefault(true);
     m_cancel = new QPushButton(tr("Cancel"), this);
-    m_cancel->setObjectName(QStringLiteral("cmdCancel"));
+    m_cancel->setObjectName(u"cmdCancel"_s);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(8);
     buttons->addWidget(m_ok);
@@ -88,17 +90,17 @@ frmOptions::frmOptions(QWidget* parent) : PaneForm(QStringLiteral("frmOptions"),
 
 QGroupBox* frmOptions::buildCatalogOptions()
 {
-    auto* group = new QGroupBox(QStringLiteral("Catalog Options..."), this);
+    auto* group = new QGroupBox(u"Catalog Options..."_s, this);
     QGridLayout* grid = groupGrid(group);
 
     m_sysTable = new QCheckBox(group);
-    m_sysTable->setObjectName(QStringLiteral("chkSysTable"));
-    addRow(*grid, QStringLiteral("View &System Tables:"), m_sysTable);
+    m_sysTable->setObjectName(u"chkSysTable"_s);
+    addRow(*grid, u"View &System Tables:"_s, m_sysTable);
 
-    m_warningPicture = new PictureLabel(QStringLiteral("Warning"), {16, 16}, group);
-    m_warningPicture->setObjectName(QStringLiteral("imgWarning"));
-    m_warning = new QLabel(QStringLiteral("WARNING"), group);
-    m_warning->setObjectName(QStringLiteral("lblWarning"));
+    m_warningPicture = new PictureLabel(u"Warning"_s, {16, 16}, group);
+    m_warningPicture->setObjectName(u"imgWarning"_s);
+    m_warning = new QLabel(u"WARNING"_s, group);
+    m_warning->setObjectName(u"lblWarning"_s);
     QFont bold = m_warning->font();
     bold.setBold(true);
     m_warning->setFont(bold);
@@ -108,44 +110,45 @@ QGroupBox* frmOptions::buildCatalogOptions()
     heading->addWidget(m_warning, 1);
     grid->addLayout(heading, grid->rowCount(), 1);
 
-    m_sysTableNote = new QLabel(
-        QStringLiteral("Changing the system tables manually can make them unreadable and is not recommended."), group);
-    m_sysTableNote->setObjectName(QStringLiteral("lblSysTable"));
+    m_sysTableNote =
+        new QLabel(u"Changing the system tables manually can make them unreadable and is not recommended."_s, group);
+    m_sysTableNote->setObjectName(u"lblSysTable"_s);
     m_sysTableNote->setWordWrap(true);
     grid->addWidget(m_sysTableNote, grid->rowCount(), 1);
     m_sysTable->setAccessibleDescription(m_sysTableNote->text());
     chkSysTable_Click();
 
-    // The prompt leads to whichever of the two is on; leading to a fixed one would press it.
+    // The prompt leads to whichever of the two is on.
     m_fieldOrderFrame = new QWidget(group);
-    m_fieldOrderFrame->setObjectName(QStringLiteral("fraFieldOrder"));
+    m_fieldOrderFrame->setObjectName(u"fraFieldOrder"_s);
+    m_fieldOrderFrame->setFocusPolicy(Qt::ClickFocus);
     auto* orders = new QHBoxLayout(m_fieldOrderFrame);
     orders->setContentsMargins(0, 0, 0, 0);
     orders->setSpacing(16);
-    m_fieldOrder = {new QRadioButton(QStringLiteral("Alphabetically"), m_fieldOrderFrame),
-                    new QRadioButton(QStringLiteral("Offset Order"), m_fieldOrderFrame)};
+    m_fieldOrder = {new QRadioButton(u"Alphabetically"_s, m_fieldOrderFrame),
+                    new QRadioButton(u"Offset Order"_s, m_fieldOrderFrame)};
     for (std::size_t index = 0; index < m_fieldOrder.size(); ++index) {
-        m_fieldOrder[index]->setObjectName(QStringLiteral("optFieldOrder_%1").arg(index));
+        m_fieldOrder[index]->setObjectName(u"optFieldOrder_%1"_s.arg(index));
         orders->addWidget(m_fieldOrder[index]);
     }
-    addRow(*grid, QStringLiteral("Field &Order"), m_fieldOrderFrame);
+    addRow(*grid, u"Field &Order"_s, m_fieldOrderFrame);
     return group;
 }
 
 QGroupBox* frmOptions::buildDisplayOptions()
 {
-    auto* group = new QGroupBox(QStringLiteral("Display Options..."), this);
+    auto* group = new QGroupBox(u"Display Options..."_s, this);
     QGridLayout* grid = groupGrid(group);
 
     m_items = new QComboBox(group);
-    m_items->setObjectName(QStringLiteral("cboItems"));
-    m_items->addItems({QStringLiteral("Display"), QStringLiteral("Edit!")});
+    m_items->setObjectName(u"cboItems"_s);
+    m_items->addItems({u"Display"_s, u"Edit!"_s});
     m_items->setMinimumWidth(144);
-    addRow(*grid, QStringLiteral("&Default View:"), m_items);
+    addRow(*grid, u"&Default View:"_s, m_items);
 
     m_win98 = new QCheckBox(group);
-    m_win98->setObjectName(QStringLiteral("chkWin98"));
-    addRow(*grid, QStringLiteral("&Web Style:"), m_win98);
+    m_win98->setObjectName(u"chkWin98"_s);
+    addRow(*grid, u"&Web Style:"_s, m_win98);
     return group;
 }
 
@@ -172,10 +175,10 @@ void frmOptions::Form_Load()
 
 void frmOptions::loadSettings()
 {
-    m_win98->setChecked(settings::getNumber(section, QStringLiteral("Win98"), 1) != 0);
-    m_sysTable->setChecked(settings::getNumber(section, QStringLiteral("SysTables"), 0) != 0);
-    m_fieldOrder[settings::getNumber(section, QStringLiteral("FieldOrder"), 0) == 0 ? 0 : 1]->setChecked(true);
-    const int items = settings::getNumber(section, QStringLiteral("Items"), 1);
+    m_win98->setChecked(settings::getNumber(section, u"Win98"_s, 1) != 0);
+    m_sysTable->setChecked(settings::getNumber(section, u"SysTables"_s, 0) != 0);
+    m_fieldOrder[settings::getNumber(section, u"FieldOrder"_s, 0) == 0 ? 0 : 1]->setChecked(true);
+    const int items = settings::getNumber(section, u"Items"_s, 1);
     m_items->setCurrentIndex(items >= 0 && items < m_items->count() ? items : 1);
     m_loadedSysTable = m_sysTable->isChecked();
     m_loadedWin98 = m_win98->isChecked();
@@ -217,10 +220,10 @@ void frmOptions::cmdOK_Click()
     const forms::Running running(*this);
     Routine routine("frmOptions.cmdOK_Click");
     routine.run([&] {
-        settings::save(section, QStringLiteral("Win98"), m_win98->isChecked() ? 1 : 0);
-        settings::save(section, QStringLiteral("SysTables"), m_sysTable->isChecked() ? 1 : 0);
-        settings::save(section, QStringLiteral("FieldOrder"), m_fieldOrder[0]->isChecked() ? 0 : 1);
-        settings::save(section, QStringLiteral("Items"), m_items->currentIndex());
+        settings::save(section, u"Win98"_s, m_win98->isChecked() ? 1 : 0);
+        settings::save(section, u"SysTables"_s, m_sysTable->isChecked() ? 1 : 0);
+        settings::save(section, u"FieldOrder"_s, m_fieldOrder[0]->isChecked() ? 0 : 1);
+        settings::save(section, u"Items"_s, m_items->currentIndex());
 
         // Rebuilding the tree unloads this form.
         const bool sysTableChanged = m_sysTable->isChecked() != m_loadedSysTable;
@@ -231,7 +234,7 @@ void frmOptions::cmdOK_Click()
             window.FetchTreeviewRoot();
         if (win98Changed) {
             forms::unloadAllBut({window.objectName()});
-            window.PaneDisplay(QStringLiteral("frmWelcome"));
+            window.PaneDisplay(u"frmWelcome"_s);
         }
     });
 }
@@ -241,8 +244,8 @@ void frmOptions::cmdCancel_Click()
     const forms::Running running(*this);
     Routine routine("frmOptions.cmdCancel_Click");
     routine.run([&] {
-        forms::unload(QStringLiteral("frmWelcome"));
-        mdiMain::instance().PaneDisplay(QStringLiteral("frmWelcome"));
+        forms::unload(u"frmWelcome"_s);
+        mdiMain::instance().PaneDisplay(u"frmWelcome"_s);
     });
 }
 

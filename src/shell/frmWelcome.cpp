@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -47,30 +49,30 @@ QGridLayout* hintGrid(QWidget* parent)
 } // namespace
 
 frmWelcome::frmWelcome(QWidget* parent)
-    : PaneForm(QStringLiteral("frmWelcome"), parent), m_hints(new QWidget(this)), m_noDatasources(new QWidget(this))
+    : PaneForm(u"frmWelcome"_s, parent), m_hints(new QWidget(this)), m_noDatasources(new QWidget(this))
 {
-    lblTitle()->setObjectName(QStringLiteral("lblTitleBar"));
+    lblTitle()->setObjectName(u"lblTitleBar"_s);
 
     QGridLayout* hints = hintGrid(m_hints);
-    addHint(*hints, QStringLiteral("Datasource"),
+    addHint(*hints, u"Datasource"_s,
             tr("Expand a datasource to connect to it. Its files, databases and users appear below it."));
-    addHint(*hints, QStringLiteral("File Edit"),
+    addHint(*hints, u"File Edit"_s,
             tr("Click an item to show it here. The right mouse button lists what can be done with it."));
-    addHint(*hints, QStringLiteral("Export"),
+    addHint(*hints, u"Export"_s,
             tr("Import Catalog and Export Catalog in the File menu read and write a whole catalog as a CSV file."));
 
     QGridLayout* none = hintGrid(m_noDatasources);
     addHint(
-        *none, QStringLiteral("Warning"),
+        *none, u"Warning"_s,
         tr("No Tarnwick ODBC datasource is set up yet. Add one, then choose Refresh Datasources in the File menu."));
     auto* administrator = new QPushButton(tr("&Datasource Administrator"), m_noDatasources);
-    administrator->setObjectName(QStringLiteral("cmdAdministrator"));
+    administrator->setObjectName(u"cmdAdministrator"_s);
     connect(administrator, &QPushButton::clicked, this,
-            [] { mdiMain::instance().toolBar(QStringLiteral("tbrMain")).Button(QStringLiteral("DSN Admin")).press(); });
+            [] { mdiMain::instance().toolBar(u"tbrMain"_s).Button(u"DSN Admin"_s).press(); });
     none->addWidget(administrator, none->rowCount(), 1, Qt::AlignLeft);
 
-    m_hints->setObjectName(QStringLiteral("fraHints"));
-    m_noDatasources->setObjectName(QStringLiteral("fraNoDatasources"));
+    m_hints->setObjectName(u"fraHints"_s);
+    m_noDatasources->setObjectName(u"fraNoDatasources"_s);
     body()->addWidget(m_noDatasources);
     body()->addWidget(m_hints);
     body()->addStretch(1);
@@ -82,10 +84,9 @@ void frmWelcome::Form_Load()
     Routine routine("frmWelcome.Form_Load");
     routine.run([&] {
         modGUI::PaneFormLoad(*this);
-        lblTitle()->setText(QStringLiteral("Welcome to the Tarnwick Quorvane"));
-        lblDescription()->setText(
-            QStringLiteral("Use the treeview on the left to explore and modify your Tarnwick ODBC "
-                           "datasources..."));
+        lblTitle()->setText(u"Welcome to the Tarnwick Quorvane"_s);
+        lblDescription()->setText(u"Use the treeview on the left to explore and modify your Tarnwick ODBC "
+                                  "datasources..."_s);
     });
 }
 
@@ -93,7 +94,7 @@ void frmWelcome::Display()
 {
     Routine routine("frmWelcome.Display");
     routine.run([&] {
-        if (settings::getNumber(QStringLiteral("Options"), QStringLiteral("Win98"), 1) != 0)
+        if (settings::getNumber(u"Options"_s, u"Win98"_s, 1) != 0)
             imgCorner()->show();
         const bool anyDatasource = mdiMain::instance().tvwExplorer().Nodes().Root() != nullptr;
         m_noDatasources->setVisible(!anyDatasource);

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace modAPIRegistry
 {
 
@@ -18,15 +20,21 @@ QLatin1String rootName(Root root)
 {
     switch (root) {
     case Root::HKEY_CLASSES_ROOT:
-        return QLatin1String("HKEY_CLASSES_ROOT");
+        return "HKEY_CLASSES_ROOT"_L1;
     case Root::HKEY_CURRENT_USER:
-        return QLatin1String("HKEY_CURRENT_USER");
+        return "HKEY_CURRENT_USER"_L1;
     case Root::HKEY_USERS:
-        return QLatin1String("HKEY_USERS");
+        return "HKEY_USERS"_L1;
     case Root::HKEY_LOCAL_MACHINE:
         break;
     }
-    return QLatin1String("HKEY_LOCAL_MACHINE");
+    return "HKEY_LOCAL_MACHINE"_L1;
+}
+
+/// The settings file's own mark between the steps of a section is the slash; it reads a backslash as one.
+QString sectionOf(Root root, const QString& key)
+{
+    return rootName(root) + u'/' + QString(key).replace(u'\\', u'/');
 }
 
 } // namespace
@@ -39,7 +47,7 @@ std::optional<QString> ValueText(ValueType type, const QByteArray& data)
     if (type == ValueType::Binary) {
         QByteArray reversed = data;
         std::reverse(reversed.begin(), reversed.end());
-        return QLatin1String("&H") + QString::fromLatin1(reversed.toHex().toUpper());
+        return "&H"_L1 + QString::fromLatin1(reversed.toHex().toUpper());
     }
     return QString::fromUtf8(data.endsWith('\0') ? data.chopped(1) : data);
 }
@@ -49,7 +57,7 @@ bool GetKeyValue(Root root, const QString& key, const QString& name, QString& va
     bool found = false;
     Routine routine("modAPIRegistry.GetKeyValue");
     routine.run([&] {
-        const QString stored = settings::get(rootName(root) + QLatin1Char('\\') + key, name);
+        const QString stored = settings::get(sectionOf(root, key), name);
         if (stored.isNull())
             return;
         const QLatin1String hex("hex:");

@@ -5,9 +5,9 @@
 
 #include <optional>
 
-/// Values of the system's registry. Where the system has none, the user's settings file stands for it: a section is
-/// named after the root and the key ("HKEY_LOCAL_MACHINE\SOFTWARE\..."), a value "hex:0a,1b" holds bytes, any other one
-/// a text.
+/// Values of the system's registry. Where the system has none, the user's settings file stands for it: the section
+/// [HKEY_LOCAL_MACHINE\SOFTWARE\...] is a key below that root, and its lines are the values, "hex:0a,1b" bytes and any
+/// other one a text.
 namespace modAPIRegistry
 {
 

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace modGUI
 {
 
@@ -22,8 +24,7 @@ constexpr int cornerSize = 256;
 void showAllControls(PaneForm& form)
 {
     for (QWidget* control : form.findChildren<QWidget*>()) {
-        if (!control->isWindow() && !control->objectName().isEmpty() &&
-            !control->objectName().startsWith(QLatin1String("qt_")))
+        if (!control->isWindow() && !control->objectName().isEmpty() && !control->objectName().startsWith("qt_"_L1))
             control->setVisible(true);
     }
 }
@@ -34,7 +35,7 @@ void PaneFormLoad(PaneForm& form)
 {
     Routine routine("modGUI.PaneFormLoad");
     routine.run([&] {
-        const bool web = settings::getNumber(QStringLiteral("Options"), QStringLiteral("Win98"), 1) != 0;
+        const bool web = settings::getNumber(u"Options"_s, u"Win98"_s, 1) != 0;
         form.setWebLook(web);
 
         mdiMain* window = mdiMain::find();
