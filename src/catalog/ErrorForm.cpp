@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QEventLoop>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -182,7 +183,7 @@ QWidget* ErrorForm::buildHeading()
     m_heading->setObjectName("lblHeading");
     m_heading->setTextFormat(Qt::PlainText);
     QFont font = m_heading->font();
-    font.setPointSizeF(font.pointSizeF() * 1.4);
+    font.setPointSizeF(QFontInfo(font).pointSizeF() * 1.4);
     font.setBold(true);
     m_heading->setFont(font);
 
