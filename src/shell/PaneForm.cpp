@@ -7,6 +7,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QScrollArea>
 #include <QToolTip>
 #include <QVBoxLayout>
 
@@ -112,18 +113,27 @@ PaneForm::PaneForm(const QString& name, QWidget* parent)
     m_corner->hide();
     m_corner->lower();
 
-    auto* page = new QVBoxLayout;
-    page->setContentsMargins(2 * unit, 2 * unit, 2 * unit, 2 * unit);
-    page->setSpacing(unit);
-    page->addWidget(m_description);
+    // A pane that is taller or wider than its place scrolls; the corner picture behind it stays.
+    auto* page = new QScrollArea(this);
+    page->setFocusPolicy(Qt::NoFocus);
+    page->setFrameShape(QFrame::NoFrame);
+    page->setWidgetResizable(true);
+    auto* content = new QWidget(page);
+    page->setWidget(content);
+    content->setAutoFillBackground(false);
+    page->viewport()->setAutoFillBackground(false);
+    content->setLayout(m_body);
+    m_body->setContentsMargins(2 * unit, 0, 2 * unit, 2 * unit);
     m_body->setSpacing(unit);
-    page->addLayout(m_body, 1);
+    m_description->setContentsMargins(2 * unit, 0, 2 * unit, unit);
 
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->setSpacing(0);
     whole->addWidget(m_title);
-    whole->addLayout(page, 1);
+    whole->addSpacing(2 * unit);
+    whole->addWidget(m_description);
+    whole->addWidget(page, 1);
 }
 
 void PaneForm::setWebLook(bool web)

@@ -45,6 +45,7 @@ frmDSN::frmDSN(QWidget* parent) : PaneForm(u"frmDSN"_s, parent), m_facts(new QGr
     m_remarks = addFact(*form, tr("Description:"), u"lblRemarks"_s);
     m_catalog = addFact(*form, tr("Catalog file:"), u"lblCatalog"_s);
     m_file = addFact(*form, tr("Defined in:"), u"lblFile"_s);
+    body()->addSpacing(8);
     body()->addWidget(m_facts);
     body()->addStretch(1);
     Form_Load();

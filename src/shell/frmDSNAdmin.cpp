@@ -114,6 +114,7 @@ QLayout* frmDSNAdmin::buildList()
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAllColumnsShowFocus(true);
+    m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setIconSize({16, 16});
     m_list->setHeaderLabels({tr("Name"), tr("Available to"), tr("Catalog file"), tr("Description")});
     m_list->header()->resizeSection(0, 152);

@@ -17,7 +17,7 @@ namespace modGUI
 namespace
 {
 
-/// The corner picture's natural width and height in device-independent pixels.
+/// The corner picture's natural width and height in device-independent pixels; in a small pane it is smaller.
 constexpr int cornerSize = 256;
 
 /// Shows what is hidden by design. Popups and the inner parts of Qt's own controls are no controls of the form.
@@ -54,7 +54,7 @@ void PaneFormResize(PaneForm& form)
     routine.run([&] {
         QLabel& corner = *form.imgCorner();
         const QRect page = form.rect().adjusted(0, form.lblTitle()->height(), 0, 0);
-        const int side = std::max(0, std::min({cornerSize, page.width(), page.height()}));
+        const int side = std::max(0, std::min({cornerSize, page.width() / 2, page.height() / 2}));
         corner.setGeometry(page.right() + 1 - side, page.bottom() + 1 - side, side, side);
     });
 }

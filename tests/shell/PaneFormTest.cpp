@@ -9,6 +9,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -136,6 +139,20 @@ TEST_F(PanesLook, TheCornerPictureNeverReachesIntoTheTitle)
     window->resize(500, 200);
     QCoreApplication::processEvents();
     EXPECT_FALSE(pane.imgCorner()->geometry().intersects(pane.lblTitle()->geometry()));
+}
+
+TEST_F(PanesLook, WhatDoesNotFitIsReachedByScrolling)
+{
+    SamplePane& pane = show();
+    pane.lvw->setMinimumHeight(2000);
+    auto* page = pane.findChild<QScrollArea*>();
+    ASSERT_TRUE(page);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return page->verticalScrollBar()->isVisible(); }));
+    EXPECT_GE(pane.lvw->height(), 2000);
+    EXPECT_EQ(pane.lblTitle()->y(), 0);
+
+    pane.lvw->setMinimumHeight(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !page->verticalScrollBar()->isVisible(); }));
 }
 
 TEST_F(PanesLook, TheWordDebugShowsHiddenControls)
