@@ -5,6 +5,7 @@
 #include <sqlucode.h>
 
 #include <array>
+#include <limits>
 #include <optional>
 
 using namespace tarnwick;
@@ -12,7 +13,11 @@ using namespace tarnwick;
 namespace
 {
 
-constexpr SQLSMALLINT nameCapacity = 4096;
+/// The library below cuts names to the buffer without a word, so the buffer is the largest: a column without a name
+/// bears its whole expression.
+constexpr SQLSMALLINT nameCapacity = std::numeric_limits<SQLSMALLINT>::max();
+
+using NameBuffer = std::array<SQLCHAR, nameCapacity>;
 
 /// The most bytes that one character takes in UTF-8.
 constexpr SQLLEN bytesPerCharacter = 4;
@@ -29,7 +34,8 @@ struct Column {
 
 std::string TextAttribute(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT field, SQLRETURN* answer)
 {
-    std::array<SQLCHAR, nameCapacity> text{};
+    NameBuffer text;
+    text[0] = 0;
     SQLSMALLINT length = 0;
     *answer = lower.SQLColAttribute(statement, number, field, text.data(), nameCapacity, &length, nullptr);
     return reinterpret_cast<const char*>(text.data());
@@ -97,7 +103,8 @@ const char* TypeName(SQLSMALLINT type)
 
 SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
 {
-    std::array<SQLCHAR, nameCapacity> name{};
+    NameBuffer name;
+    name[0] = 0;
     SQLSMALLINT length = 0;
     const SQLRETURN answer = lower.SQLDescribeCol(statement, number, name.data(), nameCapacity, &length, &column->type,
                                                   &column->size, &column->digits, &column->nullable);

@@ -17,7 +17,7 @@ namespace
 /// candidate.
 std::vector<std::string> Candidates()
 {
-    if (const char* named = std::getenv("TARNWICK_SQLITE_ODBC"))
+    if (const char* named = ::secure_getenv("TARNWICK_SQLITE_ODBC"))
         return {named};
     return {TARNWICK_SQLITE_ODBC_PATH,          "/usr/lib/" TARNWICK_LIBRARY_ARCHITECTURE "/odbc/libsqlite3odbc.so",
             "/usr/lib/odbc/libsqlite3odbc.so",  "/usr/lib64/libsqlite3odbc.so",

@@ -24,8 +24,8 @@ int FileWith(const std::string& text)
 
 [[noreturn]] void BecomeProgram(const std::vector<std::string>& words, int input, int output)
 {
-#ifdef TARNWICK_ASAN_LIBRARY
-    ::setenv("LD_PRELOAD", TARNWICK_ASAN_LIBRARY, 1);
+#ifdef TARNWICK_PRELOAD
+    ::setenv("LD_PRELOAD", TARNWICK_PRELOAD, 1);
     ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
 #endif
     ::dup2(input, STDIN_FILENO);

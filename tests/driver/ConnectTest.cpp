@@ -229,6 +229,7 @@ TEST(Connect, AFileInAReadOnlyFolderCanBeRead)
 TEST(Connect, AFolderThatCannotBeWrittenGetsNoNewCatalog)
 {
     OdbcSetup setup;
+    MakeCatalog(setup.File("other.cat"));
     ::chmod(setup.Path().c_str(), 0555);
     const int answer = AsOrdinaryUser([&] {
         OdbcClient client;

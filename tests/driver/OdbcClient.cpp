@@ -4,6 +4,7 @@
 
 #include <sqlucode.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <fstream>
@@ -115,6 +116,7 @@ private:
     {
         std::ofstream(m_folder.File("odbcinst.ini")) << "[Tarnwick ODBC]\nDriver = " << TARNWICK_DRIVER_FILE << "\n";
         std::ofstream(Datasources()).flush();
+        std::filesystem::permissions(m_folder.Path(), std::filesystem::perms(0755));
         ::setenv("ODBCSYSINI", m_folder.Path().c_str(), 1);
         ::setenv("ODBCINI", Datasources().c_str(), 1);
     }
@@ -242,7 +244,7 @@ Diagnostic OdbcClient::DiagnosticOf(SQLSMALLINT type, SQLHANDLE handle)
                                       static_cast<SQLSMALLINT>(message.size()), &length)))
         return {"", 0, "(none)"};
     diagnostic.state = Narrow(state.data(), 5);
-    diagnostic.message = Narrow(message.data(), static_cast<std::size_t>(length));
+    diagnostic.message = Narrow(message.data(), std::min(static_cast<std::size_t>(length), message.size() - 1));
     return diagnostic;
 }
 
@@ -289,7 +291,7 @@ Result OdbcClient::Fetch(SQLHSTMT statement, SQLRETURN answer)
         ResultColumn column;
         SQLDescribeColW(statement, static_cast<SQLUSMALLINT>(i), name.data(), static_cast<SQLSMALLINT>(name.size()),
                         &length, &column.type, &column.size, &digits, &column.nullable);
-        column.name = Narrow(name.data(), static_cast<std::size_t>(length));
+        column.name = Narrow(name.data(), std::min(static_cast<std::size_t>(length), name.size() - 1));
         result.columns.push_back(column);
     }
     if (count == 0) {

@@ -151,6 +151,28 @@ TEST_F(WideText, ColumnNamesAndMessagesAreWide)
     EXPECT_NE(refused.diagnostic.message.find("\xF0\x9F\x98\x80"), std::string::npos) << refused.diagnostic.message;
 }
 
+TEST_F(WideText, TheNameOfALongExpressionIsTheWholeExpression)
+{
+    std::string expression = "'";
+    for (int i = 0; i < 2000; ++i)
+        expression += "\xF0\x9F\x98\x80";
+    expression += "'";
+    SQLHSTMT statement = client.NewStatement();
+    std::vector<SQLWCHAR> text = Wide("SELECT " + expression);
+    ASSERT_EQ(SQLExecDirectW(statement, text.data(), SQL_NTS), SQL_SUCCESS);
+    std::vector<SQLWCHAR> name(5000);
+    SQLSMALLINT length = 0;
+    ASSERT_EQ(SQLDescribeColW(statement, 1, name.data(), static_cast<SQLSMALLINT>(name.size()), &length, nullptr,
+                              nullptr, nullptr, nullptr),
+              SQL_SUCCESS);
+    EXPECT_EQ(length, 4002);
+    EXPECT_EQ(Narrow(name.data(), 4002), expression);
+    EXPECT_EQ(SQLDescribeColW(statement, 1, name.data(), 10, &length, nullptr, nullptr, nullptr, nullptr),
+              SQL_SUCCESS_WITH_INFO);
+    EXPECT_EQ(length, 4002);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
 TEST_F(WideText, CatalogFunctionsTakeWideNames)
 {
     ASSERT_TRUE(client.Execute("CREATE TABLE \"\xF0\x9F\x98\x80\" (\"\xC3\xA9\" VARCHAR(7))").Succeeded());
