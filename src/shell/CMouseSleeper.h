@@ -1,6 +1,7 @@
 #pragma once
 
-/// Shows the wait pointer for as long as it lives, and the former pointer afterwards unless someone else has changed it.
+/// Shows the wait pointer for as long as it lives, and the former pointer afterwards unless someone else has changed
+/// it.
 class CMouseSleeper
 {
 public:
