@@ -4,6 +4,7 @@
 #include <QHash>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace
@@ -245,6 +246,27 @@ TEST_F(TreeNodesTest, AReferenceOutlivesTheTree)
         EXPECT_TRUE(reference);
     }
     EXPECT_FALSE(reference);
+}
+
+TEST_F(TreeNodesTest, APayloadGoesWithItsNodeUnlessItIsTakenBefore)
+{
+    struct Counted : TreePayload {
+        explicit Counted(int& living) : living(living) { ++living; }
+        ~Counted() override { --living; }
+        int& living;
+    };
+    int living = 0;
+    addSmallTree();
+    EXPECT_EQ(nodes().Item("a").Payload(), nullptr);
+    for (const char* key : {"a", "a1", "a2"})
+        nodes().Item(key).setPayload(std::make_unique<Counted>(living));
+    EXPECT_NE(nodes().Item("a1").Payload(), nullptr);
+    const std::unique_ptr<TreePayload> taken = nodes().Item("a1").takePayload();
+    EXPECT_EQ(nodes().Item("a1").Payload(), nullptr);
+    nodes().Remove(nodes().Item("a2"));
+    EXPECT_EQ(living, 2);
+    nodes().Remove(nodes().Item("a"));
+    EXPECT_EQ(living, 1);
 }
 
 TEST_F(TreeNodesTest, RemovingTheSelectionsBranchMovesItToTheParent)

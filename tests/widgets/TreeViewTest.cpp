@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QHelpEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -291,17 +292,23 @@ TEST_F(TreeViewTest, ArrowsMoveOpenAndClose)
     EXPECT_EQ(selected(), "a");
 }
 
-TEST_F(TreeViewTest, ATreeThatIsReachedByTabSelectsItsFirstNodeAndByMouseOnlyWhatIsHit)
+TEST_F(TreeViewTest, TheKeyboardComingToTheTreeSelectsNothingItsFirstArrowDoes)
 {
-    addSmallTree();
-    show();
-    tree.clearFocus();
-    tree.setFocus(Qt::MouseFocusReason);
-    EXPECT_EQ(selected(), "nothing");
-    tree.clearFocus();
-    tree.setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(selected(), "a");
-    EXPECT_TRUE(tree.selectionModel()->isSelected(tree.currentIndex()));
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Left}) {
+        nodes().Clear();
+        addSmallTree();
+        show();
+        for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::OtherFocusReason, Qt::ActiveWindowFocusReason}) {
+            QFocusEvent focus(QEvent::FocusIn, reason);
+            QApplication::sendEvent(&tree, &focus);
+            EXPECT_EQ(selected(), "nothing");
+            EXPECT_FALSE(tree.currentIndex().isValid());
+        }
+        type(key);
+        EXPECT_EQ(selected(), "a");
+        EXPECT_TRUE(tree.selectionModel()->isSelected(tree.currentIndex()));
+        EXPECT_EQ(log, QStringList());
+    }
 }
 
 TEST_F(TreeViewTest, PlusAndMinusOpenAndClose)

@@ -134,15 +134,6 @@ void TreeView::currentChanged(const QModelIndex& current, const QModelIndex& pre
     scrollTo(current);
 }
 
-/// The keyboard coming to the tree selects nothing by itself.
-void TreeView::focusInEvent(QFocusEvent* event)
-{
-    const QScopedValueRollback quiet(m_quiet, m_quiet + 1);
-    QTreeView::focusInEvent(event);
-    if (!m_selected)
-        selectionModel()->clearCurrentIndex();
-}
-
 QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex& index, const QEvent*) const
 {
     return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows

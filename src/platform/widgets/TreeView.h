@@ -14,8 +14,9 @@ class TreeModel;
 /// The explorer's tree: keyed nodes over a compact model, filled a level at a time in one insertion. A press of the
 /// left button selects the row under it and, on the expander, opens or closes it; a press of the right button selects
 /// it too. A double click opens or closes. Arrow keys, Home, End, page keys, plus, minus and typing a name do what they
-/// do everywhere; Enter does nothing. All signals are raised while nodes and rows agree, so a handler may do with the
-/// nodes what it likes, run events, or empty the tree.
+/// do everywhere; Enter does nothing. The keyboard coming to the tree selects nothing; its first arrow key does.
+/// All signals are raised while nodes and rows agree, so a handler may do with the nodes what it likes, run events, or
+/// empty the tree.
 class TreeView : public QTreeView
 {
     Q_OBJECT
@@ -96,9 +97,9 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+    void focusInEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
-    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -8,6 +8,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 
 #include <utility>
 
@@ -38,6 +39,15 @@ const QString& TreeView::DragIcon() const
 void TreeView::setDragIcon(const QString& image)
 {
     m_drag->setPicture(image);
+}
+
+/// The keyboard coming to the tree selects nothing by itself.
+void TreeView::focusInEvent(QFocusEvent* event)
+{
+    const QScopedValueRollback quiet(m_quiet, m_quiet + 1);
+    QTreeView::focusInEvent(event);
+    if (!m_selected)
+        selectionModel()->clearCurrentIndex();
 }
 
 void TreeView::hideEvent(QHideEvent* event)
