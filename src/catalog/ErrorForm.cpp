@@ -307,7 +307,8 @@ QPlainTextEdit* ErrorForm::addText(QGridLayout* grid, const QString& prompt, con
     text->setReadOnly(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     text->setTabChangesFocus(true);
-    text->setMinimumHeight(lines * text->fontMetrics().lineSpacing());
+    // On a small screen the boxes give way; what they hold can be scrolled.
+    text->setMinimumHeight(3 * text->fontMetrics().lineSpacing());
     addRow(grid, prompt, text);
     grid->setRowStretch(grid->rowCount() - 1, lines);
     return text;
