@@ -68,7 +68,7 @@ protected:
 
     void expandWithTheMouse(const QString& key)
     {
-        xuser::click(viewport(), expanderPosition(node(key)));
+        xuser::click(viewport(), expanderPosition(key));
         ASSERT_TRUE(until([&] { return node(key).Expanded(); })) << key.toStdString();
     }
 
@@ -88,7 +88,7 @@ TEST_F(EndToEnd, AnAdministratorBrowsesChangesOptionsClearsQuitsAndComesBack)
           QStringList{u"DB"_s, u"db=SALES"_s, u"TA"_s}, QStringList{u"DB"_s, u"db=SALES"_s, u"TA"_s, u"ta=ORDERS"_s},
           QStringList{u"DB"_s, u"db=SALES"_s, u"TA"_s, u"ta=ORDERS"_s, u"CO"_s}})
         expandWithTheMouse(key(steps));
-    xuser::click(viewport(), textPosition(node(column)));
+    xuser::click(viewport(), textPosition(column));
     ASSERT_TRUE(until([&] { return node(column).Selected(); }));
 
     // A right click shows the menu of its node and leaves the selection.
@@ -98,14 +98,15 @@ TEST_F(EndToEnd, AnAdministratorBrowsesChangesOptionsClearsQuitsAndComesBack)
                     menuCame = menuUp()->objectName() == u"mnu_User"_s;
                     xuser::type(*menuUp(), {u"Escape"_s});
                 });
-    xuser::click(viewport(), textPosition(node(key({u"US"_s}))), Qt::RightButton);
+    xuser::click(viewport(), textPosition(key({u"US"_s})), Qt::RightButton);
     ASSERT_TRUE(until([&] { return menuCame && !menuUp(); }));
     EXPECT_TRUE(node(column).Selected());
 
     // The splitter gives the tree more room.
     QWidget& splitter = *window->findChild<QWidget*>(u"picSplitter"_s);
     const int formerWidth = window->tvwExplorer().width();
-    xuser::drag(splitter, splitter.rect().center(), splitter.rect().center() + QPoint(60, 0));
+    const QPoint middle(splitter.width() / 2, splitter.height() / 2);
+    xuser::drag(splitter, middle, middle + QPoint(60, 0));
     ASSERT_TRUE(until([&] { return window->tvwExplorer().width() == formerWidth + 60; }));
 
     // The options by keyboard; the system rows on by mouse.
@@ -132,7 +133,7 @@ TEST_F(EndToEnd, AnAdministratorBrowsesChangesOptionsClearsQuitsAndComesBack)
                     closingBoxCame = true;
                     xuser::click(*boxUp()->button(QMessageBox::Ok));
                 });
-    xuser::click(viewport(), textPosition(node(key())), Qt::RightButton);
+    xuser::click(viewport(), textPosition(key()), Qt::RightButton);
     ASSERT_TRUE(until([&] { return closingBoxCame && !boxUp() && !menuUp(); }));
     EXPECT_EQ(world.value(datasource, u"SELECT COUNT(*) FROM TW_FILE WHERE FILE_NAME IN ('PAYROLL', 'EMPTY', 'KEY')"_s),
               u"0"_s);

@@ -1,8 +1,8 @@
 #include "MainWindowFixture.h"
 
 #include "CConnections.h"
-#include "Database.h"
 #include "DBEngine.h"
+#include "Database.h"
 #include "PaneForm.h"
 #include "Resources.h"
 #include "ShellPanes.h"
@@ -12,6 +12,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -56,23 +59,23 @@ void MainWindowTest::seed()
     const auto db = workspace->OpenDatabase({}, u"ODBC;DSN=%1;DATABASE=PUBS"_s.arg(datasource));
     for (const QString& statement : {
              u"INSERT INTO TW_FILE (FILE_NAME, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE) "
-              "VALUES ('PAYROLL', 12, 'INDEXED', 'FIXED')"_s,
+             "VALUES ('PAYROLL', 12, 'INDEXED', 'FIXED')"_s,
              u"INSERT INTO TW_FILE (FILE_NAME, FILE_ORGANISATION, RECORD_TYPE) VALUES ('EMPTY', 'RELATIVE', 'FIXED')"_s,
              u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) "
-              "VALUES ('PAYROLL', 1, 'EMPLOYEE', 'CHARACTER', 0, 4)"_s,
+             "VALUES ('PAYROLL', 1, 'EMPLOYEE', 'CHARACTER', 0, 4)"_s,
              u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) "
-              "VALUES ('PAYROLL', 2, 'SALARY', 'CHARACTER', 8, 4)"_s,
+             "VALUES ('PAYROLL', 2, 'SALARY', 'CHARACTER', 8, 4)"_s,
              u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) "
-              "VALUES ('PAYROLL', 3, 'BONUS', 'CHARACTER', 4, 4)"_s,
+             "VALUES ('PAYROLL', 3, 'BONUS', 'CHARACTER', 4, 4)"_s,
              u"INSERT INTO TW_DB (DATABASE_NAME, DRIVER_NAME) VALUES ('SALES', 'DISAM')"_s,
              u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME) "
-              "VALUES ('SALES', 'ORDERS', 'TABLE', 'PAYROLL')"_s,
+             "VALUES ('SALES', 'ORDERS', 'TABLE', 'PAYROLL')"_s,
              u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, COLUMN_TYPE) "
-              "VALUES ('SALES', 'ORDERS', 2, 'AMOUNT', 'SALARY', 0)"_s,
+             "VALUES ('SALES', 'ORDERS', 2, 'AMOUNT', 'SALARY', 0)"_s,
              u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, COLUMN_TYPE) "
-              "VALUES ('SALES', 'ORDERS', 1, 'BUYER', 'EMPLOYEE', 0)"_s,
+             "VALUES ('SALES', 'ORDERS', 1, 'BUYER', 'EMPLOYEE', 0)"_s,
              u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, COLUMN_TYPE) "
-              "VALUES ('SALES', 'ORDERS', 1, 'RFA', 'RFA', 1)"_s,
+             "VALUES ('SALES', 'ORDERS', 1, 'RFA', 'RFA', 1)"_s,
              u"INSERT INTO TW_USER (USER_NAME) VALUES ('CLERK')"_s,
              u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME) VALUES ('CLERK', 'SALES')"_s,
              u"INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME) VALUES ('SALES', 'ORDERS', 'CLERK')"_s,
@@ -95,6 +98,11 @@ void MainWindowTest::quit()
 }
 
 QString MainWindowTest::key(const QStringList& steps) const
+{
+    return keyBelow(datasource, steps);
+}
+
+QString MainWindowTest::keyBelow(const QString& datasource, const QStringList& steps)
 {
     QString key = "DSN="_L1 + datasource + ':'_L1;
     QString owner = datasource;
@@ -134,32 +142,134 @@ QStringList MainWindowTest::rootTexts() const
     return texts;
 }
 
-QPoint MainWindowTest::textPosition(const TreeNode& node) const
+QString MainWindowTest::line(const TreeNode& node) const
+{
+    const CNode& payload = window->nodes().Item(node);
+    QString line = u"%1 \"%2\" %3"_s.arg(payload.NodeType(), node.Text(), node.Image());
+    if (node.SelectedImage() != node.Image())
+        line += " selected image "_L1 + node.SelectedImage();
+    if (payload.NodeData() != node.Text())
+        line += u" data \"%1\""_s.arg(payload.NodeData());
+    const TreeNode* child = node.Child();
+    if (child && !child->Next() && window->nodes().Item(*child).NodeType().isEmpty())
+        line += " +"_L1;
+    if (node.Grey())
+        line += " grey"_L1;
+    if (node.Bold())
+        line += " bold"_L1;
+    return line;
+}
+
+QStringList MainWindowTest::lines(const QString& key) const
+{
+    QStringList all;
+    for (const TreeNode* child = node(key).Child(); child; child = child->Next())
+        all.append(line(*child));
+    return all;
+}
+
+QStringList MainWindowTest::wholeTree() const
+{
+    QStringList all;
+    const std::function<void(const TreeNode*, int)> walk = [&](const TreeNode* node, int depth) {
+        for (; node; node = node->Next()) {
+            if (window->nodes().Item(*node).NodeType().isEmpty())
+                continue;
+            all.append(QString(2 * depth, ' '_L1) + line(*node) + (node->Expanded() ? " -"_L1 : ""_L1));
+            walk(node->Child(), depth + 1);
+        }
+    };
+    walk(window->tvwExplorer().Nodes().Root(), 0);
+    return all;
+}
+
+QString MainWindowTest::selectedKey() const
+{
+    const TreeNode* selected = window->tvwExplorer().SelectedItem();
+    return selected ? selected->Key() : QString();
+}
+
+void MainWindowTest::expectUnreachable()
+{
+    boxes.expect(u"Failed to connect for the following reason:\n"
+                 "\n"
+                 "Error: &H0\n"
+                 "[Tarnwick][ODBC]Cannot create the catalog '%1/nowhere/catalog.db': No such file or directory\n"_s.arg(
+                     world.folder()),
+                 boxes::Icon::Exclamation);
+}
+
+void MainWindowTest::change(const QString& statement) const
+{
+    world.run(datasource, statement);
+}
+
+QStringList MainWindowTest::wholeCatalog() const
+{
+    QStringList all;
+    for (const char* table :
+         {"TW_FILE", "TW_FIELD", "TW_DB", "TW_TABLE", "TW_COLUMN", "TW_USER", "TW_DBPRV", "TW_TBLPRV"}) {
+        const QString name = QLatin1String(table);
+        for (const QStringList& row : world.rows(datasource, u"SELECT * FROM %1"_s.arg(name)))
+            all.append(name + ' '_L1 + row.join('|'_L1));
+    }
+    all.sort();
+    return all;
+}
+
+QRect MainWindowTest::rowOf(const QString& key) const
 {
     TreeView& tree = window->tvwExplorer();
-    const QModelIndex index = static_cast<TreeModel*>(tree.model())->indexOf(node);
+    const QModelIndex index = static_cast<TreeModel*>(tree.model())->indexOf(node(key));
     tree.scrollTo(index);
-    const QRect row = tree.visualRect(index);
+    // The expander left of the row is to be in sight too.
+    if (const int left = tree.visualRect(index).left() - tree.indentation(); left < 0)
+        tree.horizontalScrollBar()->setValue(tree.horizontalScrollBar()->value() + left);
+    return tree.visualRect(index);
+}
+
+QPoint MainWindowTest::textPosition(const QString& key) const
+{
+    const QRect row = rowOf(key);
     return {row.left() + 24, row.center().y()};
 }
 
-QPoint MainWindowTest::expanderPosition(const TreeNode& node) const
+QPoint MainWindowTest::expanderPosition(const QString& key) const
 {
-    TreeView& tree = window->tvwExplorer();
-    const QModelIndex index = static_cast<TreeModel*>(tree.model())->indexOf(node);
-    tree.scrollTo(index);
-    const QRect row = tree.visualRect(index);
-    return {row.left() - tree.indentation() / 2, row.center().y()};
+    const QRect row = rowOf(key);
+    return {row.left() - window->tvwExplorer().indentation() / 2, row.center().y()};
 }
 
 void MainWindowTest::clickExpander(const QString& key)
 {
-    QTest::mouseClick(window->tvwExplorer().viewport(), Qt::LeftButton, {}, expanderPosition(node(key)));
+    QTest::mouseClick(window->tvwExplorer().viewport(), Qt::LeftButton, {}, expanderPosition(key));
 }
 
 void MainWindowTest::click(const QString& key, Qt::MouseButton button)
 {
-    QTest::mouseClick(window->tvwExplorer().viewport(), button, {}, textPosition(node(key)));
+    QTest::mouseClick(window->tvwExplorer().viewport(), button, {}, textPosition(key));
+}
+
+void MainWindowTest::press(const QString& key, Qt::MouseButton button)
+{
+    QTest::mousePress(window->tvwExplorer().viewport(), button, {}, textPosition(key));
+}
+
+void MainWindowTest::move(QPoint position, Qt::MouseButtons buttons)
+{
+    QWidget* viewport = window->tvwExplorer().viewport();
+    QMouseEvent event(QEvent::MouseMove, position, viewport->mapToGlobal(position), Qt::NoButton, buttons, {});
+    QCoreApplication::sendEvent(viewport, &event);
+}
+
+void MainWindowTest::release(QPoint position, Qt::MouseButton button)
+{
+    QTest::mouseRelease(window->tvwExplorer().viewport(), button, {}, position);
+}
+
+void MainWindowTest::type(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(&window->tvwExplorer(), key, modifiers);
 }
 
 void MainWindowTest::expandTo(const QString& key)
@@ -190,7 +300,7 @@ bool MainWindowTest::rightClickAt(QPoint position, const std::function<void(QMen
 
 bool MainWindowTest::rightClick(const QString& key, const std::function<void(QMenu&)>& meanwhile)
 {
-    return rightClickAt(textPosition(node(key)), meanwhile);
+    return rightClickAt(textPosition(key), meanwhile);
 }
 
 bool MainWindowTest::rightClickEmptySpace()
@@ -225,7 +335,14 @@ void MainWindowTest::chooseInBar(const QString& menuItem)
 {
     auto* action = window->findChild<QAction*>(menuItem);
     ASSERT_TRUE(action) << menuItem.toStdString();
-    action->trigger();
+    QMenu* menu = nullptr;
+    for (const QAction* title : window->menuBar()->actions()) {
+        if (title->menu()->actions().contains(action))
+            menu = title->menu();
+    }
+    ASSERT_TRUE(menu) << menuItem.toStdString() << " is in no menu of the bar";
+    menu->popup(window->mapToGlobal(QPoint(0, 0)));
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
 }
 
 QString MainWindowTest::currentPane() const

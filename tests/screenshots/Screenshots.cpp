@@ -1,0 +1,196 @@
+#include "CConnections.h"
+#include "Database.h"
+#include "Recordset.h"
+#include "Routine.h"
+#include "ShellPanes.h"
+#include "frmDSNAdmin.h"
+#include "mdiMain.h"
+#include "modGUI.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMenu>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x2b, 0x2e, 0x33));
+    const QColor window(0x2b, 0x2e, 0x33);
+    const QColor base(0x1f, 0x22, 0x26);
+    const QColor text(0xe4, 0xe6, 0xea);
+    const QColor dim(0x8a, 0x8f, 0x98);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::Button, QColor(0x36, 0x3a, 0x40));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, text);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, dim);
+    palette.setColor(QPalette::Highlight, QColor(0x3d, 0x7e, 0xc4));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+/// Takes the pictures of one palette and one scale, named after what they show.
+class Photographer
+{
+public:
+    Photographer(QDir folder, QString suffix) : m_folder(std::move(folder)), m_suffix(std::move(suffix)) {}
+
+    void take(QWidget& widget, const QString& name)
+    {
+        QApplication::processEvents();
+        const QString path = m_folder.filePath(name + m_suffix + u".png"_s);
+        if (!widget.grab().save(path))
+            std::fprintf(stderr, "%s can't be written\n", qPrintable(path));
+    }
+
+private:
+    QDir m_folder;
+    QString m_suffix;
+};
+
+TreeNode& node(mdiMain& window, const QString& key)
+{
+    return window.tvwExplorer().Nodes().Item(key);
+}
+
+void showNode(mdiMain& window, const QString& key)
+{
+    modGUI::ExpandToNode(key);
+    window.setCurrentItem(window.NodeToDragItem(&node(window, key)));
+    window.DisplayNode();
+}
+
+void takePanes(mdiMain& window, Photographer& camera)
+{
+    camera.take(window, u"welcome"_s);
+    showNode(window, u"DSN=Ledger:"_s);
+    camera.take(window, u"datasource"_s);
+    window.PaneDisplay(u"frmOptions"_s);
+    camera.take(window, u"options"_s);
+    window.PaneDisplay(u"frmAbout"_s);
+    camera.take(window, u"about"_s);
+}
+
+void takeTree(mdiMain& window, Photographer& camera)
+{
+    window.PaneDisplay(u"frmWelcome"_s);
+    node(window, u"DSN=Ledger:FI=Ledger:"_s).setExpanded(true);
+    node(window, u"DSN=Ledger:DB=Ledger:"_s).setExpanded(true);
+    TreeNode* database = node(window, u"DSN=Ledger:DB=Ledger:"_s).Child();
+    database->setExpanded(true);
+    database->Child()->setExpanded(true);
+    camera.take(window, u"tree"_s);
+}
+
+void takeMenus(mdiMain& window, Photographer& camera)
+{
+    for (QMenu* menu : window.findChildren<QMenu*>()) {
+        if (menu->objectName().isEmpty())
+            continue;
+        menu->popup({0, 0});
+        camera.take(*menu, u"menu-"_s + menu->objectName());
+        menu->hide();
+    }
+}
+
+/// Lets a statement fail and takes the form that reports it.
+void takeErrorForm(Photographer& camera)
+{
+    QTimer::singleShot(0, [&] {
+        QWidget* form = QApplication::activeModalWidget();
+        if (!form)
+            return;
+        camera.take(*form, u"error"_s);
+        for (auto* button : form->findChildren<QPushButton*>()) {
+            if (button->text() == u"&Ignore"_s)
+                button->click();
+        }
+    });
+    const QString statement = u"SELECT FILE_NAME, RECORD_LENGTH FROM TW_FILE WHERE FILE_NAME = 'PAYROLL'"_s;
+    Routine routine("frmFile.Display");
+    routine.additional([&] { return statement; });
+    routine.run([&] { CConnections::instance().Item(u"Ledger"_s)->db()->OpenRecordset(statement); });
+}
+
+void takeDatasourceWindow(mdiMain& window, Photographer& camera)
+{
+    QTimer::singleShot(0, [&] {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (top != &window && top->isVisible() && top->isWindow()) {
+                camera.take(*top, u"datasource-administrator"_s);
+                top->close();
+            }
+        }
+    });
+    showDatasourceWindow(&window);
+    QApplication::processEvents();
+}
+
+int takeAll(const QString& folder, bool dark, const QString& suffix)
+{
+    if (dark)
+        QApplication::setPalette(darkPalette());
+    registerShellPanes();
+    Photographer camera(QDir(folder), suffix);
+    mdiMain window({});
+    window.MDIForm_Load();
+    window.resize(900, 640);
+    window.show();
+    takePanes(window, camera);
+    takeTree(window, camera);
+    takeMenus(window, camera);
+    takeErrorForm(camera);
+    takeDatasourceWindow(window, camera);
+    window.close();
+    return 0;
+}
+
+/// Runs this program again for each palette and scale, over sample catalogs of its own.
+int takeEverything(const QString& program, const QString& folder)
+{
+    const QTemporaryDir samples;
+    if (QProcess::execute(QStringLiteral(TARNWICK_SAMPLES), {samples.path()}) != 0)
+        return 1;
+    qputenv("ODBCSYSINI", samples.path().toUtf8());
+    qputenv("ODBCINI", samples.filePath(u"odbc.ini"_s).toUtf8());
+    qputenv("XDG_CONFIG_HOME", samples.path().toUtf8());
+    for (const char* scale : {"1", "2"}) {
+        qputenv("QT_SCALE_FACTOR", scale);
+        for (const QString& palette : {u"light"_s, u"dark"_s}) {
+            if (QProcess::execute(program, {folder, palette, u"-%1-%2x"_s.arg(palette, QLatin1String(scale))}) != 0)
+                return 1;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+/// quorvane-screenshots FOLDER
+int main(int argc, char** argv)
+{
+    if (argc == 2) {
+        QCoreApplication application(argc, argv);
+        return takeEverything(QCoreApplication::applicationFilePath(), QString::fromLocal8Bit(argv[1]));
+    }
+    if (argc != 4) {
+        std::fprintf(stderr, "usage: quorvane-screenshots FOLDER\n");
+        return 2;
+    }
+    QApplication application(argc, argv);
+    QApplication::setStyle(u"Fusion"_s);
+    return takeAll(QString::fromLocal8Bit(argv[1]), qstrcmp(argv[2], "dark") == 0, QString::fromLocal8Bit(argv[3]));
+}
