@@ -1,5 +1,7 @@
 #include "OdbcFixture.h"
 
+#include <QFile>
+
 namespace
 {
 

@@ -27,11 +27,11 @@ const Field& Fields::Item(const QString& name) const
     // Loops over rows ask for the columns in the same order again and again.
     const std::size_t count = m_fields.size();
     for (std::size_t tried = 0; tried < count; ++tried) {
-        const std::size_t index = (m_likely + tried) % count;
+        const std::size_t index = m_likely + tried < count ? m_likely + tried : m_likely + tried - count;
         const Field& field = m_fields[index];
         if (field.m_findable && field.Name.size() == name.size() &&
-            field.Name.compare(name, Qt::CaseInsensitive) == 0) {
-            m_likely = index + 1;
+            (field.Name == name || field.Name.compare(name, Qt::CaseInsensitive) == 0)) {
+            m_likely = index + 1 < count ? index + 1 : 0;
             return field;
         }
     }

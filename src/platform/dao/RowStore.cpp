@@ -4,9 +4,36 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
+#include <sys/mman.h>
 
 namespace dao
 {
+
+namespace
+{
+
+constexpr std::size_t hugePage = 2 * 1024 * 1024;
+
+/// Large slabs lie on huge pages where the system has them: for a result of many rows, getting its memory page by page
+/// would cost as much as a fifth of reading it.
+char16_t* allocate(std::size_t characters)
+{
+    std::size_t bytes = characters * sizeof(char16_t);
+    const bool large = bytes >= hugePage;
+    if (large)
+        bytes = (bytes + hugePage - 1) / hugePage * hugePage;
+    void* memory = large ? std::aligned_alloc(hugePage, bytes) : std::malloc(bytes);
+    if (!memory)
+        throw std::bad_alloc();
+#ifdef MADV_HUGEPAGE
+    if (large)
+        madvise(memory, bytes, MADV_HUGEPAGE);
+#endif
+    return static_cast<char16_t*>(memory);
+}
+
+} // namespace
 
 void RowStore::beginRow()
 {
@@ -37,20 +64,6 @@ void RowStore::endRow()
     m_used = 0;
 }
 
-QStringView RowStore::cell(std::size_t row, std::size_t column, bool& isNull) const
-{
-    const char16_t* start = m_rows[row];
-    std::uint32_t begin = 0;
-    std::uint32_t end = 0;
-    if (column > 0)
-        std::memcpy(&begin, start + 2 * (column - 1), sizeof begin);
-    std::memcpy(&end, start + 2 * column, sizeof end);
-    isNull = (end & nullBit) != 0;
-    begin &= ~nullBit;
-    end &= ~nullBit;
-    return QStringView(start + headerLength() + begin, static_cast<qsizetype>(end - begin));
-}
-
 void RowStore::reserve(std::size_t characters)
 {
     if (m_used + characters <= static_cast<std::size_t>(m_slabEnd - m_row))
@@ -58,11 +71,10 @@ void RowStore::reserve(std::size_t characters)
     const std::size_t needed = m_used + characters;
     if (needed >= nullBit)
         throw RuntimeError(ErrorNumber::Overflow);
-    constexpr std::size_t largestSlab = 512 * 1024;
     const std::size_t size = std::max(m_nextSlab, needed + needed / 4);
-    m_nextSlab = std::min(2 * m_nextSlab, largestSlab);
+    m_nextSlab = std::min(2 * m_nextSlab, hugePage / sizeof(char16_t));
 
-    std::unique_ptr<char16_t[]> slab(new char16_t[size]);
+    std::unique_ptr<char16_t[], Free> slab(allocate(size));
     if (m_used > 0)
         std::memcpy(slab.get(), m_row, m_used * sizeof(char16_t));
     m_row = slab.get();

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -28,7 +30,19 @@ public:
     std::size_t rows() const { return m_rows.size(); }
 
     /// The text of a cell; an empty view for a null. Row and column must be there.
-    QStringView cell(std::size_t row, std::size_t column, bool& isNull) const;
+    QStringView cell(std::size_t row, std::size_t column, bool& isNull) const
+    {
+        const char16_t* start = m_rows[row];
+        std::uint32_t begin = 0;
+        std::uint32_t end = 0;
+        if (column > 0)
+            std::memcpy(&begin, start + 2 * (column - 1), sizeof begin);
+        std::memcpy(&end, start + 2 * column, sizeof end);
+        isNull = (end & nullBit) != 0;
+        begin &= ~nullBit;
+        end &= ~nullBit;
+        return {start + headerLength() + begin, static_cast<qsizetype>(end - begin)};
+    }
 
 private:
     static constexpr std::uint32_t nullBit = 0x80000000U;
@@ -38,7 +52,11 @@ private:
     void setEnd(std::uint32_t end);
 
     std::size_t m_columns;
-    std::vector<std::unique_ptr<char16_t[]>> m_slabs;
+    struct Free {
+        void operator()(char16_t* slab) const { std::free(slab); }
+    };
+
+    std::vector<std::unique_ptr<char16_t[], Free>> m_slabs;
     std::vector<const char16_t*> m_rows;
     std::size_t m_nextSlab = 2048;
     /// The row under construction: its start, what it holds so far, and the end of its slab.
