@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QTest>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
