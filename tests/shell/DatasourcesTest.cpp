@@ -4,6 +4,7 @@
 #include "BandBar.h"
 #include "CConnections.h"
 #include "PaneForm.h"
+#include "RuntimeError.h"
 #include "frmTWErr.h"
 
 #include <QDir>
@@ -131,6 +132,36 @@ TEST_F(DatasourcesWithPanes, TheRefreshButtonDoesTheSame)
     EXPECT_EQ(asked.take(), QStringList{u"frmWelcome.Display()"_s});
     EXPECT_EQ(wholeTree(), (QStringList{u"DSN \"%1\" DSN Ghost +"_s.arg(datasource)}));
     EXPECT_EQ(connections(), 0);
+}
+
+TEST_F(DatasourcesWithPanes, AMissingFileDuringARefreshHasABoxOfItsOwn)
+{
+    start();
+    click(key());
+    asked.atUnload = [&](const QString&) {
+        asked.atUnload = nullptr;
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    };
+    boxes.expectInform(u"An error occurred while trying to read the directory:\n\n"
+                       "Unable to read file DSN information"_s);
+    chooseInBar(u"mnuFileRefresh"_s);
+    EXPECT_EQ(rootTexts(), QStringList{datasource});
+    EXPECT_TRUE(errors.shown().empty());
+}
+
+TEST_F(DatasourcesWithPanes, AnyOtherFailureDuringARefreshIsReported)
+{
+    start();
+    click(key());
+    asked.atUnload = [&](const QString&) {
+        asked.atUnload = nullptr;
+        throw RuntimeError(ErrorNumber::PathNotFound);
+    };
+    errors.expect(Press::Ignore);
+    chooseInBar(u"mnuFileRefresh"_s);
+    ASSERT_EQ(errors.shown().size(), 1U);
+    EXPECT_EQ(errors.shown()[0].number, u"76"_s);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"mdiMain.FetchTreeviewRoot"_s);
 }
 
 TEST_F(Datasources, AfterARefreshTheCallStackHoldsWhatWasEnteredSince)
@@ -399,6 +430,19 @@ TEST_F(DatasourcesWithPanes, DisconnectOnAnUnconnectedOneChangesNothing)
     EXPECT_EQ(currentPane(), u"frmUser"_s);
     EXPECT_EQ(selectedKey(), keyBelow(other));
     EXPECT_EQ(statements.statements(), QStringList());
+}
+
+TEST_F(Datasources, OnlyTheRightClickThatDisconnectsKeepsItsSelection)
+{
+    const QString other = datasource + "B";
+    world.addDatasource(other);
+    start();
+    clickExpander(key());
+    click(keyBelow(other));
+    choose(key(), u"mnu_DSNDisconnect"_s);
+    EXPECT_EQ(selectedKey(), key());
+    rightClick(keyBelow(other));
+    EXPECT_EQ(selectedKey(), key());
 }
 
 TEST_F(Datasources, DisconnectLosesAPaneInMidEditWithoutAQuestion)

@@ -254,6 +254,16 @@ TEST_F(Main, TheDebugWordCountsAnywhereInItsExactCase)
     }
 }
 
+TEST_F(Main, TheDebugWordShowsHiddenControls)
+{
+    for (const auto& [words, visible] : std::map<QString, bool>{{u"DEBUG"_s, true}, {u"debug"_s, false}}) {
+        start({words});
+        chooseInBar(u"mnuViewOptions"_s);
+        EXPECT_EQ(control(u"lblWarning"_s).isVisible(), visible) << words.toStdString();
+        quit();
+    }
+}
+
 // Layout --------------------------------------------------------------------------------------------------------------
 
 TEST_F(Main, ThePaneFollowsTheSizeOfTheWindowAndTheTreeKeepsItsWidth)
@@ -328,6 +338,27 @@ TEST_F(Main, TheStatusLineShowsItsTextAsItIs)
     EXPECT_EQ(control<QLabel>(u"Status"_s).textFormat(), Qt::PlainText);
     EXPECT_TRUE(control<QStatusBar>(u"sbrMain"_s).isVisible());
     EXPECT_TRUE(control<QProgressBar>(u"prbMain"_s).isVisible());
+}
+
+TEST_F(Main, TheStatusLineIsRepaintedAtOnce)
+{
+    class Paints : public QObject
+    {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    } paints;
+    start();
+    QCoreApplication::processEvents();
+    control(u"Status"_s).installEventFilter(&paints);
+    window->Status(u"one"_s);
+    EXPECT_EQ(paints.count, 1);
+    window->Status(u"two"_s);
+    EXPECT_EQ(paints.count, 2);
 }
 
 TEST_F(Main, TheViewMenuTogglesToolBarsAndStatusLine)

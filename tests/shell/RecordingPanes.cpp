@@ -66,6 +66,8 @@ void RecordingPane::tbr_ButtonClick(ToolButton& button)
 void RecordingPane::unloading()
 {
     m_owner.lives.append("unload " + name());
+    if (const auto atUnload = m_owner.atUnload)
+        atUnload(name());
 }
 
 RecordingPanes::RecordingPanes()

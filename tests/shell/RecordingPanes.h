@@ -43,6 +43,8 @@ public:
     QStringList lives;
     /// Runs within each operation, after it has been written down.
     std::function<void(RecordingPane& pane, const QString& call)> meanwhile;
+    /// Runs while a pane is being unloaded.
+    std::function<void(const QString& pane)> atUnload;
 
     /// The calls since the last asking.
     QStringList take();
