@@ -464,6 +464,21 @@ TEST_F(ExpandAll, OpensTheCatalogsOwnRowsOnlyWhereTheyShow)
     EXPECT_TRUE(node(key({u"DB"_s, u"db=TW"_s, u"TA"_s, u"ta=USER"_s, u"CO"_s, u"co=REMARKS"_s})).Grey());
 }
 
+TEST_F(ExpandAll, LeavesThePaneOfARowWithinTheBranch)
+{
+    RecordingPanes asked;
+    start();
+    expandTo(key({u"FI"_s}));
+    click(key({u"FI"_s, u"fi=PAYROLL"_s}));
+    asked.take();
+    boxes.expectAsk(expandQuestion, boxes::Answer::Yes);
+    choose(key({u"FI"_s}), u"mnu_FileExpandAll"_s);
+    EXPECT_EQ(asked.take(), QStringList());
+    EXPECT_EQ(currentPane(), u"frmFile"_s);
+    // The row is back, and with it the selection.
+    EXPECT_EQ(selectedKey(), key({u"FI"_s, u"fi=PAYROLL"_s}));
+}
+
 TEST_F(ExpandAll, LeavesTheSelectionWhereItWas)
 {
     start();

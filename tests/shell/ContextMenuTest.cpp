@@ -416,7 +416,11 @@ TEST_P(ContextMenuCommand, DoesNothingWhereThePaneIsAbsent)
     EXPECT_TRUE(errors.shown().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(OfAPane, ContextMenuCommand, testing::ValuesIn(paneCommands()));
+INSTANTIATE_TEST_SUITE_P(OfAPane, ContextMenuCommand, testing::ValuesIn(paneCommands()), [](const auto& info) {
+    const QStringList& node = info.param.node;
+    const QString type = node.isEmpty() ? u"DSN"_s : node.last().section('=', 0, 0);
+    return info.param.entry + ("_On_" + type).toStdString();
+});
 
 namespace
 {

@@ -376,7 +376,17 @@ TEST_F(Expand, OnlyWholeNamesInTheirOwnCaseAreReserved)
 namespace
 {
 
-class ExpandNames : public Expand, public testing::WithParamInterface<const char*>
+struct Name {
+    const char* label;
+    const char* text;
+};
+
+void PrintTo(const Name& name, std::ostream* out)
+{
+    *out << name.label;
+}
+
+class ExpandNames : public Expand, public testing::WithParamInterface<Name>
 {
 };
 
@@ -384,7 +394,7 @@ class ExpandNames : public Expand, public testing::WithParamInterface<const char
 
 TEST_P(ExpandNames, StandInTheTreeAsTheyAreAndInStatementsWithTheirApostrophesDoubled)
 {
-    const QString name = QString::fromUtf8(GetParam());
+    const QString name = QString::fromUtf8(GetParam().text);
     const QString quoted = QString(name).replace('\'', "''");
     const auto insert = [&](const QString& statement) { change(QString(statement).replace("$"_L1, quoted)); };
     insert(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('$')"_s);
@@ -436,11 +446,16 @@ TEST_P(ExpandNames, StandInTheTreeAsTheyAreAndInStatementsWithTheirApostrophesDo
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, ExpandNames,
-                         testing::Values("O'Brien", "''", "a:b", "c=d:", "fi=X:FD=X:", "%1%2", "two  blanks",
-                                         "\"quoted\"", "per_cent%",
-                                         "\xC5\xBB"
-                                         "aba \xCE\xA9 \xE6\x95\xB0\xE6\x8D\xAE",
-                                         "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D", "\xF0\x9F\x98\x80"));
+                         testing::Values(Name{"AnApostrophe", "O'Brien"}, Name{"ApostrophesAlone", "''"},
+                                         Name{"AColon", "a:b"}, Name{"AnEqualsSign", "c=d:"},
+                                         Name{"WhatLooksLikeAKey", "fi=X:FD=X:"}, Name{"PlaceMarkers", "%1%2"},
+                                         Name{"Blanks", "two  blanks"}, Name{"Quotes", "\"quoted\""},
+                                         Name{"Wildcards", "per_cent%"},
+                                         Name{"ManyScripts", "\xC5\xBB"
+                                                             "aba \xCE\xA9 \xE6\x95\xB0\xE6\x8D\xAE"},
+                                         Name{"RightToLeft", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
+                                         Name{"TheHigherPlanes", "\xF0\x9F\x98\x80"}),
+                         [](const auto& info) { return std::string(info.param.label); });
 
 TEST_F(Expand, ANullNameIsShownAsAnEmptyOne)
 {
