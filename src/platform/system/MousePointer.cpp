@@ -1,5 +1,6 @@
 #include "MousePointer.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace
