@@ -41,10 +41,10 @@ long NumberBehind(const std::string& key, const std::string& text)
     return std::atol(("0" + Behind(key, text)).c_str());
 }
 
-/// A bound that may be negative: an absent one and 0 read alike.
+/// A bound: an absent one, 0 and a negative one read alike.
 long Bound(const std::string& key, const std::string& text, long otherwise)
 {
-    const long bound = std::atol(Behind(key, text).c_str());
+    const long bound = NumberBehind(key, text);
     return bound == 0 ? otherwise : bound;
 }
 
@@ -100,7 +100,7 @@ Range ScaleOf(const std::string& text)
         const long fixed = NumberBehind(";SCALE=", text);
         return {fixed, fixed, fixed, false};
     }
-    return {std::atol(initial.c_str()), Bound(";MIN_SCALE=", text, -32), Bound(";MAX_SCALE=", text, 32), true};
+    return {std::atol(("0" + initial).c_str()), Bound(";MIN_SCALE=", text, -32), Bound(";MAX_SCALE=", text, 32), true};
 }
 
 Limits LimitsOf(const std::string& attributes)
@@ -211,6 +211,12 @@ TEST_F(TypeCatalog, AttributesAreStoredSoThatBothWaysOfReadingFindEveryKey)
     }
 }
 
+TEST_F(TypeCatalog, NoTypeCarriesANegativeNumberWhichWouldReadAsZero)
+{
+    for (const auto& [name, attributes] : types)
+        EXPECT_EQ(attributes.find("=-"), std::string::npos) << name << ": " << attributes;
+}
+
 TEST_F(TypeCatalog, BinaryIntegersHaveTheDigitsOfTheirBytes)
 {
     for (long bytes = 1; bytes <= 8; ++bytes) {
@@ -224,7 +230,7 @@ TEST_F(TypeCatalog, BinaryIntegersHaveTheDigitsOfTheirBytes)
                 const Limits limits = Of(name);
                 ExpectFixed(limits.length, bytes);
                 ExpectFixed(limits.precision, Digits(isUnsigned, bytes, 0));
-                EXPECT_TRUE(limits.scale.editable);
+                ExpectRange(limits.scale, 0, -32, Digits(isUnsigned, bytes, 0));
                 EXPECT_EQ(Has(types[name], "UNSIGNED"), isUnsigned);
                 EXPECT_EQ(Has(types[name], "BIG_ENDIAN"), bigEndian);
             }
@@ -242,13 +248,13 @@ TEST_F(TypeCatalog, TheWellKnownTypesHaveTheirLimits)
         SCOPED_TRACE(zoned);
         ExpectRange(Of(zoned).length, 9, 1, 31);
         ExpectRange(Of(zoned).precision, 9, 1, 31);
-        ExpectRange(Of(zoned).scale, 0, -31, 31);
+        ExpectRange(Of(zoned).scale, 0, -32, 31);
     }
     for (const char* packed : {"PACKED", "PACKED-U", "PACKED-NS"}) {
         SCOPED_TRACE(packed);
         ExpectRange(Of(packed).length, 4, 1, 16);
         ExpectRange(Of(packed).precision, 8, 8, 9);
-        ExpectRange(Of(packed).scale, 0, -31, 31);
+        ExpectRange(Of(packed).scale, 0, -32, 31);
     }
     ExpectFixed(Of("FLOAT-4").length, 4);
     ExpectFixed(Of("FLOAT-4").precision, 7);
@@ -305,7 +311,7 @@ TEST_F(TypeCatalog, NoSqlTypePassesWhatAColumnCanHold)
         SCOPED_TRACE(*row[0]);
         for (std::size_t i : {1u, 2u}) {
             EXPECT_GT(std::stol(*row[i]), 0);
-            EXPECT_LE(std::stol(*row[i]), 65535);
+            EXPECT_LE(std::stol(*row[i]), 32767);
         }
         EXPECT_LE(std::stol(*row[3]), 3);
     }
@@ -314,7 +320,7 @@ TEST_F(TypeCatalog, NoSqlTypePassesWhatAColumnCanHold)
             EXPECT_TRUE(cell.has_value());
     for (const char* type :
          {"CHAR", "VARCHAR", "LONGVARCHAR", "SMALLINT", "INTEGER", "BIGINT", "TINYINT", "BIT", "DECIMAL", "NUMERIC",
-          "REAL", "FLOAT", "DOUBLE", "DATE", "TIME", "TIMESTAMP", "BINARY", "VARBINARY"})
+          "REAL", "FLOAT", "DOUBLE", "DATE", "TIME", "TIMESTAMP", "BINARY", "VARBINARY", "LONGVARBINARY"})
         EXPECT_EQ(
             client.Execute("SELECT COUNT(*) FROM TW_SQLDT WHERE SQL_TYPE_NAME = '" + std::string(type) + "'").Single(),
             "1")
