@@ -1,5 +1,6 @@
 #include "Rewrite.h"
 
+#include "EmptyNumbers.h"
 #include "Text.h"
 #include "Tokenizer.h"
 
@@ -233,7 +234,7 @@ std::string Rewrite(std::string statement)
         statement = ReplaceHashLiterals(std::move(statement));
     if (MayHoldMisplacedWhere(statement))
         statement = MoveMisplacedWhere(std::move(statement));
-    return statement;
+    return ZeroEmptyNumbers(std::move(statement));
 }
 
 } // namespace tarnwick

@@ -6,12 +6,13 @@
 namespace tarnwick
 {
 
-/// Puts the two spellings that SQLite refuses into ones that it reads, and leaves every other statement as it is, byte
-/// for byte:
+/// Puts the spellings that SQLite refuses, or takes for something else, into ones that it reads as the family does, and
+/// leaves every other statement as it is, byte for byte:
 ///
 /// - a date literal `#...#` becomes a text literal. `m/d/yyyy` and `yyyy/m/d` turn into `yyyy-mm-dd`, the form in
 ///   which SQLite compares dates; any other content is kept. A literal without content is left, and so refused.
 /// - a `WHERE` behind the `ORDER BY` of its own SELECT moves in front of it.
+/// - an empty text that a numeric column of the catalog is given becomes 0 (`ZeroEmptyNumbers`).
 ///
 /// Strings, quoted names and comments are never looked into. Text with an unterminated piece is left to SQLite's error.
 std::string Rewrite(std::string statement);

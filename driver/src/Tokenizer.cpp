@@ -22,7 +22,7 @@ bool IsWordCharacter(char c)
 class Scanner
 {
 public:
-    explicit Scanner(std::string_view statement) : m_text(statement) {}
+    explicit Scanner(std::string_view statement) : m_text(statement) { m_tokens.reserve(m_text.size() / 5); }
 
     std::vector<Token> Run()
     {

@@ -239,3 +239,33 @@ TEST(Rewrite, AWhereWithAnotherPlaceStays)
     ExpectUnchanged("DELETE FROM T ORDER BY A WHERE B = 1");
     ExpectUnchanged("SELECT A FROM T ORDER BY A WHERE");
 }
+
+TEST(Rewrite, AnEmptyTextGivenToANumericColumnBecomesZero)
+{
+    EXPECT_EQ(Rewrite("INSERT INTO TW_FILE (FILE_NAME, RECORD_SIZE, REMARKS) VALUES ('', '', '')"),
+              "INSERT INTO TW_FILE (FILE_NAME, RECORD_SIZE, REMARKS) VALUES ('', 0, '')");
+    EXPECT_EQ(
+        Rewrite("insert or ignore into main.[tw_file]([record_size],\"REMARKS\")values('',''),(f('',''),''),('','')"),
+        "insert or ignore into main.[tw_file]([record_size],\"REMARKS\")values(0,''),(f('',''),''),(0,'')");
+    EXPECT_EQ(Rewrite("REPLACE INTO TW_TBLPRV VALUES ('D', 'T', '', '', '1', '', NULL, '');"),
+              "REPLACE INTO TW_TBLPRV VALUES ('D', 'T', '', 0, '1', 0, NULL, '');");
+    EXPECT_EQ(Rewrite("UPDATE TW_COLUMN SET LENGTH = '', REMARKS = '', RADIX='' WHERE LENGTH = '' AND SCALE = ''"),
+              "UPDATE TW_COLUMN SET LENGTH = 0, REMARKS = '', RADIX=0 WHERE LENGTH = '' AND SCALE = ''");
+    EXPECT_EQ(Rewrite("UPDATE OR FAIL TW_FIELD AS f SET OFFSET = (SELECT 1 WHERE ',' = ''), SCALE = ''"),
+              "UPDATE OR FAIL TW_FIELD AS f SET OFFSET = (SELECT 1 WHERE ',' = ''), SCALE = 0");
+}
+
+TEST(Rewrite, AnEmptyTextElsewhereStays)
+{
+    ExpectUnchanged("INSERT INTO TW_FILE (FILE_NAME, REMARKS) VALUES ('', '')");
+    ExpectUnchanged("INSERT INTO OTHER (LENGTH) VALUES ('')");
+    ExpectUnchanged("INSERT INTO TW_FIELD (LENGTH) VALUES ('' || '1')");
+    ExpectUnchanged("INSERT INTO TW_FIELD (LENGTH, OFFSET) VALUES ('1', '''')");
+    ExpectUnchanged("INSERT INTO TW_FIELD (LENGTH) SELECT ''");
+    ExpectUnchanged("INSERT INTO TW_FIELD (LENGTH, '')");
+    ExpectUnchanged("UPDATE TW_FIELD SET REMARKS = LENGTH = ''");
+    ExpectUnchanged("UPDATE TW_FIELD SET LENGTH = CASE WHEN OFFSET = '' THEN 1 ELSE 2 END");
+    ExpectUnchanged("UPDATE OTHER SET LENGTH = ''");
+    ExpectUnchanged("SELECT LENGTH FROM TW_FIELD WHERE LENGTH = ''");
+    ExpectUnchanged("DELETE FROM TW_FIELD WHERE LENGTH = ''");
+}

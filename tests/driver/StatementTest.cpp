@@ -73,6 +73,65 @@ TEST_F(Statement, ANegativeScaleGoesInAsASubtraction)
     EXPECT_EQ(client.Execute("SELECT LENGTH || ',' || SCALE FROM TW_FIELD WHERE FILE_NAME = 'F'").Single(), "12,-7");
 }
 
+TEST_F(Statement, NumericColumnsTakeQuotedNumbersAndZeroForAnEmptyText)
+{
+    for (const std::string name :
+         {"TW_FILE", "TW_FIELD", "TW_DB", "TW_TABLE", "TW_COLUMN", "TW_USER", "TW_DBPRV", "TW_TBLPRV"}) {
+        const std::vector<ResultColumn> columns = client.Execute("SELECT * FROM " + name).columns;
+        const std::string ofTheRow = " WHERE " + columns.front().name + " = 'NEW'";
+        std::string names = columns.front().name;
+        std::string types = "'text'";
+        for (std::size_t i = 1; i < columns.size(); ++i) {
+            names += ", " + columns[i].name;
+            types += ", typeof(" + columns[i].name + ")";
+        }
+        const auto valueOf = [&](std::size_t i, const std::string& number) {
+            return columns[i].type == SQL_VARCHAR ? "''" : "'" + number + "'";
+        };
+        const auto expectStored = [&](const std::string& number) {
+            const Result row = client.Execute("SELECT * FROM " + name + ofTheRow);
+            const Result stored = client.Execute("SELECT " + types + " FROM " + name + ofTheRow);
+            ASSERT_EQ(row.rows.size(), 1u) << name;
+            for (std::size_t i = 1; i < columns.size(); ++i) {
+                SCOPED_TRACE(name + "." + columns[i].name);
+                const bool isText = columns[i].type == SQL_VARCHAR;
+                EXPECT_EQ(row.rows[0][i], isText ? "" : number);
+                EXPECT_EQ(stored.rows[0][i], isText ? "text" : "integer");
+            }
+        };
+        for (const std::string number : {"", "7"}) {
+            std::string values = "'NEW'";
+            std::string assignments;
+            for (std::size_t i = 1; i < columns.size(); ++i) {
+                values += ", " + valueOf(i, number);
+                assignments += (i == 1 ? "" : ", ") + columns[i].name + " = " + valueOf(i, number);
+            }
+            for (const std::string& list : {" (" + names + ")", std::string()}) {
+                for (const bool prepared : {false, true}) {
+                    const std::string insert = "INSERT INTO " + name + list + " VALUES (" + values + ")";
+                    client.Execute("DELETE FROM " + name + ofTheRow);
+                    EXPECT_EQ((prepared ? client.Prepared(insert) : client.Execute(insert)).changed, 1) << insert;
+                    expectStored(number.empty() ? "0" : number);
+                }
+            }
+            client.Execute("DELETE FROM " + name + ofTheRow);
+            client.Execute("INSERT INTO " + name + " (" + columns.front().name + ") VALUES ('NEW')");
+            EXPECT_EQ(client.Execute("UPDATE " + name + " SET " + assignments + ofTheRow).changed, 1) << assignments;
+            expectStored(number.empty() ? "0" : number);
+        }
+    }
+}
+
+TEST_F(Statement, ANullInANumericColumnStaysNull)
+{
+    ASSERT_TRUE(client.Execute("INSERT INTO TW_FIELD (FILE_NAME, LENGTH, OFFSET) VALUES ('F', NULL, '')").Succeeded());
+    EXPECT_EQ(client.Execute("SELECT LENGTH, OFFSET FROM TW_FIELD WHERE FILE_NAME = 'F'").rows.at(0),
+              (Row{std::nullopt, "0"}));
+    ASSERT_TRUE(client.Execute("UPDATE TW_FIELD SET LENGTH = '', OFFSET = NULL WHERE FILE_NAME = 'F'").Succeeded());
+    EXPECT_EQ(client.Execute("SELECT LENGTH, OFFSET FROM TW_FIELD WHERE FILE_NAME = 'F'").rows.at(0),
+              (Row{"0", std::nullopt}));
+}
+
 TEST_F(Statement, AWhereBehindOrderByIsAnsweredAsIfItStoodBefore)
 {
     for (const char* name : {"B", "A", "C"})
@@ -263,4 +322,16 @@ TEST(StatementLog, ThatCannotBeWrittenStopsTheStatement)
     client.Disconnect();
     ASSERT_TRUE(client.Connect("Driver=Tarnwick ODBC;Catalog=" + setup.File("a.cat")));
     EXPECT_EQ(client.Execute("SELECT COUNT(*) FROM TW_FILE").Single(), "13");
+}
+
+TEST(StatementLog, ShowsAStatementAsItWasSentAndNothingElse)
+{
+    OdbcSetup setup;
+    OdbcClient client;
+    ASSERT_TRUE(
+        client.Connect("Driver=Tarnwick ODBC;Catalog=" + setup.File("a.cat") + ";StatementLog=" + setup.File("a.log")));
+    const std::string insert = "INSERT INTO TW_FILE (FILE_NAME, RECORD_SIZE) VALUES ('F', '')";
+    EXPECT_EQ(client.Execute(insert).changed, 1);
+    std::ifstream file(setup.File("a.log"));
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), insert + "\n");
 }
