@@ -1,4 +1,5 @@
 #include "ShellPanes.h"
+#include "WorkbenchStyle.h"
 #include "mdiMain.h"
 
 #include <QApplication>
@@ -40,6 +41,7 @@ int main(int argc, char** argv)
         window.show();
         return QApplication::exec();
     }
+    QApplication::setStyle(new WorkbenchStyle);
     registerShellPanes();
     mdiMain window({});
     window.MDIForm_Load();

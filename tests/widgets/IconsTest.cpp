@@ -214,6 +214,7 @@ TEST(Icons, KnowsTheKeysOfTreeToolbarsDragsPanesAndBoxes)
                              "Next Number",
                              "Format",
                              "Lookup",
+                             "More",
                              "Criteria",
                              "Box Information",
                              "Box Question",
