@@ -8,8 +8,11 @@
 #include "mdiMain.h"
 
 #include <QElapsedTimer>
+#include <QStringBuilder>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -21,7 +24,15 @@ QString keyOf(const QString& relativeKey, const QString& type, const QString& da
 {
     if (nodetypes::isDatasource(type))
         return nodetypes::datasourceKey(data);
-    return relativeKey + type + '='_L1 + data + ':'_L1;
+    return relativeKey % type % '='_L1 % data % ':'_L1;
+}
+
+/// Each placeholder has a key of its own that no row can have.
+QString placeholderKey(quint64 number)
+{
+    std::array<char, 24> text{'K'};
+    const auto end = std::to_chars(text.data() + 1, text.data() + text.size(), number).ptr;
+    return QString::fromLatin1(text.data(), end - text.data());
 }
 
 } // namespace
@@ -37,7 +48,7 @@ CNode* CNodes::add(TreeNode* relative, const QString& type, const QString& data,
     CNode* added = nullptr;
     routine.run([&] {
         auto node = std::make_unique<CNode>();
-        node->Key = type.isEmpty() ? 'K'_L1 + QString::number(++m_placeholders)
+        node->Key = type.isEmpty() ? placeholderKey(++m_placeholders)
                                    : keyOf(relative ? relative->Key() : QString(), type, data);
         node->m_nodeType = type;
         node->m_nodeData = data;
@@ -57,7 +68,11 @@ CNode* CNodes::add(TreeNode* relative, const QString& type, const QString& data,
 CNode* CNodes::add(const CNode& relative, const QString& type, const QString& data, const QString& text,
                    const QString& image, const QString& selectedImage)
 {
-    return add(treeNode(relative), type, data, text, image, selectedImage);
+    if (TreeNode* shown = treeNode(relative))
+        return add(shown, type, data, text, image, selectedImage);
+    Routine routine("CNodes.Add");
+    routine.run([] { throw RuntimeError(ErrorNumber::ItemNotFound); });
+    return nullptr;
 }
 
 void CNodes::addPlaceholder(TreeNode& node)
@@ -74,7 +89,9 @@ CNode& CNodes::Item(const QString& key) const
 
 CNode& CNodes::Item(const TreeNode& node) const
 {
-    return static_cast<CNode&>(*node.Payload());
+    if (TreePayload* payload = node.Payload())
+        return static_cast<CNode&>(*payload);
+    throw RuntimeError(ErrorNumber::FailedCall);
 }
 
 CNode* CNodes::find(const QString& key) const
@@ -180,8 +197,8 @@ void CNodes::ChangeKey(const QString& oldKey, const QString& newKey)
     });
 }
 
-/// Keeps the tree's redraw off during a long change but for a moment in each frame, so that its cost does not grow with
-/// the number of steps.
+/// Keeps the tree's redraw off during a long change but for a moment ten times a second, so that its cost does not grow
+/// with the number of steps.
 class CNodes::FrameByFrame
 {
 public:
@@ -202,7 +219,7 @@ public:
     }
 
 private:
-    static constexpr qint64 frameMilliseconds = 33;
+    static constexpr qint64 frameMilliseconds = 100;
 
     TreeView& m_tree;
     QElapsedTimer m_sinceFrame;
@@ -213,6 +230,9 @@ void CNodes::ExpandChildren(const CNode& node)
 {
     const events::LongRoutine longRoutine;
     FrameByFrame redraw(*m_tree);
+    // A level that was empty has nothing to close and open, and may have rows by now.
+    if (TreeNode* shown = treeNode(node); shown && !shown->Child() && !nodetypes::isItem(node.NodeType()))
+        addPlaceholder(*shown);
     expandSubtree(node, redraw);
 }
 

@@ -21,8 +21,12 @@ const QString options = u"Options"_s;
 
 bool isSystemFile(const QString& name)
 {
-    return u"'CNTRL'COLUMN'DB'DBPRV'DRIVER'FIELD'FILE'SQLDT'LOCDT'TABLE'TBLPRV'USER'"_s.contains('\''_L1 + name +
-                                                                                                 '\''_L1);
+    static constexpr QStringView names = u"'CNTRL'COLUMN'DB'DBPRV'DRIVER'FIELD'FILE'SQLDT'LOCDT'TABLE'TBLPRV'USER'";
+    for (qsizetype at = names.indexOf(name, 1); at > 0; at = names.indexOf(name, at + 1)) {
+        if (names.sliced(at - 1).startsWith('\'') && names.sliced(at + name.size()).startsWith('\''))
+            return true;
+    }
+    return false;
 }
 
 bool isCatalogDatabase(const QString& name)

@@ -56,7 +56,7 @@ TreeNode* KeyIndex::find(QStringView key) const
 bool KeyIndex::insert(TreeNode& node)
 {
     if (4 * (m_count + 1) > 3 * m_hashes.size())
-        resize(std::max(fewestSlots, m_hashes.size() + m_hashes.size() / 2));
+        resize(std::max(fewestSlots, 2 * m_hashes.size()));
     const std::uint32_t hash = hashOf(node.m_key);
     const std::size_t slot = slotOf(node.m_key, hash);
     if (m_nodes[slot])
