@@ -1,9 +1,7 @@
 #include "CLOCDTs.h"
 
-#include "CConnections.h"
 #include "LocalTypeLimits.h"
-#include "Recordset.h"
-#include "Routine.h"
+#include "TypeRows.h"
 #include "modString.h"
 
 std::int32_t CLOCDT::DEFAULT_LENGTH() const
@@ -39,25 +37,13 @@ QString CLOCDT::DEFAULT_FORMAT() const
 
 void CLOCDTs::FetchDTs(const QString& datasource)
 {
-    const QString sql = "SELECT * FROM TW_LOCDT";
-    Routine routine("CLOCDTs.FetchDTs");
-    routine.additional([&] { return sql; });
-    routine.run([&] {
-        CConnection* connection = CConnections::instance().Item(datasource);
-        if (!connection)
-            return;
-        if (!connection->db())
-            throw RuntimeError(ErrorNumber::ObjectNotSet);
-        const auto types = connection->db()->OpenRecordset(sql);
-        for (; !types->Eof(); types->MoveNext()) {
-            const auto text = [&](const char* column) { return types->Fields().Item(column).Value().Text(); };
-            CLOCDT type;
-            type.LOCAL_TYPE_NAME = text("LOCAL_TYPE_NAME");
-            type.SQL_TYPE_NAME = text("SQL_TYPE_NAME");
-            type.ATTRIBUTES = text("ATTRIBUTES");
-            type.REMARKS = text("REMARKS");
-            add(std::move(type));
-        }
+    fetchTypes("CLOCDTs.FetchDTs", "TW_LOCDT", datasource, [this](const TypeRow& row) {
+        CLOCDT type;
+        type.LOCAL_TYPE_NAME = row.text("LOCAL_TYPE_NAME");
+        type.SQL_TYPE_NAME = row.text("SQL_TYPE_NAME");
+        type.ATTRIBUTES = row.text("ATTRIBUTES");
+        type.REMARKS = row.text("REMARKS");
+        add(std::move(type));
     });
 }
 

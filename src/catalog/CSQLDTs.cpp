@@ -1,46 +1,28 @@
 #include "CSQLDTs.h"
 
-#include "CConnections.h"
-#include "Recordset.h"
-#include "Routine.h"
+#include "TypeRows.h"
 
 void CSQLDTs::FetchDTs(const QString& datasource)
 {
-    const QString sql = "SELECT * FROM TW_SQLDT";
-    Routine routine("CSQLDTs.FetchDTs");
-    routine.additional([&] { return sql; });
-    routine.run([&] {
-        CConnection* connection = CConnections::instance().Item(datasource);
-        if (!connection)
-            return;
-        if (!connection->db())
-            throw RuntimeError(ErrorNumber::ObjectNotSet);
-        const auto types = connection->db()->OpenRecordset(sql);
-        for (; !types->Eof(); types->MoveNext()) {
-            const auto text = [&](const char* column) { return types->Fields().Item(column).Value().Text(); };
-            const auto number = [&](const char* column) {
-                const dao::Value value = types->Fields().Item(column).Value();
-                return value.IsNull() ? 0 : value.Long();
-            };
-            CSQLDT type;
-            type.SQL_TYPE_NAME = text("SQL_TYPE_NAME");
-            type.SQL_DATA_TYPE = number("SQL_DATA_TYPE");
-            type.Length = number("LENGTH");
-            type.PRECISION = number("PRECISION");
-            type.LITERAL_PREFIX = text("LITERAL_PREFIX");
-            type.LITERAL_SUFFIX = text("LITERAL_SUFFIX");
-            type.CREATE_PARAMS = text("CREATE_PARAMS");
-            type.NULLABLE = number("NULLABLE");
-            type.CASE_SENSITIVE = number("CASE_SENSITIVE");
-            type.SEARCHABLE = number("SEARCHABLE");
-            type.UNSIGNED_ATTRIBUTE = number("UNSIGNED_ATTRIBUTE");
-            type.MONEY = number("MONEY");
-            type.AUTO_INCREMENT = number("AUTO_INCREMENT");
-            type.RADIX = number("RADIX");
-            type.LOCAL_TYPE_NAME = text("LOCAL_TYPE_NAME");
-            type.REMARKS = text("REMARKS");
-            add(std::move(type));
-        }
+    fetchTypes("CSQLDTs.FetchDTs", "TW_SQLDT", datasource, [this](const TypeRow& row) {
+        CSQLDT type;
+        type.SQL_TYPE_NAME = row.text("SQL_TYPE_NAME");
+        type.SQL_DATA_TYPE = row.number("SQL_DATA_TYPE");
+        type.Length = row.number("LENGTH");
+        type.PRECISION = row.number("PRECISION");
+        type.LITERAL_PREFIX = row.text("LITERAL_PREFIX");
+        type.LITERAL_SUFFIX = row.text("LITERAL_SUFFIX");
+        type.CREATE_PARAMS = row.text("CREATE_PARAMS");
+        type.NULLABLE = row.number("NULLABLE");
+        type.CASE_SENSITIVE = row.number("CASE_SENSITIVE");
+        type.SEARCHABLE = row.number("SEARCHABLE");
+        type.UNSIGNED_ATTRIBUTE = row.number("UNSIGNED_ATTRIBUTE");
+        type.MONEY = row.number("MONEY");
+        type.AUTO_INCREMENT = row.number("AUTO_INCREMENT");
+        type.RADIX = row.number("RADIX");
+        type.LOCAL_TYPE_NAME = row.text("LOCAL_TYPE_NAME");
+        type.REMARKS = row.text("REMARKS");
+        add(std::move(type));
     });
 }
 

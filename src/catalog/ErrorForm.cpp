@@ -33,11 +33,11 @@ namespace
 constexpr int Unit = 8;
 constexpr int PictureSize = 40;
 
-/// The window that the form belongs to: the active one, or the main window while another program is in front.
+/// The window that the form belongs to: the main one, or the dialog in front of it that keeps it from being used.
 QWidget* ownerOf(const QWidget& form)
 {
-    if (QWidget* active = QApplication::activeWindow(); active && active != &form)
-        return active;
+    if (QWidget* modal = QApplication::activeModalWidget(); modal && modal != &form)
+        return modal;
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->objectName() == QLatin1String("mdiMain") && window->isVisible())
             return window;

@@ -83,8 +83,7 @@ LocalTypeLimits LocalTypeLimits::of(const QString& wrapped, int stringPosition)
 
 std::int32_t NumberAttr(const QString& key, const QString& attributes)
 {
-    const QString value = modString::ExtractAttr(key, attributes);
-    return value.isEmpty() ? 0 : conversions::ToLong(value);
+    return conversions::ToLong(conversions::Val('0' + modString::ExtractAttr(key, attributes)));
 }
 
 std::int32_t decimalDigits(std::int32_t bytes, bool isUnsigned)

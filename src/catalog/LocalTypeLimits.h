@@ -25,12 +25,12 @@ struct LocalTypeLimits {
     /// Where the field grid looks: on the semicolon before, so that a binary string keeps its precision editable there.
     static constexpr int GridStringPosition = 8;
 
-    /// The limits from attributes that have been wrapped as ";" + ATTRIBUTES + ";". Raises 13 where a number is none.
+    /// The limits from attributes that have been wrapped as ";" + ATTRIBUTES + ";".
     static LocalTypeLimits of(const QString& wrapped, int stringPosition);
 };
 
-/// The reading of a numeric attribute: 0 where the key is absent or has no value. Raises 13 for a value that is no
-/// number.
+/// The reading of a numeric attribute: its leading digits behind a zero, so 0 where the key is absent and for a
+/// negative number. Raises 6 out of range.
 std::int32_t NumberAttr(const QString& key, const QString& attributes);
 
 /// The decimal digits that an integer of 1 to 8 bytes can take; 0 for any other size.

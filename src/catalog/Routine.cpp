@@ -97,11 +97,11 @@ StepAnswer Routine::report(const RuntimeError& error)
             // The report itself failed, as on a message of the file manager without a code: that is what can be shown.
             response = frmTWErr::StandardErr(routine, additional, unreadable);
         }
+        if (response == frmTWErr::Abort)
+            Outside::instance().endProcess();
     }
     dao::DBEngine::Errors().Clear();
 
-    if (response == frmTWErr::Abort)
-        Outside::instance().endProcess();
     return response == frmTWErr::Retry ? StepAnswer::Retry : StepAnswer::Ignore;
 }
 

@@ -1,8 +1,14 @@
 #include "modDatabase.h"
 
+#include "Database.h"
+#include "RuntimeError.h"
+
 #include <QStringView>
 
+#include <algorithm>
 #include <array>
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -78,6 +84,68 @@ QString replaceAll(const QString& text, const Replacement& replacement)
 }
 
 } // namespace
+
+bool modDatabase::FieldInfo::isText() const
+{
+    return Type == dao::dbText || Type == dao::dbMemo || Type == dao::dbChar;
+}
+
+long modDatabase::FieldInfo::inputWidth() const
+{
+    switch (Type) {
+    case dao::dbBoolean:
+        return 1;
+    case dao::dbByte:
+        return 3;
+    case dao::dbInteger:
+        return 6;
+    case dao::dbCurrency:
+        return 20;
+    case dao::dbText:
+    case dao::dbChar:
+        return Size;
+    default:
+        return 9;
+    }
+}
+
+const modDatabase::FieldInfo& modDatabase::FieldInfos::Item(const QString& name) const
+{
+    const auto found =
+        std::find_if(m_fields.begin(), m_fields.end(), [&](const FieldInfo& field) { return field.Name == name; });
+    if (found == m_fields.end())
+        throw RuntimeError(ErrorNumber::ItemNotFound);
+    return *found;
+}
+
+modDatabase::FieldInfos modDatabase::FetchFieldInfo(dao::Database& db, const QString& table)
+{
+    std::vector<FieldInfo> fields;
+    for (const dao::Field& field : db.OpenRecordset(u"SELECT * FROM "_s + table + ' '_L1)->Fields())
+        fields.push_back({field.Name, field.Type, field.Size});
+    return FieldInfos(std::move(fields));
+}
+
+QString modDatabase::MakeInsert(const std::vector<TaggedValue>& values, const FieldInfos& fields, const QString& table)
+{
+    QString columns;
+    QString texts;
+    for (const TaggedValue& value : values) {
+        if (value.Tag.isEmpty())
+            continue;
+        columns += value.Tag + ", "_L1;
+        texts += fields.Item(value.Tag).isText() ? '\''_L1 + SQLQuote(value.Value) + "', "_L1
+                                                 : '0'_L1 + value.Value + ", "_L1;
+    }
+    columns.chop(2);
+    texts.chop(2);
+    return u"INSERT INTO "_s + table + " ("_L1 + columns + ") VALUES ("_L1 + texts + ')'_L1;
+}
+
+QString modDatabase::BuildDelete(const QString& table, const QString& criterion)
+{
+    return u"DELETE FROM "_s + table + " WHERE "_L1 + criterion;
+}
 
 QString modDatabase::SQLQuote(const QString& text)
 {

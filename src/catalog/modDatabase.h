@@ -4,8 +4,57 @@
 
 #include <QString>
 
+#include <vector>
+
+namespace dao
+{
+class Database;
+}
+
 namespace modDatabase
 {
+
+/// A column of a catalog table as the driver describes it.
+struct FieldInfo {
+    QString Name;
+    dao::DataType Type = dao::dbText;
+    /// Characters of a text column.
+    long Size = 0;
+
+    /// Whether values go into a statement between apostrophes: text, memo and char.
+    bool isText() const;
+    /// The most characters that an entry for the column takes.
+    long inputWidth() const;
+};
+
+/// The columns of one catalog table.
+class FieldInfos
+{
+public:
+    FieldInfos() = default;
+    explicit FieldInfos(std::vector<FieldInfo> fields) : m_fields(std::move(fields)) {}
+
+    bool isEmpty() const { return m_fields.empty(); }
+    /// Raises 3265 for a name that the table does not have.
+    const FieldInfo& Item(const QString& name) const;
+
+private:
+    std::vector<FieldInfo> m_fields;
+};
+
+/// Asks the driver for the columns of a table.
+FieldInfos FetchFieldInfo(dao::Database& db, const QString& table);
+
+/// What an INSERT stores: a column and the text of the control that is bound to it.
+struct TaggedValue {
+    QString Tag;
+    QString Value;
+};
+
+/// The INSERT of one row. Values without a tag are not stored; a number gets a zero in front, so that a blank entry
+/// means 0. Raises 3265 for a tag that the table does not have.
+QString MakeInsert(const std::vector<TaggedValue>& values, const FieldInfos& fields, const QString& table);
+QString BuildDelete(const QString& table, const QString& criterion);
 
 /// A value for a statement: every apostrophe doubled, a null as the empty text. Callers write the apostrophes around
 /// it.

@@ -46,14 +46,10 @@ TEST(NumberAttr, ReadsAnAbsentOrEmptyKeyAsZero)
     EXPECT_EQ(NumberAttr(";SCALE=", ";SCALE=12;"), 12);
 }
 
-TEST(NumberAttr, RaisesATypeMismatchForATextThatIsNoNumber)
+TEST(NumberAttr, ReadsATextThatIsNoNumberAsZero)
 {
-    try {
-        NumberAttr(";LENGTH=", ";LENGTH=long;");
-        FAIL() << "nothing was raised";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), ErrorNumber::TypeMismatch);
-    }
+    EXPECT_EQ(NumberAttr(";LENGTH=", ";LENGTH=long;"), 0);
+    EXPECT_EQ(NumberAttr(";LENGTH=", ";LENGTH=8 bytes;"), 8);
 }
 
 TEST(LocalTypeLimits, ALengthIsFixedWithoutADefault)
@@ -127,7 +123,14 @@ TEST(LocalTypeLimits, AVariableScaleMayBeZeroByDefaultButNotAtItsBounds)
 {
     expectRange(inPane(";DEFAULT_SCALE=0;MIN_SCALE=0;MAX_SCALE=0;").Scale, 0, -32, 32, true);
     expectRange(inPane(";DEFAULT_SCALE=2;MIN_SCALE=1;MAX_SCALE=9;").Scale, 2, 1, 9, true);
-    expectRange(inPane(";DEFAULT_SCALE=0;MIN_SCALE=-31;MAX_SCALE=-1;").Scale, 0, -31, -1, true);
+}
+
+TEST(LocalTypeLimits, ANegativeNumberReadsAsNone)
+{
+    expectRange(inPane(";DEFAULT_SCALE=0;MIN_SCALE=-31;MAX_SCALE=-1;").Scale, 0, -32, 32, true);
+    EXPECT_EQ(NumberAttr(";SCALE=", ";SCALE=-2;"), 0);
+    EXPECT_EQ(NumberAttr(";SCALE=", ";SCALE=007;"), 7);
+    EXPECT_EQ(NumberAttr(";SCALE=", ";SCALE=x;"), 0);
 }
 
 TEST(LocalTypeLimits, ADefaultFormatIsEditableUnlessTheLengthIsFixed)
@@ -160,7 +163,7 @@ struct SecondReader {
         const auto begin = found + searched.size();
         return text.substr(begin, text.find(';', begin) - begin);
     }
-    int number(const std::string& key) const { return std::atoi(item(key).c_str()); }
+    int number(const std::string& key) const { return std::atoi(("0" + item(key)).c_str()); }
     bool has(const std::string& word) const { return text.find(word) != std::string::npos; }
     int numberOr(const std::string& key, int otherwise) const { return number(key) ? number(key) : otherwise; }
 

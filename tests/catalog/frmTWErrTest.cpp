@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -534,17 +535,30 @@ TEST_F(ErrorFormTest, AnOpenDropDownListDoesNotKeepTheUserFromIt)
     withForm([](QWidget&) { EXPECT_FALSE(QApplication::activePopupWidget()); });
 }
 
-TEST_F(ErrorFormTest, BelongsToTheActiveWindow)
+TEST_F(ErrorFormTest, BelongsToTheMainWindow)
 {
     QWidget window;
-    window.resize(1000, 800);
+    window.setObjectName("mdiMain");
     window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     withForm([&](QWidget& shown) {
         EXPECT_EQ(shown.windowHandle()->transientParent(), window.windowHandle());
         EXPECT_FALSE(shown.parentWidget()) << "it outlives the window";
     });
+}
+
+TEST_F(ErrorFormTest, BelongsToTheDialogInFrontOfTheMainWindow)
+{
+    QWidget window;
+    window.setObjectName("mdiMain");
+    window.show();
+    QDialog dialog(&window);
+    dialog.setModal(true);
+    dialog.show();
+    withForm([&](QWidget& shown) { EXPECT_EQ(shown.windowHandle()->transientParent(), dialog.windowHandle()); });
 }
 
 } // namespace

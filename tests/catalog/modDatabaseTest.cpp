@@ -1,11 +1,18 @@
 #include "modDatabase.h"
 
+#include "RuntimeError.h"
+
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
 
 #include <random>
 #include <vector>
+
+using modDatabase::BuildDelete;
+using modDatabase::FieldInfo;
+using modDatabase::FieldInfos;
+using modDatabase::MakeInsert;
 
 namespace
 {
@@ -60,6 +67,54 @@ TEST(ModDatabase, SQLQuoteOfANullIsTheEmptyText)
 {
     EXPECT_EQ(modDatabase::SQLQuote(dao::Value()), "");
     EXPECT_EQ(modDatabase::SQLQuote(dao::Value("it's")), "it''s");
+}
+
+TEST(ModDatabase, AnInsertQuotesTextsAndPutsAZeroBeforeNumbers)
+{
+    const FieldInfos fields({{"NAME", dao::dbText, 32},
+                             {"NOTE", dao::dbMemo, 0},
+                             {"KIND", dao::dbChar, 4},
+                             {"SIZE", dao::dbLong, 4},
+                             {"SCALE", dao::dbInteger, 2}});
+    EXPECT_EQ(
+        MakeInsert({{"NAME", "O'Brien"}, {"SIZE", ""}, {"NOTE", ""}, {"KIND", "x"}, {"SCALE", "-2"}}, fields, "TW_X"),
+        "INSERT INTO TW_X (NAME, SIZE, NOTE, KIND, SCALE) VALUES ('O''Brien', 0, '', 'x', 0-2)");
+}
+
+TEST(ModDatabase, AnInsertLeavesOutWhatHasNoTag)
+{
+    const FieldInfos fields({{"NAME", dao::dbText, 32}, {"SIZE", dao::dbLong, 4}});
+    EXPECT_EQ(MakeInsert({{"", "mirror"}, {"NAME", "a"}, {"", ""}}, fields, "TW_X"),
+              "INSERT INTO TW_X (NAME) VALUES ('a')");
+}
+
+TEST(ModDatabase, ATagThatTheTableLacksIsNoSuchItem)
+{
+    const FieldInfos fields({{"NAME", dao::dbText, 32}});
+    try {
+        MakeInsert({{"OTHER", "a"}}, fields, "TW_X");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), ErrorNumber::ItemNotFound);
+    }
+}
+
+TEST(ModDatabase, ADeleteIsTheTableAndTheCriterion)
+{
+    EXPECT_EQ(BuildDelete("TW_FILE", "FILE_NAME = 'a'"), "DELETE FROM TW_FILE WHERE FILE_NAME = 'a'");
+}
+
+TEST(ModDatabase, AnEntryIsAsWideAsItsColumnsType)
+{
+    const auto width = [](dao::DataType type) { return FieldInfo{"X", type, 40}.inputWidth(); };
+    EXPECT_EQ(width(dao::dbBoolean), 1);
+    EXPECT_EQ(width(dao::dbByte), 3);
+    EXPECT_EQ(width(dao::dbInteger), 6);
+    EXPECT_EQ(width(dao::dbCurrency), 20);
+    EXPECT_EQ(width(dao::dbText), 40);
+    EXPECT_EQ(width(dao::dbChar), 40);
+    for (const dao::DataType type : {dao::dbLong, dao::dbDouble, dao::dbMemo, dao::dbDate})
+        EXPECT_EQ(width(type), 9) << type;
 }
 
 TEST(ModDatabase, FormatSQLOfANullIsTheEmptyText)
