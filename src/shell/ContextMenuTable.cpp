@@ -140,10 +140,10 @@ bool isGuarded(Guard guard, const DragItem& item)
 
 } // namespace
 
-Use use(const DragItem& item, const Circumstances& circumstances)
+Use use(const DragItem& item, bool connected)
 {
     if (item.NodeType == "DSN"_L1 || item.NodeType == "FDSN"_L1)
-        return datasourceUse(circumstances.connected);
+        return datasourceUse(connected);
 
     for (const Row& row : rows()) {
         if (item.NodeType != QLatin1String(row.type))

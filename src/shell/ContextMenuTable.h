@@ -10,11 +10,6 @@
 namespace contextmenus
 {
 
-/// What the table has to know of an item beyond its type.
-struct Circumstances {
-    bool connected = false;
-};
-
 /// A menu and the entries whose visibility one use of it sets; entries that are not named stay as they were.
 struct Use {
     QString menu;
@@ -22,7 +17,8 @@ struct Use {
     std::vector<QString> hidden;
 };
 
-/// The use of a menu for an item; an empty menu name where none pops up.
-Use use(const DragItem& item, const Circumstances& circumstances);
+/// The use of a menu for an item, which a datasource answers by whether it is connected; an empty menu name where none
+/// pops up.
+Use use(const DragItem& item, bool connected);
 
 } // namespace contextmenus

@@ -1,6 +1,7 @@
 #include "frmDSN.h"
 
 #include "Installer.h"
+#include "NodeTypes.h"
 #include "Routine.h"
 #include "mdiMain.h"
 #include "modGUI.h"
@@ -62,9 +63,8 @@ void frmDSN::Display(const QString& name)
 {
     Routine routine("frmDSN.Display");
     routine.run([&] {
-        const QString key = u"DSN="_s + name + QLatin1Char(':');
-        const TreeNode& node = mdiMain::instance().tvwExplorer().Nodes().Item(key);
-        if (node.Image() == "DSN Ghost"_L1) {
+        const TreeNode& node = mdiMain::instance().tvwExplorer().Nodes().Item(nodetypes::datasourceKey(name));
+        if (node.Image() == nodetypes::ghostImage) {
             lblTitle()->setText(name + u" (Unconnected) - Datasource Properties"_s);
             lblDescription()->setText(u"Please connect to this datasource to explorer it further..."_s);
         } else {

@@ -187,11 +187,7 @@ void frmOptions::loadSettings()
 void frmOptions::Display()
 {
     Routine routine("frmOptions.Display");
-    routine.run([&] {
-        // What was changed and then left or cancelled is not in force.
-        loadSettings();
-        m_ok->setEnabled(false);
-    });
+    routine.run([&] { m_ok->setEnabled(false); });
 }
 
 void frmOptions::chkSysTable_Click()
@@ -229,7 +225,6 @@ void frmOptions::cmdOK_Click()
         const bool sysTableChanged = m_sysTable->isChecked() != m_loadedSysTable;
         const bool win98Changed = m_win98->isChecked() != m_loadedWin98;
         mdiMain& window = mdiMain::instance();
-        window.Status(tr("Options saved"));
         if (sysTableChanged)
             window.FetchTreeviewRoot();
         if (win98Changed) {

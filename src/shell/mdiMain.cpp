@@ -39,6 +39,7 @@ mdiMain* theMain = nullptr;
 constexpr int twipsPerPixel = 15;
 /// The strip at the right edge of the tree side that holds the splitter.
 constexpr int splitterTwips = 60;
+constexpr int defaultTreeviewTwips = 2475;
 
 constexpr int toPixels(int twips)
 {
@@ -122,7 +123,10 @@ void mdiMain::MDIForm_Unload()
 
 void mdiMain::closeEvent(QCloseEvent* event)
 {
-    forms::unloadAllBut({u"frmTWErr"_s});
+    {
+        Routine routine("mdiMain.MDIForm_Unload");
+        routine.run([&] { forms::unloadAllBut({u"frmTWErr"_s}); });
+    }
     MDIForm_Unload();
     event->accept();
     QApplication::quit();
@@ -140,7 +144,9 @@ void mdiMain::restorePlacement()
         return screen->availableGeometry().intersects(QRect(position, size()));
     });
     move(isInSight ? position : QPoint(0, 0));
-    setTreeviewWidth(settings::getNumber(section, u"TreeviewWidth"_s, 2475));
+    // A side without any width could not be gripped to give it one.
+    const int treeviewWidth = settings::getNumber(section, u"TreeviewWidth"_s, defaultTreeviewTwips);
+    setTreeviewWidth(treeviewWidth > splitterTwips ? treeviewWidth : defaultTreeviewTwips);
 }
 
 void mdiMain::buildControls()
@@ -329,7 +335,7 @@ bool mdiMain::eventFilter(QObject* watched, QEvent* event)
         MDIForm_Resize();
     } else if (watched == m_splitter && event->type() == QEvent::MouseMove) {
         const auto* mouse = static_cast<QMouseEvent*>(event);
-        if (mouse->buttons() == Qt::LeftButton)
+        if (mouse->buttons().testFlag(Qt::LeftButton))
             picSplitter_MouseMove(qRound(mouse->position().x()));
     }
     return QMainWindow::eventFilter(watched, event);

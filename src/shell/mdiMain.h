@@ -130,7 +130,7 @@ private:
     void forwardToPane(const char* handler, ToolButton& button);
     void showDatasourceAdministrator();
     /// Returns false when the user has declined.
-    void expandAllSelected(const char* routineName, bool asksFirst);
+    void expandSelected();
     void clearCatalog();
 
     void runCommand(const char* routineName, const QString& menuItem);

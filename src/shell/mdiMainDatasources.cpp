@@ -24,6 +24,11 @@ namespace
 
 const QString welcome = u"frmWelcome"_s;
 
+bool confirmExpandAll()
+{
+    return boxes::ask(u"This process could take some time.\nAre you sure you wish to Expand All?"_s);
+}
+
 } // namespace
 
 void mdiMain::FetchTreeviewRoot()
@@ -139,12 +144,15 @@ void mdiMain::mnuFileExit_Click()
 
 void mdiMain::mnuViewToolbar_Click()
 {
-    m_bands->setVisible(menu(u"mnuView"_s).findChild<QAction*>(u"mnuViewToolbar"_s)->isChecked());
+    Routine routine("mdiMain.mnuViewToolbar_Click");
+    routine.run([&] { m_bands->setVisible(menu(u"mnuView"_s).findChild<QAction*>(u"mnuViewToolbar"_s)->isChecked()); });
 }
 
 void mdiMain::mnuViewStatusBar_Click()
 {
-    statusBar()->setVisible(menu(u"mnuView"_s).findChild<QAction*>(u"mnuViewStatusBar"_s)->isChecked());
+    Routine routine("mdiMain.mnuViewStatusBar_Click");
+    routine.run(
+        [&] { statusBar()->setVisible(menu(u"mnuView"_s).findChild<QAction*>(u"mnuViewStatusBar"_s)->isChecked()); });
 }
 
 void mdiMain::tbrMain_ButtonClick(ToolButton& button)
@@ -168,19 +176,22 @@ void mdiMain::showDatasourceAdministrator()
         showDatasourceWindow(this);
 }
 
-void mdiMain::expandAllSelected(const char* routineName, bool asksFirst)
+void mdiMain::expandSelected()
 {
-    Routine routine(routineName);
+    const CNode* selected = m_nodes.SelectedItem();
+    if (!selected)
+        throw RuntimeError(ErrorNumber::ObjectNotSet);
+    const QScopedValueRollback keepsPane(m_paneAtWork, true);
+    m_nodes.ExpandChildren(*selected);
+}
+
+void mdiMain::mnu_DSNExpandAll_Click()
+{
+    Routine routine("mdiMain.mnu_DSNExpandAll_Click");
     routine.run([&] {
-        if (asksFirst && !boxes::ask(u"This process could take some time.\nAre you sure you wish to Expand All?"_s))
+        if (!confirmExpandAll())
             return;
-        const CNode* selected = m_nodes.SelectedItem();
-        if (!selected)
-            throw RuntimeError(ErrorNumber::ObjectNotSet);
-        {
-            const QScopedValueRollback keepsPane(m_paneAtWork, true);
-            m_nodes.ExpandChildren(*selected);
-        }
+        expandSelected();
         // A datasource that failed to connect has nothing but its placeholder and stays closed.
         TreeNode* node = m_tree->SelectedItem();
         if (node && node->Child() && !node->Child()->Text().isEmpty())
@@ -188,24 +199,28 @@ void mdiMain::expandAllSelected(const char* routineName, bool asksFirst)
     });
 }
 
-void mdiMain::mnu_DSNExpandAll_Click()
-{
-    expandAllSelected("mdiMain.mnu_DSNExpandAll_Click", true);
-}
-
 void mdiMain::mnu_FileExpandAll_Click()
 {
-    expandAllSelected("mdiMain.mnu_FileExpandAll_Click", true);
+    Routine routine("mdiMain.mnu_FileExpandAll_Click");
+    routine.run([&] {
+        if (confirmExpandAll())
+            expandSelected();
+    });
 }
 
 void mdiMain::mnu_DBExpandAll_Click()
 {
-    expandAllSelected("mdiMain.mnu_DBExpandAll_Click", true);
+    Routine routine("mdiMain.mnu_DBExpandAll_Click");
+    routine.run([&] {
+        if (confirmExpandAll())
+            expandSelected();
+    });
 }
 
 void mdiMain::mnu_TableExpandAll_Click()
 {
-    expandAllSelected("mdiMain.mnu_TableExpandAll_Click", false);
+    Routine routine("mdiMain.mnu_TableExpandAll_Click");
+    routine.run([&] { expandSelected(); });
 }
 
 void mdiMain::mnu_DSNClear_Click()

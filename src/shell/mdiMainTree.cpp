@@ -16,7 +16,7 @@ DragItem mdiMain::NodeToDragItem(const TreeNode* node) const
         if (!node)
             return;
         const CNode& payload = m_nodes.Item(*node);
-        item.NodeKey = payload.Key;
+        item.Node = payload.Key;
         item.NodeType = payload.NodeType();
         item.DragIcon = nodetypes::dragIcon(item.NodeType);
         for (const TreeNode* step = node; step; step = step->Parent()) {

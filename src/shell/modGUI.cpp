@@ -54,10 +54,13 @@ void ExpandToNode(const QString& key)
         const QString prefix = key.left(end + 1);
         if (!find(prefix))
             readAnew(former);
-        if (const TreeNodeRef node = find(prefix)) {
+        if (TreeNode* node = find(prefix)) {
             node->setSelected(true);
-            if (node)
-                node->setExpanded(true);
+            // Bringing the node into view may open its parent, which reads the level anew.
+            if (TreeNode* current = find(prefix)) {
+                current->setSelected(true);
+                current->setExpanded(true);
+            }
         }
         former = prefix;
     }
@@ -72,9 +75,9 @@ void ExpandToNode(const QString& key)
 
 QMenu* ContextMenu(const DragItem& item)
 {
-    const TreeNode* node = find(item.NodeKey);
+    const TreeNode* node = find(item.Node);
     const bool connected = node && node->SelectedImage() != nodetypes::ghostImage;
-    const contextmenus::Use use = contextmenus::use(item, {.connected = connected});
+    const contextmenus::Use use = contextmenus::use(item, connected);
     if (use.menu.isEmpty())
         return nullptr;
     QMenu& menu = mdiMain::instance().menu(use.menu);

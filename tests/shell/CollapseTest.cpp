@@ -67,7 +67,7 @@ TEST_F(Collapse, SaysSoAndClearsTheTypeOfTheCurrentItem)
 
     EXPECT_EQ(statusText(), u"Collapse"_s);
     EXPECT_EQ(window->currentItem().NodeType, QString());
-    EXPECT_EQ(window->currentItem().NodeKey, key({u"FI"_s}));
+    EXPECT_EQ(window->currentItem().Node, key());
     EXPECT_EQ(window->currentItem().Keys, QStringList{datasource});
     asked.take();
     release(expanderPosition(key({u"FI"_s})));

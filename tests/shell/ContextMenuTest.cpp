@@ -448,7 +448,7 @@ TEST_F(ContextMenu, CommandsOfTheRoomsAboveGetTheItem)
     QStringList ran;
     for (const FeatureCommand& command : featureCommands) {
         const QString name = QLatin1String(command.entry);
-        commands::add(name, [&ran, name](const DragItem& item) { ran.append(name + ' ' + item.NodeKey); });
+        commands::add(name, [&ran, name](const DragItem& item) { ran.append(name + ' ' + item.Node); });
     }
     start();
     for (const FeatureCommand& command : featureCommands) {

@@ -324,8 +324,19 @@ TEST_F(Main, TheSplitterMovesWithTheLeftButtonAlone)
     const QPoint there = splitter.mapToGlobal(QPoint(50, 50));
     moveOver(splitter, there, Qt::NoButton);
     moveOver(splitter, there, Qt::RightButton);
-    moveOver(splitter, there, Qt::LeftButton | Qt::RightButton);
     EXPECT_EQ(treeWidth(), 165);
+    moveOver(splitter, there, Qt::LeftButton | Qt::RightButton);
+    EXPECT_EQ(treeWidth(), 213);
+}
+
+TEST_F(Main, ASavedTreeWidthThatLeavesNothingToGripIsNotTaken)
+{
+    for (const int width : {0, -1500, 60}) {
+        settings::save(u"mdiMain"_s, u"TreeviewWidth"_s, width);
+        start();
+        EXPECT_EQ(treeWidth(), 165) << width;
+        window.reset();
+    }
 }
 
 // Status line, menus and tool bars ------------------------------------------------------------------------------------

@@ -112,7 +112,7 @@ TEST_P(MouseOn, APressMakesTheNodeTheCurrentItem)
 {
     press(where());
     EXPECT_EQ(window->currentItem().NodeType, QLatin1String(GetParam().type));
-    EXPECT_EQ(window->currentItem().NodeKey, where());
+    EXPECT_EQ(window->currentItem().Node, where());
     EXPECT_EQ(window->currentItem().Keys, keys());
     EXPECT_EQ(window->currentItem().DragIcon, QLatin1String(GetParam().dragIcon));
     EXPECT_EQ(statusText(), u"MouseDown"_s);
@@ -153,13 +153,13 @@ TEST_P(MouseOn, ARightClickLeavesSelectionAndPaneWhereTheyWere)
     EXPECT_EQ(selectedKey(), other);
     EXPECT_EQ(asked.take(), QStringList());
     EXPECT_EQ(currentPane(), u"frmUsers"_s);
-    EXPECT_EQ(window->currentItem().NodeKey, where());
+    EXPECT_EQ(window->currentItem().Node, where());
 }
 
 TEST_P(MouseOn, ADragBeginsOnThePressedNodeUnlessItIsADatasource)
 {
     std::vector<QString> dragged;
-    window->setDragHandler([&](const DragItem& item) { dragged.push_back(item.NodeKey); });
+    window->setDragHandler([&](const DragItem& item) { dragged.push_back(item.Node); });
     const QPoint place = textPosition(where());
     press(where());
     move(place + QPoint(QApplication::startDragDistance() + 1, 0), Qt::LeftButton);
@@ -212,7 +212,7 @@ TEST_F(Mouse, AClickOnEmptySpaceEmptiesTheCurrentItemAndShowsNothing)
     const QRect area = window->tvwExplorer().viewport()->rect();
     QTest::mouseClick(window->tvwExplorer().viewport(), Qt::LeftButton, {}, {area.width() / 2, area.bottom() - 2});
     EXPECT_EQ(window->currentItem().NodeType, QString());
-    EXPECT_EQ(window->currentItem().NodeKey, QString());
+    EXPECT_EQ(window->currentItem().Node, QString());
     EXPECT_EQ(window->currentItem().Keys, QStringList());
     EXPECT_EQ(asked.take(), QStringList());
     EXPECT_EQ(selectedKey(), key({u"US"_s}));
@@ -287,7 +287,7 @@ TEST_F(Mouse, TheMenuKeyShowsTheMenuOfTheSelectedNode)
     });
     type(Qt::Key_Menu);
     EXPECT_EQ(entries, QStringList{u"mnu_User"_s});
-    EXPECT_EQ(window->currentItem().NodeKey, key({u"US"_s}));
+    EXPECT_EQ(window->currentItem().Node, key({u"US"_s}));
     EXPECT_EQ(selectedKey(), key({u"US"_s}));
 }
 
@@ -378,7 +378,7 @@ TEST_F(Mouse, NoNodeGivesAnEmptyItem)
 {
     start();
     const DragItem item = window->NodeToDragItem(nullptr);
-    EXPECT_EQ(item.NodeKey, QString());
+    EXPECT_EQ(item.Node, QString());
     EXPECT_EQ(item.NodeType, QString());
     EXPECT_EQ(item.Keys, QStringList());
     EXPECT_EQ(item.DragIcon, QString());

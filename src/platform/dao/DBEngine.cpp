@@ -34,6 +34,16 @@ private:
     std::shared_ptr<odbc::Environment> m_environment = std::make_shared<odbc::Environment>(odbc::makeEnvironment());
 };
 
+/// The text without the blanks at its ends. Other white space may belong to a name.
+QString withoutBlanks(QString text)
+{
+    while (text.endsWith(u' '))
+        text.chop(1);
+    while (text.startsWith(u' '))
+        text.remove(0, 1);
+    return text;
+}
+
 } // namespace
 
 const Error& Errors::Item(int index) const
@@ -85,10 +95,11 @@ std::vector<DataSource> DataSources()
     SQLCHAR description[size] = {};
     SQLSMALLINT nameLength = 0;
     SQLSMALLINT descriptionLength = 0;
-    while (SQL_SUCCEEDED(SQLDataSources(environment.get(), SQL_FETCH_NEXT, name, size, &nameLength, description, size,
-                                        &descriptionLength))) {
-        sources.push_back({odbc::fromNarrow(name, std::min<SQLSMALLINT>(nameLength, size)).trimmed(),
-                           odbc::fromNarrow(description, std::min<SQLSMALLINT>(descriptionLength, size)).trimmed()});
+    while (SQLDataSources(environment.get(), SQL_FETCH_NEXT, name, size, &nameLength, description, size,
+                          &descriptionLength) == SQL_SUCCESS) {
+        sources.push_back(
+            {withoutBlanks(odbc::fromNarrow(name, std::min<SQLSMALLINT>(nameLength, size))),
+             withoutBlanks(odbc::fromNarrow(description, std::min<SQLSMALLINT>(descriptionLength, size)))});
     }
     return sources;
 }

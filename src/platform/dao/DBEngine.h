@@ -77,8 +77,9 @@ class Workspace
 public:
     virtual ~Workspace() = default;
     /// Opens a database by a connect string "ODBC;DSN=...": what stands behind "ODBC;" goes to the driver manager.
-    /// Raises 3146 on any ODBC failure with the whole error chain, 3059 when the user cancels a driver's dialog. For a
-    /// driver library that can't be loaded the chain also holds the loader's own reason.
+    /// Raises 3146 on any ODBC failure with the whole error chain, 3059 when the user cancels a driver's dialog. The
+    /// driver is told not to complete the string by a dialog of its own. For a driver library that can't be loaded the
+    /// chain also holds the loader's own reason.
     virtual std::unique_ptr<Database> OpenDatabase(const QString& name, const QString& connect) = 0;
 };
 

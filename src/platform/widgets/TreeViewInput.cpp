@@ -82,8 +82,11 @@ void TreeView::react(const QMouseEvent& press, bool isDouble)
     TreeNode* node = HitTest(position);
     if (!node)
         return;
-    select(node);
-    if (button == Qt::LeftButton && (isDouble || isOnExpander(*node, position)))
+    const bool toggles = button == Qt::LeftButton && (isDouble || isOnExpander(*node, position));
+    // What closes is not what the user turns to: the selection moves only if it was inside.
+    if (!toggles || !node->Expanded())
+        select(node);
+    if (toggles)
         toggle(*node);
 }
 
