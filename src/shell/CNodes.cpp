@@ -197,20 +197,16 @@ void CNodes::ChangeKey(const QString& oldKey, const QString& newKey)
     });
 }
 
-/// Keeps the tree's redraw off during a long change but for a moment ten times a second, so that its cost does not grow
-/// with the number of steps.
+/// Keeps the tree's redraw off behind the first step of a long change but for a moment ten times a second, so that its
+/// cost does not grow with the number of steps. The first step shows as it goes: it may have to connect.
 class CNodes::FrameByFrame
 {
 public:
-    explicit FrameByFrame(TreeView& tree) : m_tree(tree)
-    {
-        m_redrawOff.emplace(tree);
-        m_sinceFrame.start();
-    }
+    explicit FrameByFrame(TreeView& tree) : m_tree(tree) {}
 
     void step()
     {
-        if (m_sinceFrame.elapsed() < frameMilliseconds)
+        if (m_redrawOff && m_sinceFrame.elapsed() < frameMilliseconds)
             return;
         m_redrawOff.reset();
         m_tree.viewport()->repaint();

@@ -17,6 +17,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -40,6 +41,8 @@ constexpr int twipsPerPixel = 15;
 /// The strip at the right edge of the tree side that holds the splitter.
 constexpr int splitterTwips = 60;
 constexpr int defaultTreeviewTwips = 2475;
+/// How far a key moves the splitter, in pixels.
+constexpr int splitterKeyStep = 16;
 
 constexpr int toPixels(int twips)
 {
@@ -171,6 +174,9 @@ void mdiMain::buildControls()
     m_splitter->setObjectName(u"picSplitter"_s);
     m_splitter->setCursor(Qt::SplitHCursor);
     m_splitter->setAccessibleName(tr("Width of the tree"));
+    m_splitter->setAccessibleDescription(tr("The left and right keys move it."));
+    m_splitter->setFocusPolicy(Qt::TabFocus);
+    m_splitter->setAutoFillBackground(true);
     m_paneArea = new QWidget(m_client);
     m_paneArea->setObjectName(u"picPanes"_s);
     for (QWidget* watched : {m_client, m_treeSide, m_splitter, m_paneArea})
@@ -337,6 +343,15 @@ bool mdiMain::eventFilter(QObject* watched, QEvent* event)
         const auto* mouse = static_cast<QMouseEvent*>(event);
         if (mouse->buttons().testFlag(Qt::LeftButton))
             picSplitter_MouseMove(qRound(mouse->position().x()));
+    } else if (watched == m_splitter && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        m_splitter->setBackgroundRole(event->type() == QEvent::FocusIn ? QPalette::Highlight : QPalette::Window);
+    } else if (watched == m_splitter && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<const QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Left || key == Qt::Key_Right) {
+            const int towards = key == Qt::Key_Left ? -splitterKeyStep : splitterKeyStep;
+            picSplitter_MouseMove(m_splitter->width() / 2 + towards);
+            return true;
+        }
     }
     return QMainWindow::eventFilter(watched, event);
 }

@@ -329,6 +329,19 @@ TEST_F(Main, TheSplitterMovesWithTheLeftButtonAlone)
     EXPECT_EQ(treeWidth(), 213);
 }
 
+TEST_F(Main, TheSplitterMovesByTheKeyboardToo)
+{
+    start();
+    QWidget& splitter = control(u"picSplitter"_s);
+    EXPECT_EQ(splitter.focusPolicy(), Qt::TabFocus);
+    QTest::keyClick(&splitter, Qt::Key_Right);
+    EXPECT_EQ(treeWidth(), 181);
+    QTest::keyClick(&splitter, Qt::Key_Left);
+    EXPECT_EQ(treeWidth(), 165);
+    QTest::keyClick(&splitter, Qt::Key_Down);
+    EXPECT_EQ(treeWidth(), 165);
+}
+
 TEST_F(Main, ASavedTreeWidthThatLeavesNothingToGripIsNotTaken)
 {
     for (const int width : {0, -1500, 60}) {
