@@ -25,12 +25,12 @@ SELECT NULL AS TABLE_CAT,
               FROM sqlite_master m JOIN pragma_table_info(m.name) i)
         SELECT owner, cid, name, required, initial, base,
                CASE base WHEN 'SMALLINT' THEN 5 WHEN 'INTEGER' THEN 4 WHEN 'BIGINT' THEN -5
-                         WHEN 'DOUBLE' THEN 8 WHEN 'BLOB' THEN -4 WHEN 'TEXT' THEN -1 ELSE 12 END AS code,
+                         WHEN 'DOUBLE' THEN 8 WHEN 'BLOB' THEN -2 WHEN 'TEXT' THEN -1 ELSE 12 END AS code,
                CASE base WHEN 'SMALLINT' THEN 5 WHEN 'INTEGER' THEN 10 WHEN 'BIGINT' THEN 19
-                         WHEN 'DOUBLE' THEN 15 WHEN 'BLOB' THEN 65536 WHEN 'TEXT' THEN 65536
+                         WHEN 'DOUBLE' THEN 15 WHEN 'BLOB' THEN 255 WHEN 'TEXT' THEN 65536
                          ELSE CASE declared WHEN 0 THEN 255 ELSE declared END END AS size,
                CASE base WHEN 'SMALLINT' THEN 2 WHEN 'INTEGER' THEN 4 WHEN 'BIGINT' THEN 8
-                         WHEN 'DOUBLE' THEN 8 WHEN 'BLOB' THEN 65536 WHEN 'TEXT' THEN 65536
+                         WHEN 'DOUBLE' THEN 8 WHEN 'BLOB' THEN 255 WHEN 'TEXT' THEN 65536
                          ELSE 4 * CASE declared WHEN 0 THEN 255 ELSE declared END END AS bytes,
                CASE WHEN base IN ('SMALLINT', 'INTEGER', 'BIGINT', 'DOUBLE') THEN 10 END AS radix
           FROM DECLARED) c ON c.owner = t.name

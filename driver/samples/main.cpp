@@ -32,9 +32,12 @@ struct Sample {
 };
 
 /// The scripts of each catalog, in the order in which they run.
-constexpr const char* ledgerScripts[] = {samples::begin, samples::ledger, samples::finish, samples::ledgerColumns};
-constexpr const char* warehouseScripts[] = {samples::begin, samples::warehouse, samples::finish,
-                                            samples::warehouseColumns};
+constexpr const char* ledgerScripts[] = {samples::begin,         samples::ledger,       samples::finish,
+                                         samples::ledgerColumns, samples::recordTables, samples::ledgerRecords,
+                                         samples::recordViews};
+constexpr const char* warehouseScripts[] = {
+    samples::begin,        samples::warehouse,        samples::finish,     samples::warehouseColumns,
+    samples::recordTables, samples::warehouseRecords, samples::recordViews};
 
 constexpr const char* driverName = "Tarnwick ODBC";
 
@@ -47,20 +50,30 @@ struct CloseEngine {
     void operator()(sqlite3* engine) const { sqlite3_close(engine); }
 };
 
+int AddStatement(void* statements, int, char** cells, char**)
+{
+    static_cast<std::vector<std::string>*>(statements)->emplace_back(cells[0]);
+    return 0;
+}
+
+/// Runs scripts one after the other. The rows that a script answers with are statements too, which run when it is done.
 void RunScripts(const fs::path& catalog, std::span<const char* const> scripts)
 {
     sqlite3* opened = nullptr;
     const int answer = sqlite3_open_v2(catalog.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
     const std::unique_ptr<sqlite3, CloseEngine> engine(opened);
     const auto run = [&](const char* script) {
-        if (sqlite3_exec(opened, script, nullptr, nullptr, nullptr) != SQLITE_OK)
+        std::vector<std::string> statements;
+        if (sqlite3_exec(opened, script, AddStatement, &statements, nullptr) != SQLITE_OK)
             throw std::runtime_error(catalog.string() + ": " + sqlite3_errmsg(opened));
+        return statements;
     };
     if (answer != SQLITE_OK)
         throw std::runtime_error(catalog.string() + ": " + sqlite3_errstr(answer));
     run("BEGIN EXCLUSIVE");
     for (const char* script : scripts)
-        run(script);
+        for (const std::string& statement : run(script))
+            run(statement.c_str());
     run("COMMIT");
 }
 

@@ -23,7 +23,7 @@ using NameBuffer = std::array<SQLCHAR, nameCapacity>;
 constexpr SQLLEN bytesPerCharacter = 4;
 
 /// A result column as it is reported. The library below calls declared text beyond 255 characters long text, and gives
-/// the integer types other sizes than ODBC defines for them ("Column Size" in its appendix of data types).
+/// the numeric types other sizes than ODBC defines for them ("Column Size" in its appendix of data types).
 struct Column {
     std::string name;
     SQLSMALLINT type = SQL_UNKNOWN_TYPE;
@@ -67,6 +67,26 @@ std::optional<SQLULEN> IntegerSize(SQLSMALLINT type)
     }
 }
 
+/// A floating point type as ODBC describes it: its decimal digits, the characters of its longest text, its bytes.
+struct Float {
+    SQLULEN digits;
+    SQLLEN characters;
+    SQLLEN bytes;
+};
+
+std::optional<Float> FloatOf(SQLSMALLINT type)
+{
+    switch (type) {
+    case SQL_REAL:
+        return Float{7, 14, 4};
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+        return Float{15, 24, 8};
+    default:
+        return std::nullopt;
+    }
+}
+
 SQLLEN IntegerBytes(SQLSMALLINT type)
 {
     switch (type) {
@@ -94,6 +114,8 @@ const char* TypeName(SQLSMALLINT type)
         return "INTEGER";
     case SQL_BIGINT:
         return "BIGINT";
+    case SQL_DOUBLE:
+        return "DOUBLE";
     case SQL_VARCHAR:
         return "VARCHAR";
     default:
@@ -114,6 +136,8 @@ SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
     if (column->type == SQL_LONGVARCHAR && IsDeclaredWithLength(statement, number))
         column->type = SQL_VARCHAR;
     column->size = IntegerSize(column->type).value_or(column->size);
+    if (const auto number = FloatOf(column->type))
+        column->size = number->digits;
     return SQL_SUCCESS;
 }
 
@@ -121,7 +145,8 @@ SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
 std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
 {
     const bool integer = IntegerSize(column.type).has_value();
-    if (!integer && column.type != SQL_VARCHAR)
+    const auto floating = FloatOf(column.type);
+    if (!integer && !floating && column.type != SQL_VARCHAR)
         return std::nullopt;
     const auto size = static_cast<SQLLEN>(column.size);
     switch (field) {
@@ -133,12 +158,16 @@ std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
     case SQL_COLUMN_PRECISION:
         return size;
     case SQL_DESC_DISPLAY_SIZE:
+        if (floating)
+            return floating->characters;
         return integer && column.type != SQL_BIT ? size + 1 : size;
     case SQL_DESC_OCTET_LENGTH:
     case SQL_COLUMN_LENGTH:
+        if (floating)
+            return floating->bytes;
         return integer ? IntegerBytes(column.type) : size * bytesPerCharacter;
     case SQL_DESC_NUM_PREC_RADIX:
-        return integer && column.type != SQL_BIT ? 10 : 0;
+        return floating || (integer && column.type != SQL_BIT) ? 10 : 0;
     default:
         return std::nullopt;
     }

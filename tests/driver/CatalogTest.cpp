@@ -367,3 +367,28 @@ TEST_F(Catalog, PrimaryKeysAreToldToClients)
     EXPECT_EQ(keys.rows[1][3], "TABLE_NAME");
     EXPECT_EQ(keys.rows[2][3], "COLUMN_NAME");
 }
+
+TEST_F(Catalog, ANewOneHoldsNoTablesButItsOwn)
+{
+    EXPECT_EQ(Ask("SELECT COUNT(*) FROM sqlite_master WHERE type <> 'index' AND name NOT LIKE 'TW~_%' ESCAPE '~'"),
+              "0");
+}
+
+TEST_F(Catalog, FloatingPointColumnsHaveTheSizesThatOdbcDefines)
+{
+    client.Execute("CREATE TABLE MEASURED (WEIGHT DOUBLE)");
+    SQLHSTMT statement = client.NewStatement();
+    std::vector<SQLWCHAR> text = Wide("SELECT WEIGHT FROM MEASURED");
+    ASSERT_EQ(SQLExecDirectW(statement, text.data(), SQL_NTS), SQL_SUCCESS);
+    const auto number = [&](SQLUSMALLINT field) {
+        SQLLEN value = -99;
+        EXPECT_TRUE(SQL_SUCCEEDED(SQLColAttributeW(statement, 1, field, nullptr, 0, nullptr, &value)));
+        return value;
+    };
+    EXPECT_EQ(number(SQL_DESC_CONCISE_TYPE), SQL_DOUBLE);
+    EXPECT_EQ(number(SQL_DESC_LENGTH), 15);
+    EXPECT_EQ(number(SQL_DESC_DISPLAY_SIZE), 24);
+    EXPECT_EQ(number(SQL_DESC_OCTET_LENGTH), 8);
+    EXPECT_EQ(number(SQL_DESC_NUM_PREC_RADIX), 10);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}

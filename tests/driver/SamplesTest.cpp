@@ -1,11 +1,14 @@
 #include "Command.h"
 #include "OdbcClient.h"
+#include "Text.h"
 
 #include <gtest/gtest.h>
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <fstream>
+#include <map>
 
 namespace
 {
@@ -48,6 +51,28 @@ protected:
     }
 
     void ExpectSome(const std::string& query) { EXPECT_FALSE(client.Execute(query).rows.empty()) << query; }
+
+    /// Expects a column of records to be as its row of TW_COLUMN (name, SQL type, scale, precision, nullable) says.
+    static void ExpectRecordsFit(const Result& records, std::size_t column, const Row& definition)
+    {
+        static const std::map<std::string, SQLSMALLINT> types = {
+            {"BIT", SQL_SMALLINT},   {"SMALLINT", SQL_SMALLINT}, {"TINYINT", SQL_SMALLINT}, {"INTEGER", SQL_INTEGER},
+            {"DECIMAL", SQL_BIGINT}, {"NUMERIC", SQL_BIGINT},    {"BIGINT", SQL_BIGINT},    {"REAL", SQL_DOUBLE},
+            {"DOUBLE", SQL_DOUBLE},  {"BINARY", SQL_BINARY}};
+        const auto known = types.find(*definition[1]);
+        const bool isText = known == types.end();
+        const SQLSMALLINT type = isText ? SQLSMALLINT{SQL_VARCHAR} : known->second;
+        EXPECT_EQ(records.columns[column].type, std::stoi(*definition[2]) > 0 ? SQLSMALLINT{SQL_DOUBLE} : type);
+        if (isText) {
+            EXPECT_EQ(records.columns[column].size, std::stoul(*definition[3]));
+        }
+        for (const Row& record : records.rows) {
+            EXPECT_TRUE(record[column].has_value() || definition[4] == "1");
+            if (isText && record[column]) {
+                EXPECT_LE(tarnwick::ToUtf16(*record[column]).size(), std::stoul(*definition[3])) << *record[column];
+            }
+        }
+    }
 
     OdbcSetup setup;
     OdbcClient client;
@@ -199,6 +224,98 @@ TEST_P(Samples, CriteriaNameColumnsThatExist)
         const std::string column = row[2]->substr(at + prefix.size(), row[2]->find(' ', at) - at - prefix.size());
         ExpectSome("SELECT 1 FROM TW_COLUMN WHERE DATABASE_NAME = '" + *row[0] + "' AND TABLE_NAME = '" + *row[1] +
                    "' AND COLUMN_NAME = '" + column + "'");
+    }
+}
+
+TEST_P(Samples, TablesWithRecordsAnswerUnderTheNamesThatClientsKnow)
+{
+    const std::map<std::string, std::size_t> held = {{"Ledger", 6}, {"Warehouse", 7}};
+    const Result tables =
+        client.Execute("SELECT t.DATABASE_NAME, t.TABLE_NAME, m.type FROM TW_TABLE t JOIN sqlite_master m ON m.name = "
+                       "t.DATABASE_NAME || '_' || t.TABLE_NAME WHERE t.DATABASE_NAME <> 'TW'");
+    EXPECT_EQ(tables.rows.size(), held.at(GetParam()) + 1);
+    for (const Row& table : tables.rows) {
+        const std::string name = *table[0] + "_" + *table[1];
+        SCOPED_TRACE(name);
+        const Result defined = client.Execute(
+            "SELECT COLUMN_NAME, SQL_TYPE_NAME, SCALE, PRECISION, NULLABLE FROM TW_COLUMN WHERE DATABASE_NAME = '" +
+            *table[0] + "' AND TABLE_NAME = '" + *table[1] +
+            "' AND COLUMN_TYPE = 0 AND VISIBLE = 1 ORDER BY COLUMN_NUMBER");
+        const Result all = client.Execute("SELECT * FROM [" + name + "] ");
+        ASSERT_TRUE(all.Succeeded()) << all.diagnostic.message;
+        ASSERT_EQ(all.columns.size(), defined.rows.size());
+        std::string list;
+        for (std::size_t i = 0; i < all.columns.size(); ++i) {
+            SCOPED_TRACE(all.columns[i].name);
+            const Row& definition = defined.rows[i];
+            EXPECT_EQ(all.columns[i].name, definition[0]);
+            list += (i == 0 ? "[" : ", [") + *definition[0] + "]";
+            ExpectRecordsFit(all, i, definition);
+        }
+        std::vector<SQLWCHAR> wide = Wide(name);
+        const Result listed = client.Read([&](SQLHSTMT statement) {
+            return SQLColumnsW(statement, nullptr, 0, nullptr, 0, wide.data(), SQL_NTS, nullptr, 0);
+        });
+        ASSERT_EQ(listed.rows.size(), all.columns.size());
+        for (std::size_t i = 0; i < all.columns.size(); ++i) {
+            EXPECT_EQ(listed.rows[i][3], all.columns[i].name);
+            EXPECT_EQ(listed.rows[i][4], std::to_string(all.columns[i].type)) << all.columns[i].name;
+            EXPECT_EQ(listed.rows[i][6], std::to_string(all.columns[i].size)) << all.columns[i].name;
+        }
+        EXPECT_LE(all.rows.size(), 40u);
+        EXPECT_GE(all.rows.size(), table[2] == "table" ? 10u : 1u);
+        EXPECT_EQ(client.Execute("SELECT " + list + " FROM [" + name + "] ").rows, all.rows);
+    }
+}
+
+TEST_P(Samples, ATableOverTheFileOfAnotherShowsTheRecordsThatMeetItsCriteria)
+{
+    const bool ledger = std::string(GetParam()) == "Ledger";
+    const std::string whole = ledger ? "BANK_ACCOUNT" : "ORDERS_ORDER_HEAD";
+    const std::string part = ledger ? "BANK_OVERDRAWN" : "ORDERS_OPEN_ORDER";
+    const std::string condition = ledger ? "BALANCE < 0" : "STATE IN ('N', 'P')";
+    EXPECT_EQ(client.Execute("SELECT * FROM [" + part + "] ").rows,
+              client.Execute("SELECT * FROM [" + whole + "] WHERE " + condition).rows);
+    EXPECT_LT(client.Execute("SELECT * FROM [" + part + "] ").rows.size(),
+              client.Execute("SELECT * FROM [" + whole + "] ").rows.size());
+}
+
+TEST_P(Samples, SomeRecordsHaveNullsNamesOfManyAlphabetsAndDates)
+{
+    const bool ledger = std::string(GetParam()) == "Ledger";
+    const std::string people = ledger ? "BANK_CUSTOMER" : "ORDERS_BUYER";
+    const std::string name = ledger ? "SURNAME" : "NAME";
+    const std::string date = ledger ? "BORN" : "SINCE";
+    const Result names = client.Execute("SELECT [" + name + "] FROM [" + people + "] ");
+    for (const char* firstByteOfItsLetters : {"\xCE", "\xD0", "\xE6"})
+        EXPECT_TRUE(std::any_of(names.rows.begin(), names.rows.end(), [&](const Row& row) {
+            return row[0]->find(firstByteOfItsLetters) != std::string::npos;
+        }));
+    ExpectSome("SELECT 1 FROM [" + people + "] WHERE [" + date + "] IS NULL");
+    ExpectSome("SELECT 1 FROM [" + people + "] WHERE [" + date + "] < #12/31/1998#");
+    ExpectNone("SELECT [" + date + "] FROM [" + people + "] WHERE [" + date + "] <> date([" + date + "])");
+}
+
+TEST_P(Samples, RecordsReferToRecordsThatAreThere)
+{
+    if (std::string(GetParam()) == "Ledger") {
+        ExpectNone("SELECT ACCOUNT_NO FROM BANK_ACCOUNT WHERE CUSTOMER_NO NOT IN (SELECT CUSTOMER_NO FROM "
+                   "BANK_CUSTOMER)");
+        ExpectNone("SELECT POSTING_NO FROM BANK_POSTING WHERE ACCOUNT_NO NOT IN (SELECT ACCOUNT_NO FROM BANK_ACCOUNT)");
+        ExpectNone("SELECT ACCOUNT_NO, BALANCE FROM BANK_ACCOUNT a WHERE abs(BALANCE - (SELECT total(AMOUNT) FROM "
+                   "BANK_POSTING p WHERE p.ACCOUNT_NO = a.ACCOUNT_NO)) > 0.005");
+        ExpectNone("SELECT PERIOD FROM PAYROLL_PAYSLIP WHERE EMPLOYEE_NO NOT IN (SELECT EMPLOYEE_NO FROM "
+                   "PAYROLL_EMPLOYEE) OR abs(GROSS - TAX - INSURANCE - NET) > 0.005");
+    } else {
+        ExpectNone("SELECT ORDER_NO FROM ORDERS_ORDER_HEAD WHERE BUYER_NO NOT IN (SELECT BUYER_NO FROM ORDERS_BUYER)");
+        ExpectNone("SELECT ORDER_NO FROM ORDERS_ORDER_HEAD WHERE ORDER_NO NOT IN (SELECT ORDER_NO FROM "
+                   "ORDERS_ORDER_LINE)");
+        ExpectNone("SELECT ORDER_NO FROM ORDERS_ORDER_LINE WHERE ITEM_NO NOT IN (SELECT ITEM_NO FROM STOCK_ITEM) OR "
+                   "ORDER_NO NOT IN (SELECT ORDER_NO FROM ORDERS_ORDER_HEAD)");
+        ExpectNone("SELECT ITEM_NO FROM STOCK_ITEM WHERE SUPPLIER_NO NOT IN (SELECT SUPPLIER_NO FROM STOCK_SUPPLIER) "
+                   "OR ITEM_NO NOT IN (SELECT ITEM_NO FROM STOCK_STOCK_LEVEL)");
+        ExpectNone("SELECT PARCEL_NO FROM EXCHANGE_DELIVERY WHERE ORDER_NO NOT IN (SELECT ORDER_NO FROM "
+                   "ORDERS_ORDER_HEAD WHERE STATE IN ('S', 'I'))");
     }
 }
 
