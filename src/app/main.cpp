@@ -1,4 +1,5 @@
 #include "Application.h"
+#include "FilesRoom.h"
 #include "Resources.h"
 #include "ShellPanes.h"
 #include "WorkbenchStyle.h"
@@ -19,6 +20,7 @@ int main(int argc, char** argv)
     QApplication::setStyle(new WorkbenchStyle);
     initQuorvaneResources();
     registerShellPanes();
+    registerFilesRoom();
 
     mdiMain window(commandLine);
     window.MDIForm_Load();

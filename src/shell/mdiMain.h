@@ -129,7 +129,6 @@ private:
     void tbrMain_ButtonClick(ToolButton& button);
     void forwardToPane(const char* handler, ToolButton& button);
     void showDatasourceAdministrator();
-    /// Returns false when the user has declined.
     void expandSelected();
     void clearCatalog();
 

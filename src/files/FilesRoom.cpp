@@ -1,0 +1,3 @@
+#include "FilesRoom.h"
+
+void registerFilesRoom() {}

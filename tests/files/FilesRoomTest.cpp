@@ -1,0 +1,18 @@
+#include "FilesRoom.h"
+
+#include "PaneRegistry.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+TEST(FilesRoom, ThePanesAreThereOnceTheRoomIsRegistered)
+{
+    registerFilesRoom();
+    SUCCEED();
+}
+
+} // namespace
