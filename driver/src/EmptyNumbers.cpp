@@ -85,12 +85,11 @@ private:
         return columns;
     }
 
-    static const CatalogColumn* ColumnOf(const Columns& columns, std::string_view name)
+    static bool IsNumber(const Columns& columns, std::string_view name)
     {
-        const auto found = std::find_if(columns.begin(), columns.end(), [&](const CatalogColumn& column) {
-            return EqualIgnoringCase(column.name, name);
+        return std::any_of(columns.begin(), columns.end(), [&](const CatalogColumn& column) {
+            return column.isNumber && EqualIgnoringCase(column.name, name);
         });
-        return found == columns.end() ? nullptr : &*found;
     }
 
     void ReadUpdate()
@@ -100,9 +99,8 @@ private:
         if (!columns || !SkipWord("SET"))
             return;
         while (m_position < m_tokens.size()) {
-            const CatalogColumn* column = ColumnOf(*columns, NameAt(m_position));
-            if (column && column->isNumber && At(m_position + 1) == "=" && At(m_position + 2) == emptyText &&
-                EndsAssignment(m_position + 3))
+            if (At(m_position + 1) == "=" && At(m_position + 2) == emptyText && EndsAssignment(m_position + 3) &&
+                IsNumber(*columns, NameAt(m_position)))
                 m_found.push_back(At(m_position + 2));
             SkipExpression();
             if (!Skip(","))
@@ -125,33 +123,32 @@ private:
         const Columns* columns = ReadTable();
         if (!columns)
             return;
-        std::vector<bool> isNumber;
+        std::vector<std::string_view> names;
         if (Skip("(")) {
-            for (; At(m_position) != ")" && m_position < m_tokens.size(); ++m_position) {
-                if (At(m_position) == ",")
-                    continue;
-                const CatalogColumn* column = ColumnOf(*columns, NameAt(m_position));
-                isNumber.push_back(column && column->isNumber);
-            }
+            for (; At(m_position) != ")" && m_position < m_tokens.size(); ++m_position)
+                if (At(m_position) != ",")
+                    names.push_back(NameAt(m_position));
             ++m_position;
         } else {
             for (const CatalogColumn& column : *columns)
-                isNumber.push_back(column.isNumber);
+                names.push_back(column.name);
         }
         if (!SkipWord("VALUES"))
             return;
         do
-            ReadRow(isNumber);
+            ReadRow(*columns, names);
         while (Skip(","));
     }
 
-    void ReadRow(const std::vector<bool>& isNumber)
+    /// `names` are the columns that the row's values go to.
+    void ReadRow(const Columns& columns, const std::vector<std::string_view>& names)
     {
         if (!Skip("("))
             return;
         for (std::size_t i = 0; m_position < m_tokens.size(); ++i) {
             const std::string_view behind = At(m_position + 1);
-            if (i < isNumber.size() && isNumber[i] && At(m_position) == emptyText && (behind == "," || behind == ")"))
+            if (At(m_position) == emptyText && (behind == "," || behind == ")") && i < names.size() &&
+                IsNumber(columns, names[i]))
                 m_found.push_back(At(m_position));
             SkipExpression();
             if (Skip(")"))
