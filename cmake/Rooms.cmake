@@ -17,6 +17,20 @@ function(quorvane_use_pch target)
   endif()
 endfunction()
 
+# Lets AUTOMOC look through files that globbing has found since: it goes by what it looked through the last time.
+function(quorvane_follow_new_files target)
+  get_target_property(sources ${target} SOURCES)
+  set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}_sources.txt)
+  set(former "")
+  if(EXISTS ${list})
+    file(READ ${list} former)
+  endif()
+  if(NOT former STREQUAL "${sources}")
+    file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/timestamp)
+    file(WRITE ${list} "${sources}")
+  endif()
+endfunction()
+
 # A room: one static library from the sources of the current folder, which exposes that folder alone.
 # The rooms and libraries named behind USES are the arrows that leave it.
 function(quorvane_room name)
@@ -26,6 +40,7 @@ function(quorvane_room name)
   target_include_directories(quorvane_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(quorvane_${name} PUBLIC ${ROOM_USES} PRIVATE quorvane_warnings)
   quorvane_use_pch(quorvane_${name})
+  quorvane_follow_new_files(quorvane_${name})
 endfunction()
 
 # One test program from the *Test.cpp files of the current folder; every test in it is a CTest test.
@@ -35,6 +50,7 @@ function(quorvane_tests name)
   add_executable(test_${name} ${sources})
   target_link_libraries(test_${name} PRIVATE ${TESTS_USES} GTest::gtest quorvane_warnings)
   quorvane_use_pch(test_${name})
+  quorvane_follow_new_files(test_${name})
   gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
