@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -66,6 +67,11 @@ constexpr std::array<Replacement, 15> layout{{
     {u" OR ", u"\n\tOR "},
 }};
 
+bool endsInDigit(const QString& text)
+{
+    return !text.isEmpty() && text.back() >= u'0' && text.back() <= u'9';
+}
+
 QString replaceAll(const QString& text, const Replacement& replacement)
 {
     const QStringView view(text);
@@ -121,7 +127,8 @@ const modDatabase::FieldInfo& modDatabase::FieldInfos::Item(const QString& name)
 modDatabase::FieldInfos modDatabase::FetchFieldInfo(dao::Database& db, const QString& table)
 {
     std::vector<FieldInfo> fields;
-    for (const dao::Field& field : db.OpenRecordset(u"SELECT * FROM "_s + table + ' '_L1)->Fields())
+    const auto rows = db.OpenRecordset(u"SELECT * FROM "_s + table + ' '_L1);
+    for (const dao::Field& field : rows->Fields())
         fields.push_back({field.Name, field.Type, field.Size});
     return FieldInfos(std::move(fields));
 }
@@ -145,6 +152,36 @@ QString modDatabase::MakeInsert(const std::vector<TaggedValue>& values, const Fi
 QString modDatabase::BuildDelete(const QString& table, const QString& criterion)
 {
     return u"DELETE FROM "_s + table + " WHERE "_L1 + criterion;
+}
+
+QString modDatabase::FindUniqueName(dao::Database& db, const QString& statement, const QString& base)
+{
+    QString stem = base;
+    while (endsInDigit(stem))
+        stem.chop(1);
+    const qsizetype place = statement.lastIndexOf(u'?');
+    if (place < 0)
+        throw RuntimeError(ErrorNumber::FailedCall);
+
+    QString candidate = stem;
+    for (long counter = 1;; ++counter) {
+        const auto found = db.OpenRecordset(QString(statement).replace(place, 1, SQLQuote(candidate)));
+        if (found->Eof())
+            return candidate;
+
+        const QString digits = QString::number(counter);
+        const long size = found->Fields().Item(0).Size;
+        const QString taken = std::exchange(candidate, stem + digits);
+        // A driver that does not know the size of a column gives 0.
+        if (size > 0 && candidate.size() > size)
+            candidate.truncate(size);
+        if (candidate == taken) {
+            if (digits.size() > size)
+                throw RuntimeError(ErrorNumber::FailedCall);
+            stem.truncate(size - digits.size());
+            candidate = stem + digits;
+        }
+    }
 }
 
 QString modDatabase::SQLQuote(const QString& text)

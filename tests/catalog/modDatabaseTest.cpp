@@ -1,6 +1,7 @@
 #include "modDatabase.h"
 
 #include "RuntimeError.h"
+#include "UpdateFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -190,6 +191,104 @@ TEST(ModDatabase, FormatSQLOfALongTextTakesMilliseconds)
     }
     RecordProperty("microseconds", static_cast<int>(best / 1000));
     EXPECT_LT(best, 100'000'000) << "nanoseconds";
+}
+
+/// Unique names for databases, whose names have up to ten characters, and for tables.
+class FindUniqueNameTest : public UpdateFixture
+{
+protected:
+    FindUniqueNameTest() { statements.clear(); }
+
+    QString databaseName(const QString& base)
+    {
+        return modDatabase::FindUniqueName(*connections.Item(datasource)->db(),
+                                           "SELECT DATABASE_NAME FROM TW_DB WHERE DATABASE_NAME='?'", base);
+    }
+
+    void addDatabases(const QStringList& names)
+    {
+        for (const QString& name : names)
+            run({"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('" + modDatabase::SQLQuote(name) + "')"});
+    }
+
+    QStringList asked() const
+    {
+        QStringList names = statements.statements();
+        names.replaceInStrings("SELECT DATABASE_NAME FROM TW_DB WHERE DATABASE_NAME=", "");
+        return names;
+    }
+};
+
+TEST_F(FindUniqueNameTest, TheBaseWithoutItsDigitsIsTakenWhenItIsFree)
+{
+    addDatabases({"DATA12"});
+    EXPECT_EQ(databaseName("DATA12"), "DATA");
+    EXPECT_EQ(asked(), QStringList("'DATA'"));
+}
+
+TEST_F(FindUniqueNameTest, ElseTheFirstFreeCounterFollows)
+{
+    addDatabases({"DATA", "DATA1", "DATA3"});
+    EXPECT_EQ(databaseName("DATA3"), "DATA2");
+    EXPECT_EQ(asked(), QStringList({"'DATA'", "'DATA1'", "'DATA2'"}));
+}
+
+TEST_F(FindUniqueNameTest, ABaseOfDigitsIsEmptyWithoutThem)
+{
+    EXPECT_EQ(databaseName("2024"), "");
+    addDatabases({""});
+    EXPECT_EQ(databaseName("2024"), "1");
+}
+
+TEST_F(FindUniqueNameTest, DigitsWithinTheBaseAndThoseOfOtherScriptsStay)
+{
+    EXPECT_EQ(databaseName("A1B22"), "A1B");
+    EXPECT_EQ(databaseName(QStringLiteral("A\u0663")), QStringLiteral("A\u0663"));
+}
+
+TEST_F(FindUniqueNameTest, ApostrophesAndQuestionMarksOfTheNameAreAskedForAsTheyAre)
+{
+    addDatabases({"IT'S ?"});
+    EXPECT_EQ(databaseName("IT'S ?7"), "IT'S ?1");
+    EXPECT_EQ(asked(), QStringList({"'IT''S ?'", "'IT''S ?1'"}));
+}
+
+TEST_F(FindUniqueNameTest, AQuestionMarkInFrontOfTheNamesPlaceBelongsToTheStatement)
+{
+    run({"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME) VALUES ('WHY?', 'PARTS')"});
+    EXPECT_EQ(modDatabase::FindUniqueName(
+                  *connections.Item(datasource)->db(),
+                  "SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'WHY?' AND TABLE_NAME = '?'", "PARTS"),
+              "PARTS1");
+    EXPECT_EQ(statements.statements().back(),
+              "SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'WHY?' AND TABLE_NAME = 'PARTS1'");
+}
+
+TEST_F(FindUniqueNameTest, ANameLongerThanTheColumnIsCut)
+{
+    addDatabases({"LONG-DATABASE-NAME"});
+    EXPECT_EQ(databaseName("LONG-DATABASE-NAME"), "LONG-DATAB");
+}
+
+TEST_F(FindUniqueNameTest, ACounterThatTheCutLosesTakesThePlaceOfTheBasesEnd)
+{
+    addDatabases({"WAREHOUSES"});
+    EXPECT_EQ(databaseName("WAREHOUSES"), "WAREHOUSE1");
+    addDatabases({"WAREHOUSE1", "WAREHOUSE2", "WAREHOUSE3", "WAREHOUSE4", "WAREHOUSE5", "WAREHOUSE6", "WAREHOUSE7",
+                  "WAREHOUSE8", "WAREHOUSE9"});
+    const QString name = databaseName("WAREHOUSES");
+    EXPECT_EQ(name.size(), 10);
+    EXPECT_TRUE(name.startsWith("WAREHOUS1")) << name.toStdString();
+}
+
+TEST_F(FindUniqueNameTest, AStatementWithoutAPlaceForTheNameIsAFailedCall)
+{
+    try {
+        modDatabase::FindUniqueName(*connections.Item(datasource)->db(), "SELECT 1", "A");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), ErrorNumber::FailedCall);
+    }
 }
 
 } // namespace
