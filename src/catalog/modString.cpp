@@ -16,6 +16,16 @@ QString modString::StripNull(const QString& text)
     return text.left(text.indexOf(QChar(u'\0')));
 }
 
+QString modString::Trim(const QString& text)
+{
+    QStringView trimmed(text);
+    while (trimmed.startsWith(u' '))
+        trimmed = trimmed.sliced(1);
+    while (trimmed.endsWith(u' '))
+        trimmed.chop(1);
+    return trimmed.toString();
+}
+
 QString modString::TrimAll(const QString& text)
 {
     const auto strippable = [](QChar character) { return character <= u' ' || character >= QChar(129); };

@@ -11,6 +11,9 @@ QString Pluralise(const QString& word, long count);
 /// The text up to the first NUL.
 QString StripNull(const QString& text);
 
+/// The text without blanks at its ends; other white space stays.
+QString Trim(const QString& text);
+
 /// The text without blanks at its ends, nor any character there whose code is below 32 or at least 129.
 QString TrimAll(const QString& text);
 

@@ -1,3 +1,17 @@
 #include "FilesRoom.h"
 
-void registerFilesRoom() {}
+#include "FieldCommands.h"
+#include "PaneRegistry.h"
+#include "frmField.h"
+#include "frmFile.h"
+
+using namespace Qt::StringLiterals;
+
+void registerFilesRoom()
+{
+    panes::add(
+        u"frmFile"_s, [] { return new frmFile; }, ItemPane::operations(2));
+    panes::add(
+        u"frmField"_s, [] { return new frmField; }, ItemPane::operations(3));
+    registerFieldCommands();
+}

@@ -106,4 +106,21 @@ void PaneToolbarSetup(ToolBar& toolBar)
     });
 }
 
+void SetToolbarState(ToolBar& toolBar, int state, const QString& tag)
+{
+    const bool acting = state == 1;
+    const auto enable = [&](const QString& key, bool enabled) {
+        if (ToolButton* button = toolBar.find(key))
+            button->setEnabled(enabled);
+    };
+    for (const QLatin1StringView command : {" Add"_L1, " Edit"_L1, " Delete"_L1})
+        enable(toolBar.Tag() + command, !acting);
+    enable(u"OK"_s, acting);
+    if (ToolButton* ok = toolBar.find(u"OK"_s))
+        ok->setTag(acting ? tag : QString());
+    enable(u"Cancel"_s, acting);
+    enable(u"Undo"_s, false);
+    enable(u"ViewData"_s, !acting);
+}
+
 } // namespace modGUI

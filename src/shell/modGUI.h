@@ -24,6 +24,10 @@ void ShowContextMenu(const DragItem& item, const QPoint& globalPosition);
 /// Gives every button of a tool bar with a key the image of that key.
 void PaneToolbarSetup(ToolBar& toolBar);
 
+/// What the buttons of an item pane's tool bar can do: 0 while a row is shown, 1 while one is being added, edited or
+/// deleted, which `tag` names as the tag of "OK". A bar may lack any of the buttons.
+void SetToolbarState(ToolBar& toolBar, int state, const QString& tag = {});
+
 /// Applies the web or the classic look to a pane that has just been built, and shows hidden controls under the debug
 /// word.
 void PaneFormLoad(PaneForm& form);

@@ -1,0 +1,71 @@
+#include "UpDown.h"
+
+#include "Conversions.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr int arrowWidth = 18;
+
+} // namespace
+
+UpDown::UpDown(QLineEdit* buddy, QWidget* parent) : QWidget(parent), m_buddy(buddy)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(arrow("up", Qt::UpArrow, 1));
+    column->addWidget(arrow("down", Qt::DownArrow, -1));
+    setFixedWidth(arrowWidth);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+    buddy->installEventFilter(this);
+}
+
+void UpDown::setRange(std::int32_t minimum, std::int32_t maximum)
+{
+    m_minimum = minimum;
+    m_maximum = maximum;
+}
+
+QToolButton* UpDown::arrow(const char* name, Qt::ArrowType type, int step)
+{
+    auto* button = new QToolButton(this);
+    button->setObjectName(QLatin1String(name));
+    button->setArrowType(type);
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    button->setAccessibleName(step > 0 ? tr("One more") : tr("One less"));
+    connect(button, &QToolButton::clicked, this, [this, step] { stepBy(step); });
+    return button;
+}
+
+void UpDown::stepBy(int step)
+{
+    if (!m_buddy->isEnabled() || m_buddy->isReadOnly())
+        return;
+    const double wanted = std::trunc(conversions::Val(m_buddy->text())) + step;
+    m_buddy->setText(QString::number(
+        static_cast<qint64>(std::clamp(wanted, static_cast<double>(m_minimum), static_cast<double>(m_maximum)))));
+    m_buddy->selectAll();
+}
+
+bool UpDown::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_buddy && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<const QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down) {
+            stepBy(key == Qt::Key_Up ? 1 : -1);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}

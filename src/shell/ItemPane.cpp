@@ -1,0 +1,535 @@
+#include "ItemPane.h"
+
+#include "Boxes.h"
+#include "CConnections.h"
+#include "Conversions.h"
+#include "DropDown.h"
+#include "Events.h"
+#include "Recordset.h"
+#include "Routine.h"
+#include "RoutineNames.h"
+#include "ToolBar.h"
+#include "UpDown.h"
+#include "mdiMain.h"
+#include "modBoundControls.h"
+#include "modGUI.h"
+#include "modString.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+const QString texts = u"txtProperty"_s;
+const QString lists = u"cboDropdown"_s;
+const QString checks = u"chkProperty"_s;
+
+ItemPane& pane(Form& form)
+{
+    return static_cast<ItemPane&>(form);
+}
+
+} // namespace
+
+ItemPane::ItemPane(const Kind& kind, std::vector<Property> properties, QWidget* parent)
+    : PaneForm(QLatin1String(kind.form), parent), m_kind(kind), m_sheet(new PropertySheet(std::move(properties), this)),
+      m_action(new QPushButton(this)), m_cancel(new QPushButton(u"Cancel"_s, this))
+{
+    m_action->setObjectName(u"cmdAction"_s);
+    m_cancel->setObjectName(u"cmdCancel"_s);
+    connect(m_action, &QPushButton::clicked, this, [this] { press(u"OK"_s); });
+    connect(m_cancel, &QPushButton::clicked, this, [this] { press(u"Cancel"_s); });
+    connect(m_sheet, &PropertySheet::TextChanged, this, &ItemPane::txtProperty_Change);
+    connect(m_sheet, &PropertySheet::ListChanged, this, &ItemPane::cboDropdown_Change);
+    connect(m_sheet, &PropertySheet::FlagClicked, this, &ItemPane::chkProperty_Click);
+    connect(m_sheet, &PropertySheet::ButtonClicked, this, [this](const QString& name) {
+        const forms::Running running(*this);
+        Routine routine(this->routine((name + "_Click"_L1).toLatin1().constData()));
+        routine.run([&] { buttonClicked(name); });
+    });
+
+    body()->addWidget(m_sheet);
+    m_sheet->addActions({m_action, m_cancel});
+    body()->addStretch(1);
+
+    Routine routine(this->routine("Form_Load"));
+    routine.run([&] { modGUI::PaneFormLoad(*this); });
+}
+
+ItemPane::~ItemPane() = default;
+
+panes::Operations ItemPane::operations(int keyParts)
+{
+    panes::Operations all;
+    all.Display = {keyParts, [](Form& form, const QStringList& keys) { pane(form).Display(keys); }};
+    all.AddNew = {keyParts - 1, [](Form& form, const QStringList& keys) { pane(form).AddNew(keys); }};
+    all.Edit = {keyParts, [](Form& form, const QStringList& keys) { pane(form).Edit(keys); }};
+    all.Delete = {keyParts, [](Form& form, const QStringList& keys) { pane(form).Delete(keys); }};
+    return all;
+}
+
+const char* ItemPane::routine(const char* operation) const
+{
+    return routineName(m_kind.form, operation);
+}
+
+dao::Database& ItemPane::db() const
+{
+    return *m_connection->db();
+}
+
+ToolBar& ItemPane::toolBar() const
+{
+    return mdiMain::instance().toolBar(QLatin1String(m_kind.toolBar));
+}
+
+ItemPane::State ItemPane::state() const
+{
+    const QString tag = toolBar().Button(u"OK"_s).Tag();
+    if (tag.endsWith(" Add"_L1))
+        return State::Add;
+    if (tag.endsWith(" Edit"_L1))
+        return State::Edit;
+    return tag.endsWith(" Delete"_L1) ? State::Delete : State::Display;
+}
+
+// Commands -----------------------------------------------------------------------------------------------------------
+
+bool ItemPane::connectTo(const QString& datasource)
+{
+    m_connection = CConnections::instance().Item(datasource);
+    if (!m_connection)
+        return false;
+    if (m_fields.isEmpty()) {
+        m_fields = modDatabase::FetchFieldInfo(db(), QLatin1String(m_kind.table));
+        m_sheet->setColumns(m_fields);
+    }
+    return true;
+}
+
+bool ItemPane::Display(const QStringList& keys)
+{
+    bool shown = false;
+    Routine routine(this->routine("Display"));
+    routine.run([&] {
+        if (!connectTo(keys.front()))
+            return;
+        m_owners = keys.first(keys.size() - 1);
+        m_name = keys.back();
+        lblTitle()->setText(title(State::Display));
+        blank();
+        EnableEdit(false);
+        {
+            const auto row = db().OpenRecordset(selectStatement());
+            if (!row->Eof())
+                fill(*row);
+        }
+        m_loadedName = m_name;
+        m_keyChanged = false;
+        enterState(State::Display, {});
+        displayed();
+        shown = true;
+    });
+    return shown;
+}
+
+void ItemPane::AddNew(const QStringList& owners)
+{
+    Routine routine(this->routine("AddNew"));
+    routine.run([&] {
+        if (!connectTo(owners.front()))
+            return;
+        m_owners = owners;
+        m_name.clear();
+        m_loadedName.clear();
+        lblTitle()->setText(title(State::Add));
+        PopulateCombos();
+        blank();
+        EnableEdit(true);
+        m_keyChanged = false;
+        adding();
+        enterState(State::Add, u"&Add"_s);
+        setFocusTo(QLatin1String(m_kind.firstColumn ? m_kind.firstColumn : m_kind.nameColumn));
+    });
+}
+
+void ItemPane::Edit(const QStringList& keys)
+{
+    Routine routine(this->routine("Edit"));
+    routine.run([&] {
+        if (!Display(keys) || isProtected())
+            return;
+        PopulateCombos();
+        lblTitle()->setText(title(State::Edit));
+        EnableEdit(true);
+        editing();
+        enterState(State::Edit, u"&Update"_s);
+        setFocusTo(QLatin1String(m_kind.firstColumn ? m_kind.firstColumn : m_kind.nameColumn));
+    });
+}
+
+void ItemPane::Delete(const QStringList& keys)
+{
+    Routine routine(this->routine("Delete"));
+    routine.run([&] {
+        if (!Display(keys))
+            return;
+        lblTitle()->setText(title(State::Delete));
+        enterState(State::Delete, u"&Delete"_s);
+        const bool goes = boxes::ask(QLatin1String(m_kind.deleteQuestion));
+        requireLoaded();
+        if (goes)
+            press(u"OK"_s);
+    });
+}
+
+void ItemPane::tbr_ButtonClick(ToolButton& button)
+{
+    const forms::Running running(*this);
+    Routine routine(this->routine("tbr_ButtonClick"));
+    routine.run([&] {
+        const QString& key = button.Key();
+        const QString tag = toolBar().Tag();
+        if (key == "Up1"_L1) {
+            up();
+        } else if (key == tag + " Add"_L1) {
+            AddNew(m_owners);
+        } else if (key == tag + " Edit"_L1) {
+            Edit(m_owners + QStringList{m_name});
+        } else if (key == tag + " Delete"_L1) {
+            Delete(m_owners + QStringList{m_name});
+        } else if (key == "OK"_L1) {
+            ok();
+        } else if (key == "Cancel"_L1) {
+            cancel(state());
+        } else if (key == "Undo"_L1) {
+            undo(state());
+            requireLoaded();
+            button.setEnabled(false);
+        }
+    });
+}
+
+void ItemPane::press(const QString& button)
+{
+    toolBar().Button(button).press();
+}
+
+void ItemPane::up()
+{
+    showCollection();
+    events::yield();
+    requireLoaded();
+    mdiMain& window = mdiMain::instance();
+    if (TreeNode* node = window.tvwExplorer().Nodes().find(CalcParentKey()))
+        node->setSelected(true);
+    window.tvwExplorer().setFocus();
+}
+
+void ItemPane::ok()
+{
+    switch (state()) {
+    case State::Add:
+        okAdd();
+        break;
+    case State::Edit:
+        okEdit();
+        break;
+    case State::Delete:
+        deleteRow();
+        break;
+    case State::Display:
+        break;
+    }
+}
+
+void ItemPane::okAdd()
+{
+    if (!ValidateFields())
+        return;
+    insertRow();
+    m_name = text(QLatin1String(m_kind.nameColumn));
+    followInsert();
+    requireLoaded();
+    AddNew(m_owners);
+}
+
+void ItemPane::okEdit()
+{
+    if (!mayUpdate() || !ValidateFields())
+        return;
+    m_name = text(QLatin1String(m_kind.nameColumn));
+    if (m_keyChanged)
+        carryKey();
+    updateRow();
+    if (m_name != m_loadedName)
+        renameNode();
+    followUpdate();
+    requireLoaded();
+    Display(m_owners + QStringList{m_name});
+}
+
+void ItemPane::insertRow()
+{
+    Controls bound;
+    for (const Control& control : m_sheet->controls()) {
+        if (control.Name == texts)
+            bound.push_back(control);
+    }
+    std::stable_sort(bound.begin(), bound.end(), [](const Control& a, const Control& b) { return a.Index < b.Index; });
+    std::vector<modDatabase::TaggedValue> values;
+    for (const Control& control : bound)
+        values.push_back({control.Tag, control.Value()});
+    db().Execute(modDatabase::MakeInsert(values, m_fields, QLatin1String(m_kind.table)));
+}
+
+void ItemPane::renameNode()
+{
+    CNodes& nodes = mdiMain::instance().nodes();
+    const QString formerKey = nodeKey(m_loadedName);
+    if (!nodes.find(formerKey))
+        return;
+    nodes.ChangeKey(formerKey, CalcNodeKey());
+    CNode& node = nodes.Item(CalcNodeKey());
+    node.setNodeData(m_name);
+    if (TreeNode* shown = CNodes::treeNode(node))
+        shown->setText(m_name);
+}
+
+/// A level that shows gets the row's node at its end; one that is empty is read anew.
+void ItemPane::followInsert()
+{
+    mdiMain& window = mdiMain::instance();
+    if (TreeNode* parent = window.tvwExplorer().Nodes().find(CalcParentKey())) {
+        if (parent->Child()) {
+            CNodes& nodes = window.nodes();
+            const CNode* added =
+                nodes.add(parent, QLatin1String(m_kind.nodeType), m_name, m_name, QLatin1String(m_kind.nodeImage));
+            if (added && m_kind.nodeOpens)
+                nodes.addPlaceholder(*CNodes::treeNode(*added));
+        } else {
+            window.tvwExplorer_Expand(parent);
+        }
+    }
+    modGUI::ExpandToNode(CalcNodeKey());
+}
+
+void ItemPane::followUpdate()
+{
+    modGUI::ExpandToNode(CalcNodeKey());
+}
+
+void ItemPane::removeNode()
+{
+    CNodes& nodes = mdiMain::instance().nodes();
+    if (const CNode* node = nodes.find(CalcNodeKey()))
+        nodes.Remove(*node);
+}
+
+void ItemPane::showCollection()
+{
+    mdiMain::instance().PaneDisplay(QLatin1String(m_kind.collection), m_owners);
+    requireLoaded();
+}
+
+void ItemPane::undo(State state)
+{
+    if (state == State::Add)
+        blank();
+    else if (state == State::Edit)
+        Edit(m_owners + QStringList{m_name});
+    else if (state == State::Delete)
+        EnableEdit(false);
+}
+
+void ItemPane::cancel(State state)
+{
+    if (state == State::Add)
+        showCollection();
+    else
+        Display(m_owners + QStringList{m_name});
+}
+
+// Controls -----------------------------------------------------------------------------------------------------------
+
+void ItemPane::PopulateCombos()
+{
+    Routine routine(this->routine("PopulateCombos"));
+    routine.run([&] { populateLists(); });
+}
+
+bool ItemPane::ValidateFields()
+{
+    bool valid = false;
+    Routine routine(this->routine("ValidateFields"));
+    routine.run([&] { valid = validate(); });
+    requireLoaded();
+    return valid;
+}
+
+void ItemPane::EnableEdit(bool enabled)
+{
+    Routine routine(this->routine("EnableEdit"));
+    routine.run([&] { enableEntries(enabled); });
+}
+
+void ItemPane::enableEntries(bool enabled)
+{
+    for (const QString& prototype : {texts, lists, checks, u"spnUpDn"_s})
+        modBoundControls::EnableControls(m_sheet->controls(), prototype, enabled);
+    for (const Property& property : m_sheet->properties()) {
+        if (property.isFixed)
+            enable(QLatin1String(property.column), false);
+    }
+}
+
+void ItemPane::fill(const dao::Recordset& row)
+{
+    modBoundControls::PopulateFields(m_sheet->controls(), texts, row);
+}
+
+void ItemPane::blank()
+{
+    // The lists first: losing their selection, they change the texts behind them.
+    for (const QString& prototype : {lists, texts})
+        modBoundControls::SetControls(m_sheet->controls(), prototype, {});
+    modBoundControls::SetControls(m_sheet->controls(), checks, u"0"_s);
+}
+
+void ItemPane::enterState(State state, const QString& actionCaption)
+{
+    ToolBar& bar = toolBar();
+    const bool acting = state != State::Display;
+    switch (state) {
+    case State::Display:
+        modGUI::SetToolbarState(bar, isProtected() ? 1 : 0);
+        break;
+    case State::Add:
+        modGUI::SetToolbarState(bar, 1, bar.Tag() + " Add"_L1);
+        break;
+    case State::Edit:
+        modGUI::SetToolbarState(bar, 1, bar.Tag() + " Edit"_L1);
+        break;
+    case State::Delete:
+        modGUI::SetToolbarState(bar, 1, bar.Tag() + " Delete"_L1);
+        break;
+    }
+    if (!actionCaption.isEmpty())
+        m_action->setText(actionCaption);
+    m_action->setVisible(acting);
+    m_cancel->setVisible(acting);
+    m_action->setEnabled(acting);
+    m_cancel->setEnabled(acting);
+}
+
+void ItemPane::txtProperty_Change(const QString& column)
+{
+    Routine routine(this->routine("txtProperty_Change"));
+    routine.run([&] {
+        if (ToolButton* undo = toolBar().find(u"Undo"_s))
+            undo->setEnabled(true);
+        textChanged(column);
+        if (makesKeyChanged(column))
+            m_keyChanged = true;
+        m_action->setEnabled(true);
+    });
+}
+
+void ItemPane::cboDropdown_Change(const QString& column)
+{
+    Routine routine(this->routine("cboDropdown_Change"));
+    routine.run([&] { listChanged(column); });
+}
+
+void ItemPane::chkProperty_Click(const QString& column)
+{
+    Routine routine(this->routine("chkProperty_Click"));
+    routine.run(
+        [&] { setText(column, static_cast<QCheckBox&>(m_sheet->entry(column)).isChecked() ? u"1"_s : u"0"_s); });
+}
+
+void ItemPane::textChanged(const QString& column)
+{
+    if (property(column).kind == EntryKind::List)
+        m_sheet->list(column).select(text(column));
+}
+
+bool ItemPane::makesKeyChanged(const QString& column) const
+{
+    return property(column).isKey;
+}
+
+const Property& ItemPane::property(const QString& column) const
+{
+    const auto& all = m_sheet->properties();
+    return *std::find_if(all.begin(), all.end(),
+                         [&](const Property& property) { return QLatin1String(property.column) == column; });
+}
+
+QString ItemPane::nodeKey(const QString& name) const
+{
+    return parentKey() + QLatin1String(m_kind.nodeType) + '='_L1 + name + ':'_L1;
+}
+
+void ItemPane::listChanged(const QString& column)
+{
+    setText(column, m_sheet->list(column).currentText());
+}
+
+void ItemPane::buttonClicked(const QString&) {}
+
+bool ItemPane::isBlank(const QString& column) const
+{
+    return modString::Trim(text(column)).isEmpty();
+}
+
+void ItemPane::enable(const QString& column, bool enabled)
+{
+    m_sheet->text(column).Widget->setEnabled(enabled);
+    m_sheet->entry(column).setEnabled(enabled);
+}
+
+void ItemPane::setFocusTo(const QString& column)
+{
+    QWidget& entry = m_sheet->entry(column);
+    if (entry.isVisible() && entry.isEnabled())
+        entry.setFocus();
+}
+
+bool ItemPane::refuse(const QString& message, const QString& column)
+{
+    boxes::inform(message);
+    requireLoaded();
+    setFocusTo(column);
+    return false;
+}
+
+bool ItemPane::finds(const QString& statement) const
+{
+    return !db().OpenRecordset(statement)->Eof();
+}
+
+bool ItemPane::isWithin(const QString& column, int spinner) const
+{
+    const UpDown& limits = m_sheet->spinner(spinner);
+    const double number = conversions::Val(text(column));
+    return number >= limits.Min() && number <= limits.Max();
+}
+
+void ItemPane::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && m_action->isVisible())
+        m_action->click();
+    else if (event->key() == Qt::Key_Escape && m_cancel->isVisible())
+        m_cancel->click();
+    else
+        PaneForm::keyPressEvent(event);
+}

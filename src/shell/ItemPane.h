@@ -1,0 +1,178 @@
+#pragma once
+
+#include "PaneForm.h"
+#include "PaneRegistry.h"
+#include "PropertySheet.h"
+#include "ToolbarPane.h"
+#include "modDatabase.h"
+
+#include <QStringList>
+
+class CConnection;
+class QPushButton;
+class ToolBar;
+
+namespace dao
+{
+class Recordset;
+}
+
+/// The pane of one catalog row: what all eight of them have in common. It shows the row, and adds, edits or deletes it
+/// by the buttons of its tool bar. Its state is the tag of the bar's "OK" button: empty while the row is shown, else
+/// the bar's own tag with " Add", " Edit" or " Delete".
+///
+/// A pane states its properties, its statements, its messages and its titles, and where it departs from the family.
+class ItemPane : public PaneForm, public ToolbarPane
+{
+    Q_OBJECT
+
+public:
+    enum class State { Display, Add, Edit, Delete };
+
+    /// Reads the row of the keys, datasource first, and shows it. False where there is no connection, or when a failure
+    /// was ignored.
+    bool Display(const QStringList& keys);
+    /// Takes a new row below the owners.
+    void AddNew(const QStringList& owners);
+    /// Shows the row and opens it for change, unless it is protected.
+    void Edit(const QStringList& keys);
+    /// Shows the row and asks whether it is to go.
+    void Delete(const QStringList& keys);
+    void tbr_ButtonClick(ToolButton& button) final;
+
+    void PopulateCombos();
+    /// Whether the row may be written; says why not, and moves the focus there.
+    bool ValidateFields();
+    void EnableEdit(bool enabled);
+    /// The tree keys of the collection above and of the row shown.
+    QString CalcParentKey() const { return parentKey(); }
+    QString CalcNodeKey() const { return nodeKey(m_name); }
+
+    /// What the registry is to call for a pane whose rows have so many key parts.
+    static panes::Operations operations(int keyParts);
+
+protected:
+    struct Kind {
+        const char* form;
+        const char* table;
+        const char* collection;
+        const char* toolBar;
+        const char* deleteQuestion;
+        /// The column that holds the last key part.
+        const char* nameColumn;
+        /// The node of a row: its type, its picture, and whether it opens.
+        const char* nodeType;
+        const char* nodeImage;
+        bool nodeOpens = false;
+        /// Where entry begins; the name unless it is another column.
+        const char* firstColumn = nullptr;
+    };
+
+    ItemPane(const Kind& kind, std::vector<Property> properties, QWidget* parent);
+    ~ItemPane() override;
+
+    PropertySheet& sheet() const { return *m_sheet; }
+    CConnection& connection() const { return *m_connection; }
+    dao::Database& db() const;
+    const QString& datasource() const { return m_owners.front(); }
+    /// The key parts above the row, datasource first.
+    const QStringList& owners() const { return m_owners; }
+    /// The row's name as the pane knows it; empty while adding.
+    const QString& name() const { return m_name; }
+    /// The name that the row had when it was read.
+    const QString& loadedName() const { return m_loadedName; }
+    bool keyChanged() const { return m_keyChanged; }
+    /// What "OK" is going to do.
+    State state() const;
+
+    QString text(const QString& column) const { return m_sheet->text(column).Value(); }
+    void setText(const QString& column, const QString& text) { m_sheet->text(column).setValue(text); }
+    bool isBlank(const QString& column) const;
+    /// The text as it goes between the apostrophes of a statement.
+    QString quoted(const QString& column) const { return modDatabase::SQLQuote(text(column)); }
+    void enable(const QString& column, bool enabled);
+    void setFocusTo(const QString& column);
+    /// Shows a message of validation, moves the focus and gives false.
+    bool refuse(const QString& message, const QString& column);
+    /// Whether the statement finds a row.
+    bool finds(const QString& statement) const;
+    /// Whether the number in a column lies within the limits of its arrows.
+    bool isWithin(const QString& column, int spinner) const;
+    ToolBar& toolBar() const;
+    /// A routine of this form, for a call stack.
+    const char* routine(const char* operation) const;
+
+    void blank();
+    void showCollection();
+    void removeNode();
+
+    // What a pane may do otherwise, or besides.
+
+    /// Fills the controls from the row.
+    virtual void fill(const dao::Recordset& row);
+    virtual void enableEntries(bool enabled);
+    virtual void followInsert();
+    virtual void followUpdate();
+    virtual void undo(State state);
+    virtual void cancel(State state);
+    /// A text has changed; behind Undo having been enabled.
+    virtual void textChanged(const QString& column);
+    /// Whether the change of a key column makes the row another one.
+    virtual bool makesKeyChanged(const QString& column) const;
+    virtual void listChanged(const QString& column);
+
+private:
+    virtual QString parentKey() const = 0;
+    virtual QString title(State state) const = 0;
+    /// The row that the keys name.
+    virtual QString selectStatement() const = 0;
+    /// Last steps of Display; the row may be missing.
+    virtual void displayed() {}
+    /// Rows that may not be changed.
+    virtual bool isProtected() const { return false; }
+    virtual void populateLists() {}
+    /// Last steps of AddNew and of Edit.
+    virtual void adding() {}
+    virtual void editing() {}
+    virtual bool validate() = 0;
+
+    virtual void insertRow();
+    /// Asked before anything of an edit is done.
+    virtual bool mayUpdate() { return true; }
+    /// Carries a changed key to the rows that depend on it.
+    virtual void carryKey() = 0;
+    virtual void updateRow() = 0;
+    /// Everything that a confirmed delete does.
+    virtual void deleteRow() = 0;
+
+    virtual void buttonClicked(const QString& name);
+
+    void keyPressEvent(QKeyEvent* event) override;
+
+    bool connectTo(const QString& datasource);
+    void enterState(State state, const QString& actionCaption);
+    void txtProperty_Change(const QString& column);
+    void cboDropdown_Change(const QString& column);
+    void chkProperty_Click(const QString& column);
+    void press(const QString& button);
+
+    QString nodeKey(const QString& name) const;
+    const Property& property(const QString& column) const;
+
+    void ok();
+    void okAdd();
+    void okEdit();
+    void renameNode();
+    void up();
+
+    Kind m_kind;
+    PropertySheet* m_sheet;
+    QPushButton* m_action;
+    QPushButton* m_cancel;
+    CConnection* m_connection = nullptr;
+    modDatabase::FieldInfos m_fields;
+    QStringList m_owners;
+    QString m_name;
+    QString m_loadedName;
+    bool m_keyChanged = false;
+};

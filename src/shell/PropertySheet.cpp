@@ -1,0 +1,216 @@
+#include "PropertySheet.h"
+
+#include "DropDown.h"
+#include "Icons.h"
+#include "PropertyEntry.h"
+#include "RuntimeError.h"
+#include "UpDown.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int unit = 8;
+/// The widths of entries in device-independent pixels.
+constexpr int entryWidth = 45 * unit;
+constexpr int numberWidth = 13 * unit;
+constexpr int listWidth = 26 * unit;
+constexpr int memoHeight = 10 * unit;
+
+QString nameWith(const char* name, const QString& part)
+{
+    return QLatin1String(name) + '_'_L1 + part;
+}
+
+/// A prompt as a screen reader speaks it.
+QString spoken(QString prompt)
+{
+    prompt.remove('&'_L1);
+    return prompt.endsWith(':'_L1) ? prompt.chopped(1) : prompt;
+}
+
+} // namespace
+
+PropertySheet::PropertySheet(std::vector<Property> properties, QWidget* parent)
+    : QWidget(parent), m_properties(std::move(properties)), m_rows(new QGridLayout(this))
+{
+    m_rows->setContentsMargins(0, unit, 0, unit);
+    m_rows->setHorizontalSpacing(2 * unit);
+    m_rows->setVerticalSpacing(unit);
+    m_rows->setColumnStretch(1, 1);
+    for (const Property& property : m_properties)
+        addRow(property);
+    m_texts.BindControls(m_controls, u"txtProperty"_s);
+}
+
+PropertySheet::~PropertySheet() = default;
+
+void PropertySheet::addRow(const Property& property)
+{
+    const int row = m_rows->rowCount();
+    auto* line = new QHBoxLayout;
+    line->setSpacing(unit / 2);
+    QWidget* entry = makeEntry(property, *line);
+    m_entries.insert(QLatin1String(property.column), entry);
+
+    const QString prompt = QLatin1String(property.prompt);
+    entry->setToolTip(QLatin1String(property.toolTip));
+    entry->setAccessibleName(spoken(prompt));
+    if (!prompt.isEmpty()) {
+        auto* label = new QLabel(prompt, this);
+        label->setBuddy(entry);
+        const bool isTall = property.kind == EntryKind::Memo;
+        m_rows->addWidget(label, row, 0, isTall ? Qt::AlignTop : Qt::AlignVCenter);
+    }
+    if (property.button.name) {
+        auto* button = new QPushButton(this);
+        button->setObjectName(QLatin1String(property.button.name));
+        button->setIcon(Icons::icon(QLatin1String(property.button.image)));
+        button->setToolTip(QLatin1String(property.button.toolTip));
+        button->setAccessibleName(QLatin1String(property.button.toolTip));
+        button->setFixedWidth(4 * unit);
+        line->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, button] { emit ButtonClicked(button->objectName()); });
+    }
+    if (property.limits.text) {
+        auto* limits = new QLabel(QLatin1String(property.limits.text), this);
+        limits->setForegroundRole(QPalette::PlaceholderText);
+        if (property.limits.label >= 0)
+            addControl("lblMinMax", property.limits.label, {}, limits);
+        line->addSpacing(unit / 2);
+        line->addWidget(limits);
+    }
+    line->addStretch(1);
+    m_rows->addLayout(line, row, 1);
+}
+
+QWidget* PropertySheet::makeEntry(const Property& property, QHBoxLayout& row)
+{
+    const QString column = QLatin1String(property.column);
+    const bool isMirrored = property.kind == EntryKind::List || property.kind == EntryKind::Flag;
+    QWidget* text = makeText(property, isMirrored || property.kind == EntryKind::Hidden);
+
+    if (property.kind == EntryKind::List) {
+        auto* list = new DropDown(this);
+        for (const char* item : property.items)
+            list->addItem(QLatin1String(item));
+        list->setCurrentIndex(-1);
+        list->setFixedWidth(listWidth);
+        addControl("cboDropdown", property.index, column, list);
+        connect(list, &DropDown::Change, this, [this, column] { emit ListChanged(column); });
+        row.addWidget(list);
+        row.addWidget(text);
+        return list;
+    }
+    if (property.kind == EntryKind::Flag) {
+        auto* check = new QCheckBox(this);
+        addControl("chkProperty", property.index, column, check);
+        connect(check, &QCheckBox::toggled, this, [this, column] { emit FlagClicked(column); });
+        row.addWidget(check);
+        row.addWidget(text);
+        return check;
+    }
+    row.addWidget(text);
+    if (property.limits.spinner >= 0) {
+        auto* arrows = new UpDown(qobject_cast<QLineEdit*>(text), this);
+        arrows->setRange(property.limits.minimum, property.limits.maximum);
+        addControl("spnUpDn", property.limits.spinner, {}, arrows);
+        row.addWidget(arrows);
+    }
+    return text;
+}
+
+QWidget* PropertySheet::makeText(const Property& property, bool hidden)
+{
+    const QString column = QLatin1String(property.column);
+    QWidget* made = nullptr;
+    if (property.kind == EntryKind::Memo) {
+        auto* memo = new PropertyMemo(this);
+        memo->setFixedSize(entryWidth, memoHeight);
+        connect(memo, &QPlainTextEdit::textChanged, this, [this, column] { emit TextChanged(column); });
+        made = memo;
+    } else {
+        auto* edit = new PropertyEdit(this);
+        const bool isNumber = property.kind == EntryKind::Number;
+        edit->setFixedWidth(hidden || isNumber ? numberWidth : entryWidth);
+        if (isNumber)
+            edit->setAlignment(Qt::AlignRight);
+        if (property.kind == EntryKind::Password)
+            edit->setEchoMode(QLineEdit::Password);
+        edit->setReadOnly(hidden);
+        connect(edit, &QLineEdit::textChanged, this, [this, column] { emit TextChanged(column); });
+        made = edit;
+    }
+    made->setHidden(hidden);
+    addControl("txtProperty", property.index, column, made);
+    return made;
+}
+
+void PropertySheet::addControl(const char* name, int index, const QString& tag, QWidget* widget)
+{
+    widget->setObjectName(nameWith(name, tag.isEmpty() ? QString::number(index) : tag));
+    m_controls.push_back({QLatin1String(name), index, tag, widget});
+}
+
+void PropertySheet::addActions(const std::vector<QWidget*>& buttons)
+{
+    auto* line = new QHBoxLayout;
+    line->setSpacing(unit);
+    line->setContentsMargins(0, unit, 0, 0);
+    for (QWidget* button : buttons)
+        line->addWidget(button);
+    line->addStretch(1);
+    m_rows->addLayout(line, m_rows->rowCount(), 1);
+}
+
+DropDown& PropertySheet::list(const QString& column) const
+{
+    if (auto* found = qobject_cast<DropDown*>(m_entries.value(column)))
+        return *found;
+    throw RuntimeError(ErrorNumber::FailedCall);
+}
+
+UpDown& PropertySheet::spinner(int index) const
+{
+    if (auto* found = findChild<UpDown*>(nameWith("spnUpDn", QString::number(index))))
+        return *found;
+    throw RuntimeError(ErrorNumber::FailedCall);
+}
+
+QLabel& PropertySheet::minMax(int index) const
+{
+    if (auto* found = findChild<QLabel*>(nameWith("lblMinMax", QString::number(index))))
+        return *found;
+    throw RuntimeError(ErrorNumber::FailedCall);
+}
+
+QPushButton& PropertySheet::button(const QString& name) const
+{
+    if (auto* found = findChild<QPushButton*>(name))
+        return *found;
+    throw RuntimeError(ErrorNumber::FailedCall);
+}
+
+QWidget& PropertySheet::entry(const QString& column) const
+{
+    if (QWidget* found = m_entries.value(column))
+        return *found;
+    throw RuntimeError(ErrorNumber::FailedCall);
+}
+
+void PropertySheet::setColumns(const modDatabase::FieldInfos& columns)
+{
+    for (const CCtrl& bound : m_texts) {
+        if (auto* edit = qobject_cast<PropertyEdit*>(bound.Ctl.Widget))
+            edit->setColumn(columns.Item(bound.Key));
+        else if (auto* memo = qobject_cast<PropertyMemo*>(bound.Ctl.Widget))
+            memo->setColumn(columns.Item(bound.Key));
+    }
+}
