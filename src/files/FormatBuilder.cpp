@@ -88,7 +88,7 @@ FormatBuilder::FormatBuilder(const Language& language, const Names& names)
     setWindowTitle(names.title);
     body()->addWidget(buildFormat());
     body()->addSpacing(8);
-    body()->addWidget(buildComponents(names.group), 1);
+    body()->addWidget(buildComponents(names.group), 0, Qt::AlignTop);
 
     QPushButton* ok = addButton(u"cmdOK"_s, tr("OK"));
     QPushButton* cancel = addButton(u"cmdCancel"_s, tr("Cancel"));
@@ -158,7 +158,8 @@ void FormatBuilder::addComponents(QGroupBox& group, const std::vector<Language::
         connect(button, &QPushButton::clicked, this, [this, token = component.token] { cmdComp_Click(token); });
         grid->addWidget(button, place / columns, place % columns);
     }
-    grid->setRowStretch(rows, 1);
+    for (int column = 0; column < columns; ++column)
+        grid->setColumnStretch(column, 1);
 }
 
 QString FormatBuilder::build(const QString& format)

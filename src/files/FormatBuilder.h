@@ -6,7 +6,6 @@
 
 #include <vector>
 
-class QGridLayout;
 class QGroupBox;
 class QLineEdit;
 

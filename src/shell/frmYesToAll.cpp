@@ -14,7 +14,7 @@ namespace
 {
 
 /// The widest that a prompt gets before it is wrapped, in device-independent pixels.
-constexpr int promptWidth = 400;
+constexpr int promptWidth = 480;
 
 } // namespace
 
