@@ -7,7 +7,9 @@
 #include "UpDown.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -48,6 +50,7 @@ PropertySheet::PropertySheet(std::vector<Property> properties, QWidget* parent)
     for (const Property& property : m_properties)
         addRow(property);
     m_texts.BindControls(m_controls, u"txtProperty"_s);
+    followPalette();
 }
 
 PropertySheet::~PropertySheet() = default;
@@ -157,6 +160,25 @@ void PropertySheet::addControl(const char* name, int index, const QString& tag, 
 {
     widget->setObjectName(nameWith(name, tag.isEmpty() ? QString::number(index) : tag));
     m_controls.push_back({QLatin1String(name), index, tag, widget});
+}
+
+/// What is locked is there to be read: its text is as dark as any other, and only its ground is dim.
+void PropertySheet::followPalette()
+{
+    QPalette readable = QGuiApplication::palette();
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText})
+        readable.setColor(QPalette::Disabled, role, readable.color(QPalette::Active, role));
+    for (const Control& control : m_controls) {
+        if (!control.Tag.isEmpty())
+            control.Widget->setPalette(readable);
+    }
+}
+
+void PropertySheet::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        followPalette();
+    QWidget::changeEvent(event);
 }
 
 void PropertySheet::addActions(const std::vector<QWidget*>& buttons)

@@ -105,7 +105,11 @@ signals:
     void FlagClicked(const QString& column);
     void ButtonClicked(const QString& name);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void followPalette();
     void addRow(const Property& property);
     QWidget* makeEntry(const Property& property, QHBoxLayout& row);
     QWidget* makeText(const Property& property, bool hidden);

@@ -1,9 +1,16 @@
 #include "CConnections.h"
 #include "Database.h"
+#include "FilesRoom.h"
 #include "Recordset.h"
 #include "Routine.h"
+#include "Settings.h"
 #include "ShellPanes.h"
+#include "WorkbenchStyle.h"
 #include "frmDSNAdmin.h"
+#include "frmDateFormat.h"
+#include "frmFieldReorder.h"
+#include "frmTimeFormat.h"
+#include "frmYesToAll.h"
 #include "mdiMain.h"
 #include "modGUI.h"
 
@@ -16,6 +23,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -106,6 +114,51 @@ void takeMenus(mdiMain& window, Photographer& camera)
     }
 }
 
+/// Takes the modal window that `show` opens, and closes it.
+void takeModal(Photographer& camera, const QString& name, const std::function<void()>& show)
+{
+    QTimer::singleShot(0, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog)
+            return;
+        camera.take(*dialog, name);
+        dialog->close();
+    });
+    show();
+}
+
+void takeFiles(mdiMain& window, Photographer& camera)
+{
+    const QStringList file{u"Ledger"_s, u"EMPLOYEE"_s};
+    const QStringList field = file + QStringList{u"SALARY"_s};
+    settings::save(u"Options"_s, u"Items"_s, 0);
+    window.PaneDisplay(u"frmFile"_s, file);
+    camera.take(window, u"file"_s);
+    window.PaneEdit(u"frmFile"_s, file);
+    camera.take(window, u"file-edit"_s);
+    window.PaneAddNew(u"frmFile"_s, {u"Ledger"_s});
+    camera.take(window, u"file-add"_s);
+    takeModal(camera, u"file-delete-question"_s, [&] { window.PaneDelete(u"frmFile"_s, file); });
+    camera.take(window, u"file-delete"_s);
+    window.PaneDisplay(u"frmFiles"_s, {u"Ledger"_s});
+    camera.take(window, u"files"_s);
+
+    window.PaneDisplay(u"frmField"_s, field);
+    camera.take(window, u"field"_s);
+    window.PaneEdit(u"frmField"_s, field);
+    camera.take(window, u"field-edit"_s);
+    window.PaneAddNew(u"frmField"_s, file);
+    camera.take(window, u"field-add"_s);
+    window.PaneDisplay(u"frmFields"_s, file);
+    camera.take(window, u"fields"_s);
+
+    takeModal(camera, u"date-format"_s, [] { frmDateFormat::GetFormat(u"DD/MM/YYYY"_s); });
+    takeModal(camera, u"time-format"_s, [] { frmTimeFormat::GetFormat(u"hh:mm:ss"_s); });
+    takeModal(camera, u"field-order"_s,
+              [] { frmFieldReorder::Display(*CConnections::instance().Item(u"Ledger"_s)->db(), u"EMPLOYEE"_s); });
+    takeModal(camera, u"yes-to-all"_s, [] { frmYesToAll::GetAnswer(u"Replace the file 'EMPLOYEE'?"_s); });
+}
+
 /// Lets a statement fail and takes the form that reports it.
 void takeErrorForm(Photographer& camera)
 {
@@ -144,6 +197,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     if (dark)
         QApplication::setPalette(darkPalette());
     registerShellPanes();
+    registerFilesRoom();
     Photographer camera(QDir(folder), suffix);
     mdiMain window({});
     window.MDIForm_Load();
@@ -151,6 +205,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     window.show();
     takePanes(window, camera);
     takeTree(window, camera);
+    takeFiles(window, camera);
     takeMenus(window, camera);
     takeErrorForm(camera);
     takeDatasourceWindow(window, camera);
@@ -191,6 +246,6 @@ int main(int argc, char** argv)
         return 2;
     }
     QApplication application(argc, argv);
-    QApplication::setStyle(u"Fusion"_s);
+    QApplication::setStyle(new WorkbenchStyle);
     return takeAll(QString::fromLocal8Bit(argv[1]), qstrcmp(argv[2], "dark") == 0, QString::fromLocal8Bit(argv[3]));
 }

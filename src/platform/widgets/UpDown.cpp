@@ -24,8 +24,7 @@ UpDown::UpDown(QLineEdit* buddy, QWidget* parent) : QWidget(parent), m_buddy(bud
     column->setSpacing(0);
     column->addWidget(arrow("up", Qt::UpArrow, 1));
     column->addWidget(arrow("down", Qt::DownArrow, -1));
-    setFixedWidth(arrowWidth);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+    setFixedSize(arrowWidth, buddy->sizeHint().height());
     buddy->installEventFilter(this);
 }
 

@@ -4,7 +4,18 @@
 
 QIcon WorkbenchStyle::standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const
 {
-    if (picture == SP_ToolBarHorizontalExtensionButton)
+    switch (picture) {
+    case SP_ToolBarHorizontalExtensionButton:
         return Icons::icon(QStringLiteral("More"));
-    return QProxyStyle::standardIcon(picture, option, widget);
+    case SP_MessageBoxInformation:
+        return Icons::icon(QStringLiteral("Box Information"));
+    case SP_MessageBoxQuestion:
+        return Icons::icon(QStringLiteral("Box Question"));
+    case SP_MessageBoxWarning:
+        return Icons::icon(QStringLiteral("Box Warning"));
+    case SP_MessageBoxCritical:
+        return Icons::icon(QStringLiteral("Box Critical"));
+    default:
+        return QProxyStyle::standardIcon(picture, option, widget);
+    }
 }
