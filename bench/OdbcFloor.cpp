@@ -53,9 +53,15 @@ OdbcFloor::~OdbcFloor()
 OdbcFloor::Rows OdbcFloor::read(const QString& statement)
 {
     SQLHSTMT handle = m_handles->statement;
-    check(SQLExecDirectW(handle, wide(statement), SQL_NTS), "execute");
+    const SQLRETURN executed = SQLExecDirectW(handle, wide(statement), SQL_NTS);
+    // An UPDATE or DELETE that finds no row.
+    if (executed == SQL_NO_DATA)
+        return {};
+    check(executed, "execute");
     SQLSMALLINT columns = 0;
     check(SQLNumResultCols(handle, &columns), "columns");
+    if (columns == 0)
+        return {};
 
     std::vector<std::vector<SQLWCHAR>> buffers(columns, std::vector<SQLWCHAR>(columnCharacters));
     std::vector<SQLLEN> lengths(columns);

@@ -19,7 +19,8 @@ public:
 
     using Rows = std::vector<std::vector<std::u16string>>;
 
-    /// All values of a SELECT as strings, columns bound as wide characters, row by row.
+    /// All values of a SELECT as strings, columns bound as wide characters, row by row. Any other statement is run and
+    /// has no rows.
     Rows read(const QString& statement);
 
 private:
