@@ -158,8 +158,13 @@ void FormatBuilder::addComponents(QGroupBox& group, const std::vector<Language::
         connect(button, &QPushButton::clicked, this, [this, token = component.token] { cmdComp_Click(token); });
         grid->addWidget(button, place / columns, place % columns);
     }
-    for (int column = 0; column < columns; ++column)
+    int widest = 0;
+    for (const auto* button : group.findChildren<QPushButton*>())
+        widest = std::max(widest, button->sizeHint().width());
+    for (int column = 0; column < columns; ++column) {
+        grid->setColumnMinimumWidth(column, widest);
         grid->setColumnStretch(column, 1);
+    }
 }
 
 QString FormatBuilder::build(const QString& format)
