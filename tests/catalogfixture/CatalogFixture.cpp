@@ -61,16 +61,17 @@ QString cell(sqlite3_stmt* statement, int column)
 
 CatalogFixture::CatalogFixture()
 {
-    writeIni("odbcinst.ini", {QStringLiteral("[%1]").arg(Family), "Driver=" TARNWICKODBC_LIBRARY});
-    writeIni("odbc.ini", {});
-    writeIni("user.ini", {});
-    // The folder holds the drivers and the system's datasources, of which there are none; the user's are in the file.
-    set("ODBCSYSINI", folder());
+    writeIni(systemFolder() + "/odbcinst.ini", {QStringLiteral("[%1]").arg(Family), "Driver=" TARNWICKODBC_LIBRARY});
+    writeIni(systemFolder() + "/odbc.ini", {});
+    writeIni(folder() + "/user.ini", {});
+    // The system's folder holds the drivers and the system's datasources; the user's are in the file.
+    set("ODBCSYSINI", systemFolder());
     set("ODBCINI", folder() + "/user.ini");
 }
 
 CatalogFixture::~CatalogFixture()
 {
+    writeIni(systemFolder() + "/odbc.ini", {});
     for (const Variable& variable : m_variables) {
         if (variable.former)
             qputenv(variable.name.constData(), *variable.former);
@@ -96,16 +97,43 @@ void CatalogFixture::addUnreachableDatasource(const QString& name)
     addSection(name, {QStringLiteral("Driver=%1").arg(Family), "Catalog=" + folder() + "/nowhere/catalog.db"});
 }
 
+void CatalogFixture::removeDatasource(const QString& name)
+{
+    const qsizetype begin = m_datasources.indexOf('[' + name + ']');
+    ASSERT_GE(begin, 0) << name.toStdString();
+    // A section ends in an empty line.
+    m_datasources.remove(begin, m_datasources.indexOf(QString(), begin) + 1 - begin);
+    writeIni(folder() + "/user.ini", m_datasources);
+}
+
+void CatalogFixture::addSystemDatasource(const QString& name)
+{
+    m_systemDatasources.append(
+        {'[' + name + ']', QStringLiteral("Driver=%1").arg(Family), "Catalog=" + systemCatalogFile(name), QString()});
+    writeIni(systemFolder() + "/odbc.ini", m_systemDatasources);
+}
+
 QString CatalogFixture::addFileDatasource(const QString& name)
 {
-    const QString fileName = name + ".dsn";
+    const QString fileName = folder() + '/' + name + ".dsn";
     writeIni(fileName, {"[ODBC]", QStringLiteral("DRIVER=%1").arg(Family), "Catalog=" + catalogFile(name)});
-    return folder() + '/' + fileName;
+    return fileName;
+}
+
+QString CatalogFixture::systemFolder()
+{
+    static const QTemporaryDir folder;
+    return folder.path();
 }
 
 QString CatalogFixture::catalogFile(const QString& datasource) const
 {
     return folder() + '/' + datasource + ".catalog";
+}
+
+QString CatalogFixture::systemCatalogFile(const QString& datasource) const
+{
+    return folder() + '/' + datasource + ".system catalog";
 }
 
 QString CatalogFixture::logFile(const QString& datasource) const
@@ -160,12 +188,12 @@ void CatalogFixture::set(const QByteArray& variable, const QString& value)
 void CatalogFixture::addSection(const QString& name, const QStringList& entries)
 {
     m_datasources.append(QStringList{'[' + name + ']'} + entries + QStringList{QString()});
-    writeIni("user.ini", m_datasources);
+    writeIni(folder() + "/user.ini", m_datasources);
 }
 
-void CatalogFixture::writeIni(const QString& fileName, const QStringList& lines) const
+void CatalogFixture::writeIni(const QString& fileName, const QStringList& lines)
 {
-    QFile file(folder() + '/' + fileName);
+    QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(lines.join('\n').toUtf8() + '\n') < 0)
         ADD_FAILURE() << file.errorString().toStdString();
 }

@@ -122,7 +122,7 @@ TEST_F(DatasourceWindow, NamesTheFilesInUse)
     open();
     EXPECT_EQ(in<QLabel>(administrator(), u"lblUserFile"_s).text(), userFile());
     EXPECT_EQ(in<QLabel>(administrator(), u"lblSystemFile"_s).text(), systemFile());
-    EXPECT_EQ(in<QLabel>(administrator(), u"lblDriversFile"_s).text(), world.folder() + u"/odbcinst.ini"_s);
+    EXPECT_EQ(in<QLabel>(administrator(), u"lblDriversFile"_s).text(), world.systemFolder() + u"/odbcinst.ini"_s);
 }
 
 TEST_F(DatasourceWindow, LeavesTheMainWindowUsableAndOpensOnce)
@@ -143,7 +143,7 @@ TEST_F(DatasourceWindow, WarnsWhereTheDriverIsNotRegistered)
     press(u"cmdClose"_s);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 
-    ASSERT_TRUE(QFile(world.folder() + u"/odbcinst.ini"_s).resize(0));
+    ASSERT_TRUE(QFile(world.systemFolder() + u"/odbcinst.ini"_s).resize(0));
     showDatasourceWindow(window.get());
     EXPECT_TRUE(in<QWidget>(administrator(), u"fraNoDriver"_s).isVisible());
 }
