@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <random>
 #include <string>
 
@@ -81,19 +82,40 @@ TEST(FileManagerErrors, EntriesStandInTheOrderOfTheChain)
               "\nError: &H1\na\n\nD-ISAM Error: 103 - The values of the keys are not valid.\n\nError: &H3\nc\n");
 }
 
-TEST(FileManagerErrors, EveryCodeFromOneHundredToOneHundredSixteenHasAMeaning)
+TEST(FileManagerErrors, EveryCodeFromOneHundredToOneHundredSixteenHasItsMeaning)
 {
-    for (int code = 100; code <= 116; ++code) {
-        EXPECT_NE(filemanager::meaning(code), QString::number(code)) << code;
-        EXPECT_FALSE(filemanager::meaning(code).isEmpty()) << code;
+    const std::map<int, const char*> meanings{
+        {100, "An attempt was made to (re)write a duplicate where duplicates are prohibited, or an attempt was made to "
+              "REWRITE(F) where the primary key permiteed duplicates."},
+        {101, "The fd parameter does not reference an opened file."},
+        {102, "One of the arguments has a value with no defined meaning."},
+        {103, "The values of the keys are not valid."},
+        {104, "All isam file descriptors are used, you cannot open any more files.  Note that this is different gtom "
+              "the values ENFIL and EMFILE that are returned by the operating system when it runs out of handles and "
+              "can easily be corrected by increasing the value of MAXFDS in isport.h"},
+        {105, "The isam file is corrupt, it must be repaired with DCHECK(I)."},
+        {106, "Exclusive access to the file was not possible."},
+        {107, "Another process has a read-only lock on the requested record."},
+        {108, "The value of the key has already been established as a key."},
+        {109, "The requested function may not be performed on the primary key, as you have requested."},
+        {110, "The beginning or end of the file has already been reached."},
+        {111, "No record was found to match your request."},
+        {112, "There is no current record set at this time."},
+        {113, "The file has been exclusively locked by another, or if trying to establish an exclusive lock, another "
+              "process is using the file."},
+        {114, "The name given for the file is too long."},
+        {115, "the lock file cannot be created. Presently not used by D-ISAM."},
+        {116, "malloc() cannot allocate the request.  Usually means out of memory, but possibly the allocation list is "
+              "corrupted."},
+    };
+    ASSERT_EQ(meanings.size(), 17U);
+    for (const auto& [code, meaning] : meanings) {
+        EXPECT_EQ(filemanager::meaning(code), meaning) << code;
+        EXPECT_EQ(readableText(chainOf({{7, QStringLiteral("isam error %1.").arg(code)}})),
+                  QStringLiteral("\nD-ISAM Error: %1 - %2\n").arg(code).arg(meaning));
     }
     EXPECT_EQ(filemanager::meaning(99), "99");
     EXPECT_EQ(filemanager::meaning(117), "117");
-    EXPECT_EQ(filemanager::meaning(100),
-              "An attempt was made to (re)write a duplicate where duplicates are prohibited, or an attempt was made to "
-              "REWRITE(F) where the primary key permiteed duplicates.");
-    EXPECT_EQ(filemanager::meaning(116), "malloc() cannot allocate the request.  Usually means out of memory, but "
-                                         "possibly the allocation list is corrupted.");
 }
 
 /// A second reading of one entry in plain C++; "!" stands for a raised error.

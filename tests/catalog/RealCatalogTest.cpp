@@ -6,6 +6,7 @@
 #include "ScriptedBoxes.h"
 #include "ScriptedErrorForm.h"
 #include "StatementRecorder.h"
+#include "WatchedWorkspace.h"
 #include "frmTWErr.h"
 #include "modDatabase.h"
 
@@ -185,6 +186,58 @@ TEST_F(RealCatalogTest, ATypeThatStandsTwiceIsReportedAndWhatWasReadByThenStays)
     EXPECT_EQ(form.shown().front().number, "457");
     EXPECT_EQ(form.shown().front().trappedIn, "CLOCDTs.FetchDTs");
     EXPECT_EQ(connection->LOCDTs().Count(), 2);
+}
+
+TEST_F(RealCatalogTest, ANumberThatIsNoneIsReportedAndWhatWasReadByThenStays)
+{
+    makeCatalog();
+    world.run(datasource, "DELETE FROM TW_SQLDT");
+    for (const char* row : {"'FIRST', 1", "'SECOND', 2", "'THIRD', 'three'", "'FOURTH', 4"})
+        world.run(datasource,
+                  QStringLiteral("INSERT INTO TW_SQLDT (SQL_TYPE_NAME, SQL_DATA_TYPE) VALUES (%1)").arg(row));
+    form.expect(Press::Ignore);
+    CConnection* connection = connections.Item(datasource);
+    ASSERT_TRUE(connection);
+    ASSERT_EQ(form.shown().size(), 1U);
+    EXPECT_EQ(form.shown().front().number, "13");
+    EXPECT_EQ(form.shown().front().trappedIn, "CSQLDTs.FetchDTs");
+    QStringList names;
+    for (const CSQLDT& type : connection->SQLDTs())
+        names.append(type.SQL_TYPE_NAME);
+    EXPECT_EQ(names, QStringList({"FIRST", "SECOND"}));
+    EXPECT_EQ(connection->SQLDTs().Item("SECOND").SQL_DATA_TYPE, 2);
+    EXPECT_GT(connection->LOCDTs().Count(), 0) << "the other catalog is read all the same";
+}
+
+TEST_F(RealCatalogTest, RowsThatBreakOffAreReportedAndWhatWasReadByThenStays)
+{
+    auto workspace = std::make_unique<WatchedWorkspace>();
+    workspace->breakOffAfter(sqlTypes, 3);
+    workspace->breakOffAfter(localTypes, 2);
+    connections.setWorkspace(std::move(workspace));
+    form.expect(Press::Ignore);
+    form.expect(Press::Ignore);
+
+    CConnection* connection = connections.Item(datasource);
+
+    ASSERT_TRUE(connection);
+    ASSERT_EQ(form.shown().size(), 2U);
+    EXPECT_EQ(form.shown()[0].number, "ODBC Error");
+    EXPECT_EQ(form.shown()[0].trappedIn, "CSQLDTs.FetchDTs");
+    EXPECT_EQ(form.shown()[1].trappedIn, "CLOCDTs.FetchDTs");
+    QStringList read;
+    for (const CSQLDT& type : connection->SQLDTs())
+        read.append(type.SQL_TYPE_NAME);
+    for (const CLOCDT& type : connection->LOCDTs())
+        read.append(type.LOCAL_TYPE_NAME);
+    QStringList expected;
+    for (const char* statement :
+         {"SELECT SQL_TYPE_NAME FROM TW_SQLDT LIMIT 3", "SELECT LOCAL_TYPE_NAME FROM TW_LOCDT LIMIT 2"}) {
+        for (const auto& row : world.rows(datasource, statement))
+            expected.append(row[0]);
+    }
+    EXPECT_EQ(expected.size(), 5);
+    EXPECT_EQ(read, expected);
 }
 
 TEST_F(RealCatalogTest, AFailedFetchThatIsIgnoredLeavesTheConnectionAndFetchesTheOtherCatalog)
