@@ -1,9 +1,12 @@
 #include "MainWindowFixture.h"
 #include "RecordingPanes.h"
+#include "WatchedWorkspace.h"
 
 #include "BandBar.h"
 #include "CConnections.h"
+#include "Database.h"
 #include "PaneForm.h"
+#include "Recordset.h"
 #include "RuntimeError.h"
 #include "frmTWErr.h"
 
@@ -62,6 +65,37 @@ TEST_F(Datasources, WithoutAnyTheTreeIsEmptyAndTheWelcomePaneShows)
     EXPECT_EQ(rootTexts(), QStringList());
     EXPECT_EQ(window->nodes().Count(), 0);
     EXPECT_EQ(currentPane(), u"frmWelcome"_s);
+}
+
+TEST_F(Datasources, WithForeignOnesAloneTheTreeIsEmptyAndTheWelcomePaneShows)
+{
+    world.addForeignDatasource(datasource + "Foreign", u"SQLite3"_s);
+    world.addForeignDatasource(datasource + "Other", u"Tarnwick ODBC 2"_s);
+    world.removeDatasource(datasource);
+    ASSERT_EQ(dao::DBEngine::DataSources().size(), 2U);
+    start();
+    EXPECT_EQ(rootTexts(), QStringList());
+    EXPECT_EQ(window->nodes().Count(), 0);
+    EXPECT_EQ(currentPane(), u"frmWelcome"_s);
+}
+
+TEST_F(Datasources, OneThatUserAndSystemBothHaveIsListedOnceAndIsTheUsers)
+{
+    world.addSystemDatasource(datasource);
+    world.addSystemDatasource(datasource + "System");
+    change(u"INSERT INTO TW_USER (USER_NAME) VALUES ('BAKER')"_s);
+
+    start();
+
+    QStringList roots = rootTexts();
+    roots.sort();
+    EXPECT_EQ(roots, (QStringList{datasource, datasource + "System"}));
+    expandTo(key({u"US"_s}));
+    EXPECT_EQ(children(key({u"US"_s})), (QStringList{u"ADMIN"_s, u"BAKER"_s, u"CLERK"_s}));
+    EXPECT_FALSE(QFile::exists(world.systemCatalogFile(datasource)));
+    expandTo(keyBelow(datasource + "System", {u"US"_s}));
+    EXPECT_EQ(children(keyBelow(datasource + "System", {u"US"_s})), QStringList{u"ADMIN"_s});
+    EXPECT_TRUE(QFile::exists(world.systemCatalogFile(datasource + "System")));
 }
 
 TEST_F(Datasources, NamesOfAnyKindAreListedAndConnected)
@@ -123,6 +157,32 @@ TEST_F(DatasourcesWithPanes, RefreshClosesEverythingAndListsAnew)
     EXPECT_EQ(connections(), 1);
 }
 
+TEST_F(Datasources, RefreshClosesAllConnectionsBeforeItListsTheFirstDatasource)
+{
+    const QStringList names{datasource, datasource + "B", datasource + "C"};
+    world.addDatasource(names[1]);
+    world.addDatasource(names[2]);
+    start();
+    QStringList seen;
+    const auto nodes = [&] { return window->tvwExplorer().Nodes().Count(); };
+    CConnections::instance().setWorkspace(std::make_unique<WatchedWorkspace>(
+        [&](const QString& name) { seen.append(u"close %1 with %2 nodes"_s.arg(name).arg(nodes())); }));
+    for (const QString& name : names)
+        clickExpander(keyBelow(name));
+    ASSERT_EQ(connections(), 3);
+    QObject::connect(window->tvwExplorer().model(), &QAbstractItemModel::rowsInserted, window.get(),
+                     [&](const QModelIndex& parent) {
+                         if (!parent.isValid())
+                             seen.append(u"list with %1 connections"_s.arg(connections()));
+                     });
+
+    chooseInBar(u"mnuFileRefresh"_s);
+
+    EXPECT_EQ(seen, (QStringList{u"close %1 with 0 nodes"_s.arg(names[0]), u"close %1 with 0 nodes"_s.arg(names[1]),
+                                 u"close %1 with 0 nodes"_s.arg(names[2]), u"list with 0 connections"_s}));
+    EXPECT_EQ(rootTexts(), names);
+}
+
 TEST_F(DatasourcesWithPanes, TheRefreshButtonDoesTheSame)
 {
     start();
@@ -162,6 +222,8 @@ TEST_F(DatasourcesWithPanes, AnyOtherFailureDuringARefreshIsReported)
     ASSERT_EQ(errors.shown().size(), 1U);
     EXPECT_EQ(errors.shown()[0].number, u"76"_s);
     EXPECT_EQ(errors.shown()[0].trappedIn, u"mdiMain.FetchTreeviewRoot"_s);
+    // The error form was unloaded before the pane, and the names of the routines that still run went with it.
+    EXPECT_EQ(errors.shown()[0].callStack, QStringList());
 }
 
 TEST_F(Datasources, AfterARefreshTheCallStackHoldsWhatWasEnteredSince)
@@ -207,6 +269,29 @@ TEST_F(Datasources, AnUnreachableOneShowsOneBoxAndStaysClosed)
     EXPECT_TRUE(window->tvwExplorer().updatesEnabled());
     EXPECT_TRUE(errors.shown().empty());
     EXPECT_EQ(window->nodes().Count(), window->tvwExplorer().Nodes().Count());
+}
+
+TEST_F(Datasources, TheOneThatIsBeingConnectedIsSelectedMeanwhile)
+{
+    const QString name = datasource + "Lost";
+    world.addUnreachableDatasource(name);
+    start();
+    window->tvwExplorer().setSelectedItem(find(key()));
+    ASSERT_EQ(selectedKey(), key());
+    QString selected;
+    QString seen;
+    expectUnreachable([&] {
+        const TreeView& tree = window->tvwExplorer();
+        selected = selectedKey();
+        seen = tree.currentIndex().data().toString();
+        EXPECT_TRUE(tree.selectionModel()->isSelected(tree.currentIndex()));
+        EXPECT_TRUE(tree.updatesEnabled());
+    });
+
+    node(keyBelow(name)).setExpanded(true);
+
+    EXPECT_EQ(selected, keyBelow(name));
+    EXPECT_EQ(seen, name);
 }
 
 TEST_F(Datasources, AnUnreachableOneCanBeTriedAgain)

@@ -189,14 +189,14 @@ QString MainWindowTest::selectedKey() const
     return selected ? selected->Key() : QString();
 }
 
-void MainWindowTest::expectUnreachable()
+void MainWindowTest::expectUnreachable(const ScriptedBoxes::Meanwhile& meanwhile)
 {
     boxes.expect(u"Failed to connect for the following reason:\n"
                  "\n"
                  "Error: &H0\n"
                  "[Tarnwick][ODBC]Cannot create the catalog '%1/nowhere/catalog.db': No such file or directory\n"_s.arg(
                      world.folder()),
-                 boxes::Icon::Exclamation);
+                 boxes::Icon::Exclamation, meanwhile);
 }
 
 void MainWindowTest::change(const QString& statement) const

@@ -56,7 +56,7 @@ protected:
     QString selectedKey() const;
 
     /// The next box is what connecting to an unreachable datasource of `world` ends in.
-    void expectUnreachable();
+    void expectUnreachable(const ScriptedBoxes::Meanwhile& meanwhile = {});
     /// Changes the catalog behind the program's back.
     void change(const QString& statement) const;
     /// All rows of the eight tables that are edited, each behind the name of its table.
