@@ -215,6 +215,31 @@ TEST_F(Nodes, ALeftEntryRefusesItsKeyUntilItIsRemovedToo)
     EXPECT_TRUE(nodes().add(nodes().Item(f1), u"fd"_s, u"Y"_s, u"Y"_s));
 }
 
+TEST_F(Nodes, NothingIsAddedBelowAnEntryThatWasLeftBehind)
+{
+    addSmallTree();
+    nodes().Remove(f1);
+    const QStringList before = keys();
+    errors.expect(Press::Ignore);
+    EXPECT_EQ(nodes().add(nodes().Item(y), u"fd"_s, u"Z"_s, u"Z"_s), nullptr);
+    ASSERT_EQ(errors.shown().size(), 1U);
+    EXPECT_EQ(errors.shown()[0].number, u"3265"_s);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"CNodes.Add"_s);
+    EXPECT_EQ(keys(), before);
+    EXPECT_EQ(shownKeys(), (QStringList{root, files, f2}));
+}
+
+TEST_F(Nodes, ATreeNodeWithoutAnEntryIsAFailedLookUp)
+{
+    const TreeNode& bare = shown().Add(nullptr, u"DSN=B:"_s, u"B"_s);
+    try {
+        nodes().Item(bare);
+        FAIL() << "nothing was raised";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), ErrorNumber::FailedCall);
+    }
+}
+
 TEST_F(Nodes, RemovingWhatIsNotThereIsNotReported)
 {
     addSmallTree();

@@ -401,6 +401,43 @@ TEST_F(ExpandAll, OfTheTablesAsksNothing)
     EXPECT_EQ(statements.statements(), wholeSubtreeOfTables);
 }
 
+TEST_F(ExpandAll, OfACollectionThatWasEmptyReadsItAgain)
+{
+    const QStringList tables{u"DB"_s, u"db=BARE"_s, u"TA"_s};
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('BARE')"_s);
+    start();
+    expandTo(key(tables));
+    ASSERT_EQ(node(key(tables)).Children(), 0);
+    change(u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME) VALUES ('BARE', 'LATER')"_s);
+    statements.clear();
+
+    choose(key(tables), u"mnu_TableExpandAll"_s);
+
+    EXPECT_EQ(children(key(tables)), QStringList{u"LATER"_s});
+    EXPECT_TRUE(node(key(tables)).Expanded());
+    EXPECT_TRUE(node(key(tables + QStringList{u"ta=LATER"_s, u"CO"_s})).Expanded());
+    EXPECT_EQ(
+        statements.statements(),
+        (QStringList{
+            u"SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'BARE' ORDER BY TABLE_NAME ASC"_s,
+            u"SELECT COLUMN_NAME FROM TW_COLUMN WHERE DATABASE_NAME = 'BARE' AND TABLE_NAME = 'LATER' AND COLUMN_TYPE = 0 ORDER BY COLUMN_NUMBER ASC"_s,
+            u"SELECT USER_NAME FROM TW_TBLPRV WHERE DATABASE_NAME = 'BARE' AND TABLE_NAME = 'LATER' ORDER BY USER_NAME "_s}));
+    EXPECT_EQ(window->nodes().Count(), window->tvwExplorer().Nodes().Count());
+}
+
+TEST_F(ExpandAll, OfACollectionThatIsStillEmptyReadsItOnceAndLeavesNoPlaceholder)
+{
+    const QStringList tables{u"DB"_s, u"db=BARE"_s, u"TA"_s};
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('BARE')"_s);
+    start();
+    expandTo(key(tables));
+    statements.clear();
+    choose(key(tables), u"mnu_TableExpandAll"_s);
+    EXPECT_EQ(node(key(tables)).Children(), 0);
+    EXPECT_EQ(statements.statements(),
+              QStringList{u"SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'BARE' ORDER BY TABLE_NAME ASC"_s});
+}
+
 TEST_F(ExpandAll, NoOpensNothing)
 {
     start();
@@ -447,6 +484,11 @@ TEST_F(ExpandAll, AnUnconnectedDatasourceIsConnectedOnTheWay)
     window->mnu_DSNExpandAll_Click();
     EXPECT_EQ(statements.statements(), typeCatalogs + wholeSubtree);
     EXPECT_TRUE(node(key()).Expanded());
+    EXPECT_EQ(line(node(key())), u"DSN \"%1\" Datasource"_s.arg(datasource));
+    EXPECT_EQ(children(key({u"DB"_s, u"db=SALES"_s, u"TA"_s, u"ta=ORDERS"_s, u"CO"_s})),
+              (QStringList{u"BUYER"_s, u"AMOUNT"_s}));
+    EXPECT_EQ(selectedKey(), key());
+    EXPECT_EQ(CConnections::instance().Count(), 1);
 }
 
 TEST_F(ExpandAll, OpensTheCatalogsOwnRowsOnlyWhereTheyShow)

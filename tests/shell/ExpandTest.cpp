@@ -212,6 +212,23 @@ protected:
     }
 };
 
+class ExpandFilledLevel : public ExpandLevel
+{
+};
+
+class ExpandEmptyLevel : public ExpandLevel
+{
+};
+
+std::vector<Level> levelsWithRows(bool wanted)
+{
+    std::vector<Level> chosen = levels();
+    std::erase_if(chosen, [&](const Level& level) { return level.lines.isEmpty() == wanted; });
+    return chosen;
+}
+
+const auto nameOf = [](const auto& info) { return std::string(info.param.name); };
+
 } // namespace
 
 TEST_P(ExpandLevel, IsReadByItsStatementAndShownRowByRow)
@@ -229,13 +246,11 @@ TEST_P(ExpandLevel, IsReadByItsStatementAndShownRowByRow)
     EXPECT_EQ(selectedKey(), key(level.node));
 }
 
-TEST_P(ExpandLevel, IsReadAnewAfterACollapse)
+TEST_P(ExpandFilledLevel, IsReadAnewAfterACollapse)
 {
     const Level& level = GetParam();
     startAbove(level.node);
     clickExpander(key(level.node));
-    if (level.lines.isEmpty())
-        return;
     clickExpander(key(level.node));
     EXPECT_EQ(lines(key(level.node)), (QStringList{u" \"\" "_s}));
     statements.clear();
@@ -246,8 +261,23 @@ TEST_P(ExpandLevel, IsReadAnewAfterACollapse)
     EXPECT_EQ(lines(key(level.node)), level.lines);
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, ExpandLevel, testing::ValuesIn(levels()),
-                         [](const auto& info) { return std::string(info.param.name); });
+TEST_P(ExpandEmptyLevel, HasNothingToCloseAndIsNotReadByAnotherClick)
+{
+    const Level& level = GetParam();
+    startAbove(level.node);
+    clickExpander(key(level.node));
+    statements.clear();
+
+    clickExpander(key(level.node));
+
+    EXPECT_EQ(statements.statements(), QStringList());
+    EXPECT_EQ(lines(key(level.node)), QStringList());
+    EXPECT_TRUE(node(key(level.node)).Expanded());
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, ExpandLevel, testing::ValuesIn(levels()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Every, ExpandFilledLevel, testing::ValuesIn(levelsWithRows(true)), nameOf);
+INSTANTIATE_TEST_SUITE_P(Every, ExpandEmptyLevel, testing::ValuesIn(levelsWithRows(false)), nameOf);
 
 TEST_F(Expand, ADatasourceConnectsOnItsFirstExpansionAndShowsItsThreeCollections)
 {

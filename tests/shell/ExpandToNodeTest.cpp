@@ -76,6 +76,23 @@ TEST_F(ExpandToNode, FindsTheFirstRowOfALevelThatWasEmpty)
               QStringList{u"SELECT FIELD_NAME FROM TW_FIELD WHERE FILE_NAME = 'EMPTY' ORDER BY FIELD_NAME ASC"_s});
 }
 
+TEST_F(ExpandToNode, FindsTheFirstRowOfALevelThatWasEmptyAndThenClosed)
+{
+    const QStringList fields{u"FI"_s, u"fi=EMPTY"_s, u"FD"_s};
+    start();
+    expandTo(key(fields));
+    click(key(fields));
+    type(Qt::Key_Minus);
+    ASSERT_FALSE(node(key(fields)).Expanded());
+    change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME) VALUES ('EMPTY', 1, 'FIRST')"_s);
+
+    modGUI::ExpandToNode(key(fields + QStringList{u"fd=FIRST"_s}));
+
+    EXPECT_EQ(selectedKey(), key(fields + QStringList{u"fd=FIRST"_s}));
+    EXPECT_TRUE(node(key(fields)).Expanded());
+    EXPECT_EQ(children(key(fields)), QStringList{u"FIRST"_s});
+}
+
 TEST_F(ExpandToNode, ReadsANodeWithChildrenOnceMore)
 {
     const QString files = key({u"FI"_s});

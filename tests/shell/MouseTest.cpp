@@ -143,16 +143,15 @@ TEST_P(MouseOn, TheMiddleButtonShowsThePaneToo)
 
 TEST_P(MouseOn, ARightClickLeavesSelectionAndPaneWhereTheyWere)
 {
-    const QString other = key({u"US"_s});
-    if (where() == other)
-        return;
+    const bool isUsers = QLatin1String(GetParam().type) == "US"_L1;
+    const QString other = key({isUsers ? u"FI"_s : u"US"_s});
     click(other);
     asked.take();
     const bool hasMenu = QLatin1String(GetParam().type) != "SCO"_L1;
     EXPECT_EQ(rightClick(where(), [&](QMenu&) { EXPECT_EQ(selectedKey(), where()); }), hasMenu);
     EXPECT_EQ(selectedKey(), other);
     EXPECT_EQ(asked.take(), QStringList());
-    EXPECT_EQ(currentPane(), u"frmUsers"_s);
+    EXPECT_EQ(currentPane(), isUsers ? u"frmFiles"_s : u"frmUsers"_s);
     EXPECT_EQ(window->currentItem().Node, where());
 }
 
@@ -381,6 +380,19 @@ TEST_F(Mouse, NoNodeGivesAnEmptyItem)
     EXPECT_EQ(item.Node, QString());
     EXPECT_EQ(item.NodeType, QString());
     EXPECT_EQ(item.Keys, QStringList());
+    EXPECT_EQ(item.DragIcon, QString());
+}
+
+TEST_F(Mouse, ASpecialColumnHasItsFourKeyPartsAndNoPicture)
+{
+    start();
+    expandTo(key(table));
+    const CNode* column = window->nodes().add(&node(key(table + QStringList{u"SCO"_s})), u"sco"_s, u"RFA"_s, u"RFA"_s);
+    ASSERT_TRUE(column);
+    const DragItem item = window->NodeToDragItem(find(column->Key));
+    EXPECT_EQ(item.Node, key(table + QStringList{u"SCO"_s, u"sco=RFA"_s}));
+    EXPECT_EQ(item.NodeType, u"sco"_s);
+    EXPECT_EQ(item.Keys, (QStringList{datasource, u"SALES"_s, u"ORDERS"_s, u"RFA"_s}));
     EXPECT_EQ(item.DragIcon, QString());
 }
 
