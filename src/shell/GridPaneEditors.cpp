@@ -51,6 +51,11 @@ void GridPane::buildEditors()
     connect(m_lookUp, &ctlTextLookup::KeyPress, this,
             [this](QKeyEvent* event) { event->setAccepted(Cell_Keypress(*event)); });
 
+    // Texts stay where they stand in the cell.
+    m_text->setTextMargins(3, 0, 3, 0);
+    m_lookUp->txt()->setTextMargins(3, 0, 0, 0);
+    m_combo->lineEdit()->setTextMargins(2, 0, 0, 0);
+
     for (QLineEdit* edit : {m_text, m_lookUp->txt()})
         connect(edit, &QLineEdit::textEdited, this, [this, edit] { txtCell_Change(*edit); });
     for (QWidget* editor :

@@ -15,6 +15,7 @@ ctlTextLookup::ctlTextLookup(const QString& name, QWidget* parent)
     m_txt->setObjectName(u"txt"_s);
     m_cmd->setObjectName(u"cmd"_s);
     m_border->setObjectName(u"imgBorder"_s);
+    m_border->setForegroundRole(QPalette::Highlight);
     m_border->lower();
     m_cmd->setText(u"…"_s);
     m_cmd->setFocusPolicy(Qt::NoFocus);
@@ -84,7 +85,7 @@ int ctlTextLookup::Appearance() const
 
 void ctlTextLookup::setAppearance(int appearance)
 {
-    m_border->setFrameShape(appearance == 0 ? QFrame::NoFrame : QFrame::StyledPanel);
+    m_border->setFrameShape(appearance == 0 ? QFrame::NoFrame : QFrame::Box);
     m_txt->setFrame(false);
     arrange();
 }

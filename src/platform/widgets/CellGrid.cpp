@@ -21,7 +21,7 @@ namespace
 
 /// Distances in device-independent pixels.
 constexpr int textMargin = 6;
-constexpr int narrowestColumn = 56;
+constexpr int narrowestColumn = 44;
 constexpr int widestColumn = 320;
 /// Rows that count for the widths of the columns while the grid has no height yet.
 constexpr int usualRows = 40;
@@ -77,6 +77,30 @@ private:
     CellGrid& m_grid;
 };
 
+/// Draws headings flat, with their texts over those of the cells.
+class Headings final : public QHeaderView
+{
+public:
+    explicit Headings(CellGrid& grid) : QHeaderView(Qt::Horizontal, &grid) {}
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override
+    {
+        const QPalette& colours = palette();
+        const QColor window = colours.color(QPalette::Window);
+        const QColor text = colours.color(QPalette::WindowText);
+        painter->fillRect(rect, mixed(window, text, 0.03));
+        painter->setPen(mixed(window, text, 0.18));
+        painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+        painter->drawLine(rect.topRight(), rect.bottomRight());
+        const auto& cells = static_cast<const CellGridModel&>(*model());
+        const QRect room = rect.adjusted(textMargin, 0, -textMargin, 0);
+        painter->setPen(text);
+        painter->drawText(room, static_cast<int>(cells.alignment(section)) | Qt::TextSingleLine,
+                          fontMetrics().elidedText(cells.heading(section), Qt::ElideRight, room.width()));
+    }
+};
+
 bool movesCurrentCell(const QKeyEvent& event)
 {
     switch (event.key()) {
@@ -101,6 +125,7 @@ bool movesCurrentCell(const QKeyEvent& event)
 CellGrid::CellGrid(const QString& name, QWidget* parent) : QTableView(parent), m_model(new CellGridModel(this))
 {
     setObjectName(name);
+    setHorizontalHeader(new Headings(*this));
     setModel(m_model);
     setItemDelegate(new CellPainter(*this));
     setEditTriggers(NoEditTriggers);
@@ -114,7 +139,6 @@ CellGrid::CellGrid(const QString& name, QWidget* parent) : QTableView(parent), m
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setMinimumSectionSize(narrowestColumn / 2);
-    horizontalHeader()->setTextElideMode(Qt::ElideRight);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setSectionsClickable(false);
     verticalHeader()->setHighlightSections(false);
@@ -217,7 +241,7 @@ int CellGrid::widthOf(int column) const
     for (int row = first; row < std::min(Rows(), first + showing); ++row)
         width = std::max(width, metrics.horizontalAdvance(TextMatrix(row, column)));
     width = std::min(width + extra, widestColumn);
-    return std::max({narrowestColumn, width + 2 * textMargin + 2, horizontalHeader()->sectionSizeHint(column) + 8});
+    return 2 * textMargin + 2 + std::max({narrowestColumn, width, metrics.horizontalAdvance(Heading(column))});
 }
 
 void CellGrid::sizeColumns()
@@ -234,7 +258,9 @@ void CellGrid::setNewRowMark(const QString& mark)
 
 void CellGrid::followFont()
 {
-    verticalHeader()->setDefaultSectionSize(std::max(24, fontMetrics().height() + 8));
+    const int height = std::max(24, fontMetrics().height() + 8);
+    verticalHeader()->setDefaultSectionSize(height);
+    horizontalHeader()->setMinimumHeight(height);
 }
 
 void CellGrid::changeEvent(QEvent* event)
