@@ -78,7 +78,7 @@ protected:
     }
 
     QString userFile() const { return world.folder() + u"/user.ini"_s; }
-    QString systemFile() const { return world.folder() + u"/odbc.ini"_s; }
+    QString systemFile() const { return world.systemFolder() + u"/odbc.ini"_s; }
     static QByteArray contents(const QString& path)
     {
         QFile file(path);
