@@ -65,7 +65,10 @@ UpdateFixture::UpdateFixture() : datasource(nextName())
     connections.setWorkspace(dao::DBEngine::CreateWorkspace("Tarnwick Administrator", {}, {}, 1));
     world.addDatasource(datasource);
     connections.Item(datasource);
-    restore();
+    for (const QString& table : tables)
+        run({"DELETE FROM " + table});
+    run(rows);
+    keepTheWorld();
     statements.clear();
 }
 
@@ -78,11 +81,21 @@ UpdateFixture::~UpdateFixture()
     EXPECT_TRUE(statements.failuresDone());
 }
 
+void UpdateFixture::keepTheWorld() const
+{
+    // One statement that puts all rows back is one commit instead of dozens.
+    QString restoring;
+    for (const QString& table : tables) {
+        run({"CREATE TABLE SAVED_" + table + " AS SELECT * FROM " + table});
+        restoring += "DELETE FROM " + table + "; INSERT INTO " + table + " SELECT * FROM SAVED_" + table + "; ";
+    }
+    run({"CREATE TABLE RESTORE (REQUEST)",
+         "CREATE TRIGGER RESTORING AFTER INSERT ON RESTORE BEGIN " + restoring + "END"});
+}
+
 void UpdateFixture::restore()
 {
-    for (const QString& table : tables)
-        world.run(datasource, "DELETE FROM " + table);
-    run(rows);
+    run({"INSERT INTO RESTORE VALUES (1)"});
 }
 
 void UpdateFixture::run(const QStringList& changes) const

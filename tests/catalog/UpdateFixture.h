@@ -51,6 +51,9 @@ protected:
     const QString datasource;
     StatementRecorder statements;
     ScriptedErrorForm form;
+
+private:
+    void keepTheWorld() const;
 };
 
 inline std::string lines(const QStringList& texts)

@@ -1,6 +1,5 @@
 #include "UpdateFixture.h"
 #include "frmTWErr.h"
-#include "modUpdate.h"
 
 namespace
 {
