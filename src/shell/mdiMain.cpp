@@ -71,7 +71,11 @@ mdiMain::mdiMain(const QStringList& commandLine) : m_debug(commandLine.join(' '_
 
 mdiMain::~mdiMain()
 {
-    forms::unloadAllBut({});
+    try {
+        forms::unloadAllBut({});
+    } catch (const RuntimeError&) {
+        // The window is gone, and with it whoever could be asked.
+    }
     m_nodes.Clear();
     theMain = nullptr;
 }
@@ -126,9 +130,12 @@ void mdiMain::MDIForm_Unload()
 
 void mdiMain::closeEvent(QCloseEvent* event)
 {
-    {
+    // One form that fails does not keep the others from being unloaded.
+    for (const QString& form : forms::loadedNames()) {
+        if (form == "frmTWErr"_L1)
+            continue;
         Routine routine("mdiMain.MDIForm_Unload");
-        routine.run([&] { forms::unloadAllBut({u"frmTWErr"_s}); });
+        routine.run([&] { forms::unload(form); });
     }
     MDIForm_Unload();
     event->accept();
