@@ -1,3 +1,4 @@
+#include "FilesRoom.h"
 #include "ShellPanes.h"
 #include "WorkbenchStyle.h"
 #include "mdiMain.h"
@@ -43,6 +44,7 @@ int main(int argc, char** argv)
     }
     QApplication::setStyle(new WorkbenchStyle);
     registerShellPanes();
+    registerFilesRoom();
     mdiMain window({});
     window.MDIForm_Load();
     window.installEventFilter(&untilPainted);

@@ -201,14 +201,13 @@ void frmDSNAdmin::fetch(const QString& selected, Scope where)
     routine.run([&] {
         m_sources.clear();
         m_list->clear();
-        try {
-            m_sources = dao::Installer::datasources(family);
-            const auto drivers = dao::Installer::drivers();
-            m_warning->setVisible(
-                std::none_of(drivers.begin(), drivers.end(), [](const auto& driver) { return driver.Name == family; }));
-        } catch (const RuntimeError& error) {
-            complain(error.description());
-        }
+        QStringList complaints;
+        m_sources = dao::Installer::datasources(family, &complaints);
+        const auto drivers = dao::Installer::drivers();
+        m_warning->setVisible(
+            std::none_of(drivers.begin(), drivers.end(), [](const auto& driver) { return driver.Name == family; }));
+        for (const QString& complaint : std::as_const(complaints))
+            complain(complaint);
         QTreeWidgetItem* current = nullptr;
         for (const Datasource& source : m_sources) {
             const QString who = source.Where == Scope::User ? tr("This user") : tr("All users");

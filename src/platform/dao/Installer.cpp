@@ -221,14 +221,20 @@ std::vector<Driver> drivers()
     return found;
 }
 
-std::vector<Datasource> datasources(const QString& driver)
+std::vector<Datasource> datasources(const QString& driver, QStringList* complaints)
 {
     odbc::forgetIniFiles();
     std::vector<Datasource> found;
     for (const Scope scope : {Scope::User, Scope::System}) {
         const QString path = iniFile(scope);
-        if (!wholeFile::read(path))
+        try {
+            if (!wholeFile::read(path))
+                continue;
+        } catch (const RuntimeError& error) {
+            if (complaints)
+                complaints->append(error.description());
             continue;
+        }
         const QByteArray file = QFile::encodeName(QFileInfo(path).absoluteFilePath());
         for (const QByteArray& section : readNames(nullptr, file)) {
             if (decoded(readEntry(section, driverKey.toUtf8(), file)) != driver)
