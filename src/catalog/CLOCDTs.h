@@ -16,9 +16,9 @@ struct CLOCDT {
     QString SQL_TYPE_NAME;
     QString LOCAL_TYPE_NAME;
 
-    /// The length in bytes of a new field. Raises 13 where the attribute is no number.
+    /// The length in bytes of a new field. Raises 6 out of range.
     std::int32_t DEFAULT_LENGTH() const;
-    /// The digits or characters of a new field. Raises 13 as well.
+    /// The digits or characters of a new field. Raises 6 as well.
     std::int32_t DEFAULT_PRECISION() const;
     QString DEFAULT_FORMAT() const;
 };

@@ -1,6 +1,7 @@
 #include "modDatabase.h"
 
 #include "Database.h"
+#include "Routine.h"
 #include "RuntimeError.h"
 
 #include <QStringView>
@@ -126,10 +127,15 @@ const modDatabase::FieldInfo& modDatabase::FieldInfos::Item(const QString& name)
 
 modDatabase::FieldInfos modDatabase::FetchFieldInfo(dao::Database& db, const QString& table)
 {
+    const QString statement = u"SELECT * FROM "_s + table + ' '_L1;
     std::vector<FieldInfo> fields;
-    const auto rows = db.OpenRecordset(u"SELECT * FROM "_s + table + ' '_L1);
-    for (const dao::Field& field : rows->Fields())
-        fields.push_back({field.Name, field.Type, field.Size});
+    Routine routine("modDatabase.FetchFieldInfo");
+    routine.additional([&] { return statement; });
+    routine.run([&] {
+        const auto rows = db.OpenRecordset(statement);
+        for (const dao::Field& field : rows->Fields())
+            fields.push_back({field.Name, field.Type, field.Size});
+    });
     return FieldInfos(std::move(fields));
 }
 

@@ -42,7 +42,7 @@ private:
     std::vector<FieldInfo> m_fields;
 };
 
-/// Asks the driver for the columns of a table.
+/// Asks the driver for the columns of a table; none after a failure that was ignored.
 FieldInfos FetchFieldInfo(dao::Database& db, const QString& table);
 
 /// What an INSERT stores: a column and the text of the control that is bound to it.

@@ -16,7 +16,7 @@ class frmOptions : public PaneForm
 public:
     explicit frmOptions(QWidget* parent = nullptr);
 
-    /// Shows the options in force.
+    /// Turns OK off until a control changes. What was changed and not saved still shows.
     void Display();
 
 protected:
