@@ -17,8 +17,11 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+/// Ctrl makes a command of a key, unless Alt makes a third character of both.
 bool isCharacter(const QKeyEvent& event)
 {
+    if (event.modifiers().testFlag(Qt::ControlModifier) && !event.modifiers().testFlag(Qt::AltModifier))
+        return false;
     return !event.text().isEmpty() && event.text().at(0) >= u' ' && event.text().at(0) != u'\x7f';
 }
 

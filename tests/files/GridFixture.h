@@ -52,6 +52,8 @@ protected:
     using MainWindowTest::change;
     void paste(const QString& text);
 
+    /// What keys go to. A desktop gives the window its focus back when a dialog has closed; off-screen nobody does.
+    QWidget* focus() const;
     /// The editor that shows, or null.
     QWidget* editor() const;
     QString editorText() const;
