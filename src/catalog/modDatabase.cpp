@@ -162,32 +162,40 @@ QString modDatabase::BuildDelete(const QString& table, const QString& criterion)
 
 QString modDatabase::FindUniqueName(dao::Database& db, const QString& statement, const QString& base)
 {
-    QString stem = base;
-    while (endsInDigit(stem))
-        stem.chop(1);
     const qsizetype place = statement.lastIndexOf(u'?');
     if (place < 0)
         throw RuntimeError(ErrorNumber::FailedCall);
+    QString unique;
+    QString asked;
+    Routine routine("modDatabase.FindUniqueName");
+    routine.additional([&] { return asked; });
+    routine.run([&] {
+        QString stem = base;
+        while (endsInDigit(stem))
+            stem.chop(1);
 
-    QString candidate = stem;
-    for (long counter = 1;; ++counter) {
-        const auto found = db.OpenRecordset(QString(statement).replace(place, 1, SQLQuote(candidate)));
-        if (found->Eof())
-            return candidate;
-
-        const QString digits = QString::number(counter);
-        const long size = found->Fields().Item(0).Size;
-        const QString taken = std::exchange(candidate, stem + digits);
-        // A driver that does not know the size of a column gives 0.
-        if (size > 0 && candidate.size() > size)
-            candidate.truncate(size);
-        if (candidate == taken) {
-            if (digits.size() > size)
-                throw RuntimeError(ErrorNumber::FailedCall);
-            stem.truncate(size - digits.size());
-            candidate = stem + digits;
+        QString candidate = stem;
+        for (long counter = 1;; ++counter) {
+            asked = QString(statement).replace(place, 1, SQLQuote(candidate));
+            const auto found = db.OpenRecordset(asked);
+            if (found->Eof())
+                break;
+            const QString digits = QString::number(counter);
+            const long size = found->Fields().Item(0).Size;
+            const QString taken = std::exchange(candidate, stem + digits);
+            // A driver that does not know the size of a column gives 0.
+            if (size > 0 && candidate.size() > size)
+                candidate.truncate(size);
+            if (candidate == taken) {
+                if (digits.size() > size)
+                    throw RuntimeError(ErrorNumber::FailedCall);
+                stem.truncate(size - digits.size());
+                candidate = stem + digits;
+            }
         }
-    }
+        unique = candidate;
+    });
+    return unique;
 }
 
 QString modDatabase::SQLQuote(const QString& text)

@@ -59,7 +59,8 @@ QString BuildDelete(const QString& table, const QString& criterion);
 /// A name that no row has yet: the base without the digits at its end, else with the first counter from 1 on that is
 /// free, each asked for by one statement. The statement is an SQL text with "?" where the name goes; a "?" in front of
 /// that one belongs to the text. A name longer than the first column is cut to its size; once that only leads back to a
-/// name that is taken, the base is cut instead, so that the counter stays. Raises 5 when no name of that size is free.
+/// name that is taken, the base is cut instead, so that the counter stays. Empty after a failure that was ignored,
+/// which no free name of that size is too. Raises 5 for a statement without a place for the name.
 QString FindUniqueName(dao::Database& db, const QString& statement, const QString& base);
 
 /// A value for a statement: every apostrophe doubled, a null as the empty text. Callers write the apostrophes around
