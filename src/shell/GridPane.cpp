@@ -13,6 +13,7 @@
 #include "mdiMain.h"
 #include "modGUI.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -208,6 +209,7 @@ void GridPane::remember()
         m_loaded.push_back(text(column.name));
     m_typed.clear();
     m_rowChanged = false;
+    m_replacing = false;
 }
 
 // Validation ---------------------------------------------------------------------------------------------------------
@@ -314,7 +316,9 @@ bool GridPane::leaveRow()
         return false;
     }
     const bool isNew = isNewRow();
-    if (isNew || keyChanged())
+    // A replacement that ended half way may have left no row to update, whatever name the row has got since.
+    m_replacing = m_replacing || isNew || keyChanged();
+    if (m_replacing)
         replaceRow();
     else
         updateRow();

@@ -194,5 +194,6 @@ private:
     std::vector<QString> m_loaded;
     QHash<QString, QString> m_typed;
     bool m_rowChanged = false;
+    bool m_replacing = false;
     bool m_leaving = false;
 };

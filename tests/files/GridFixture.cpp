@@ -1,8 +1,8 @@
 #include "GridFixture.h"
 
 #include "CellGrid.h"
-#include "FileGrids.h"
-#include "PaneRegistry.h"
+#include "FilesRoom.h"
+#include "Form.h"
 #include "ctlTextLookup.h"
 
 #include <QApplication>
@@ -18,14 +18,7 @@ using namespace Qt::StringLiterals;
 void GridTest::SetUp()
 {
     MainWindowTest::SetUp();
-    registerFileGrids();
-}
-
-void GridTest::TearDown()
-{
-    MainWindowTest::TearDown();
-    panes::remove(u"frmFiles"_s);
-    panes::remove(u"frmFields"_s);
+    registerFilesRoom();
 }
 
 void GridTest::open(const QStringList& steps)
@@ -47,7 +40,7 @@ void GridTest::reopen(const QStringList& steps)
 
 CellGrid& GridTest::grid() const
 {
-    auto* pane = reinterpret_cast<QWidget*>(window->currentPane());
+    const Form* pane = window->currentPane();
     auto* found = pane ? pane->findChild<CellGrid*>(u"grd"_s) : nullptr;
     if (!found)
         throw std::runtime_error("There is no grid");

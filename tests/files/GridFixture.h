@@ -14,7 +14,6 @@ class GridTest : public MainWindowTest
 {
 protected:
     void SetUp() override;
-    void TearDown() override;
 
     /// Starts the program and clicks its way to the grid of a node: open({"FI"}).
     void open(const QStringList& steps);

@@ -124,6 +124,8 @@ TEST_F(FieldsGrid, UpShowsTheFile)
     ToolButton& up = window->toolBar(u"tbrFields"_s).Button(u"Up1"_s);
     EXPECT_EQ(up.ToolTipText(), u"Up to File 'STOCK'"_s);
     up.press();
+    EXPECT_EQ(currentPane(), u"frmFile"_s);
+    EXPECT_EQ(paneTitle(), u"STOCK - Edit File Definition"_s);
     EXPECT_EQ(selectedKey(), key({u"FI"_s, u"fi=STOCK"_s}));
     EXPECT_TRUE(window->tvwExplorer().hasFocus());
 }

@@ -179,6 +179,19 @@ TEST_F(FilesGrid, ANameThatIsPutBackIsNoOtherName)
                                    "'INDEXED',RECORD_TYPE = 'FIXED',REMARKS = '' WHERE FILE_NAME = 'PAYROLL'"_s}));
 }
 
+TEST_F(FilesGrid, ARowThatAFailureLeftDeletedIsAddedUnderAnyName)
+{
+    openFiles();
+    change(u"PAYROLL"_s, u"File Name"_s, u"bills"_s);
+    statements.failAt(3);
+    errors.expect(Press::Ignore);
+    click(u"EMPTY"_s, u"File Name"_s);
+    EXPECT_EQ(storedFiles(), QStringList{empty});
+    change(0, u"File Name"_s, u"payroll"_s);
+    click(u"EMPTY"_s, u"File Name"_s);
+    EXPECT_EQ(storedFiles(), (QStringList{empty, payroll}));
+}
+
 TEST_F(FilesGrid, ARecordSizeOutOfRangeIsRefused)
 {
     openFiles();

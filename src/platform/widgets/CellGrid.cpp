@@ -9,6 +9,7 @@
 #include <QScopeGuard>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
