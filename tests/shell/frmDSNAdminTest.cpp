@@ -2,6 +2,7 @@
 
 #include "BandBar.h"
 #include "CConnections.h"
+#include "FolderInPlace.h"
 #include "Installer.h"
 #include "MainWindowFixture.h"
 
@@ -115,6 +116,18 @@ TEST_F(DatasourceWindow, ListsTheDatasourcesOfTheFamilyAlone)
     EXPECT_EQ(row(1),
               (QStringList{u"Archive"_s, u"This user"_s, world.catalogFile(u"Archive"_s), u"What was closed"_s}));
     EXPECT_EQ(row(2), (QStringList{u"Shared"_s, u"All users"_s, u"/srv/shared.db"_s, QString()}));
+}
+
+TEST_F(DatasourceWindow, ASystemFileThatCantBeReadIsReportedOnceAndTheUsersDatasourcesAreListed)
+{
+    world.addDatasource(u"Archive"_s);
+    const FolderInPlace unreadable(systemFile());
+    boxes.expect(unreadable.reason(), boxes::Icon::Exclamation);
+    open();
+    EXPECT_TRUE(boxes.done());
+    EXPECT_EQ(names(), (QStringList{datasource, u"Archive"_s}));
+    EXPECT_FALSE(in<QWidget>(administrator(), u"fraNoDriver"_s).isVisible());
+    EXPECT_TRUE(errors.shown().empty());
 }
 
 TEST_F(DatasourceWindow, NamesTheFilesInUse)

@@ -1,4 +1,5 @@
 #include "Boxes.h"
+#include "FolderInPlace.h"
 #include "MainWindowFixture.h"
 #include "PaneForm.h"
 
@@ -116,6 +117,38 @@ TEST_F(DatasourcePane, ShowsTheFactsOfTheDatasourceThatWasClickedLast)
     EXPECT_TRUE(window->currentPane()->findChild<QLabel*>(u"lblRemarks"_s)->isVisible());
     click(key());
     EXPECT_FALSE(window->currentPane()->findChild<QLabel*>(u"lblRemarks"_s)->isVisible());
+}
+
+TEST_F(DatasourcePane, ASystemFileThatCantBeReadTakesNothingFromTheUsersDatasources)
+{
+    const FolderInPlace unreadable(world.systemFolder() + u"/odbc.ini"_s);
+    start();
+    EXPECT_EQ(rootTexts(), QStringList{datasource});
+    click(key());
+    EXPECT_EQ(currentPane(), u"frmDSN"_s);
+    EXPECT_EQ(paneTitle(), unconnectedTitle());
+    EXPECT_EQ(text(u"lblName"_s), datasource);
+    EXPECT_EQ(text(u"lblCatalog"_s), world.catalogFile(datasource));
+    EXPECT_EQ(text(u"lblFile"_s), world.folder() + u"/user.ini"_s);
+    clickExpander(key());
+    click(key());
+    EXPECT_EQ(paneTitle(), connectedTitle());
+    EXPECT_TRUE(errors.shown().empty());
+    EXPECT_TRUE(boxes.shown().empty());
+}
+
+TEST_F(DatasourcePane, AUsersFileThatCantBeReadHidesTheFactsAlone)
+{
+    start();
+    const FolderInPlace unreadable(world.folder() + u"/user.ini"_s);
+    click(key());
+    EXPECT_EQ(currentPane(), u"frmDSN"_s);
+    EXPECT_EQ(paneTitle(), unconnectedTitle());
+    EXPECT_EQ(text(u"lblName"_s), datasource);
+    EXPECT_FALSE(window->currentPane()->findChild<QLabel*>(u"lblCatalog"_s)->isVisible());
+    EXPECT_FALSE(window->currentPane()->findChild<QLabel*>(u"lblFile"_s)->isVisible());
+    EXPECT_TRUE(errors.shown().empty());
+    EXPECT_TRUE(boxes.shown().empty());
 }
 
 TEST_F(DatasourcePane, SendsNoStatement)
