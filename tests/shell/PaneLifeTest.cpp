@@ -209,9 +209,34 @@ TEST_F(PaneLife, APaneThatFailsWhileItIsUnloadedAtTheEndIsReportedAndTheSettings
     for (const char* setting : {"Left", "Top", "Width", "Height", "TreeviewWidth"})
         EXPECT_NE(settings::get(u"mdiMain"_s, QLatin1String(setting), u"none"_s), u"none"_s) << setting;
     EXPECT_FALSE(window->isVisible());
+    const QStringList all{u"frmWelcome"_s, u"frmFile"_s, u"frmColumns"_s, u"frmAbout"_s};
+    EXPECT_EQ(unloaded(), all);
+    EXPECT_EQ(forms::loadedNames(), QStringList());
 
     window.reset();
-    QStringList gone = unloaded();
-    gone.sort();
-    EXPECT_EQ(gone, (QStringList{u"frmAbout"_s, u"frmColumns"_s, u"frmFile"_s, u"frmWelcome"_s}));
+    EXPECT_EQ(unloaded(), all) << "each of them once";
+}
+
+TEST_F(PaneLife, AWindowThatWasNeverClosedGoesWhateverItsPanesDoWhileTheyAreUnloaded)
+{
+    start();
+    for (const QString& pane : {u"frmFile"_s, u"frmColumns"_s, u"frmAbout"_s})
+        window->PaneDisplay(pane, keys);
+    asked.lives.clear();
+    asked.atUnload = [&](const QString&) { throw RuntimeError(ErrorNumber::PathNotFound); };
+
+    window.reset();
+
+    EXPECT_TRUE(unloaded().contains(u"frmWelcome"_s));
+    for (const QString& pane : {u"frmWelcome"_s, u"frmFile"_s, u"frmColumns"_s, u"frmAbout"_s})
+        EXPECT_EQ(forms::loaded(pane), nullptr) << pane.toStdString();
+    EXPECT_EQ(mdiMain::find(), nullptr);
+    EXPECT_TRUE(errors.shown().empty());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    // The next window starts as any other.
+    asked.atUnload = nullptr;
+    start();
+    window->PaneDisplay(u"frmFile"_s, keys);
+    EXPECT_EQ(currentPane(), u"frmFile"_s);
 }
