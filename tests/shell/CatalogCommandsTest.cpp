@@ -242,6 +242,7 @@ TEST_F(ClearCatalog, IgnoreHalfWayLeavesWhatWasDoneInForce)
     EXPECT_EQ(column(u"SELECT COUNT(*) FROM TW_FIELD WHERE FILE_NAME = 'PAYROLL'"_s), QStringList{u"3"_s});
     EXPECT_EQ(column(u"SELECT COUNT(*) FROM TW_TABLE WHERE DATABASE_NAME = 'SALES'"_s), QStringList{u"1"_s});
     EXPECT_EQ(wholeTree(), tree);
+    EXPECT_EQ(statusText(), u"Ready"_s);
 }
 
 TEST_F(ClearCatalog, AUserWithoutPrivilegesSeesOneBoxAndNothingIsDeleted)
@@ -259,6 +260,7 @@ TEST_F(ClearCatalog, AUserWithoutPrivilegesSeesOneBoxAndNothingIsDeleted)
     EXPECT_EQ(statements.statements(), clearStatements(1));
     EXPECT_EQ(wholeCatalog(), catalog);
     EXPECT_TRUE(errors.shown().empty());
+    EXPECT_EQ(statusText(), u"Ready"_s);
 }
 
 TEST_F(ClearCatalog, OneDatasourceIsClearedAndNoOther)
@@ -464,7 +466,10 @@ TEST_F(ExpandAll, ADatasourceThatFailsToConnectShowsOneBoxAndStaysClosed)
     start();
     click(keyBelow(lost));
     boxes.expectAsk(expandQuestion, boxes::Answer::Yes);
-    expectUnreachable();
+    expectUnreachable([&] {
+        EXPECT_TRUE(window->tvwExplorer().updatesEnabled());
+        EXPECT_EQ(selectedKey(), keyBelow(lost));
+    });
 
     window->mnu_DSNExpandAll_Click();
 
