@@ -193,6 +193,16 @@ TEST_F(Nodes, RemovingByKeyANodeWithOneChildLeavesThatEntry)
     EXPECT_EQ(nodes().Count(), 1);
 }
 
+TEST_F(Nodes, RemovingByKeyLeavesTheEntriesBelowTheLastChildToo)
+{
+    addSmallTree();
+    nodes().Remove(root);
+    EXPECT_EQ(shown().Count(), 0);
+    EXPECT_EQ(keys(), (QStringList{files, f1, f2, x, y}));
+    EXPECT_EQ(nodes().Count(), 5);
+    EXPECT_EQ(nodes().find(root), nullptr);
+}
+
 TEST_F(Nodes, RemovingByKeyALeafLeavesNothing)
 {
     addSmallTree();
