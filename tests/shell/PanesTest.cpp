@@ -195,6 +195,25 @@ TEST_F(Panes, TheRegistryKnowsTheCounts)
         EXPECT_EQ(panes::count(name, panes::Operation::Delete), pane.remove) << pane.name;
     }
     EXPECT_EQ(panes::count(u"frmNowhere"_s, panes::Operation::Display), -1);
+    EXPECT_EQ(panes::count(u"frmCheck"_s, panes::Operation::Display), -1);
+}
+
+TEST_F(Panes, DisplayOfANameWithoutAFormChangesNothing)
+{
+    window->PaneDisplay(u"frmFile"_s, keys);
+    const Form* form = window->currentPane();
+    const std::vector<int> shown = bands();
+    asked.take();
+    asked.lives.clear();
+
+    window->PaneDisplay(u"frmCheck"_s, keys);
+
+    EXPECT_EQ(window->currentPane(), form);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(bands(), shown);
+    EXPECT_EQ(asked.take(), QStringList());
+    EXPECT_EQ(asked.lives, QStringList());
+    EXPECT_FALSE(forms::isKnown(u"frmCheck"_s));
 }
 
 TEST_F(Panes, TheSamePaneStaysUpWithoutAFlicker)
