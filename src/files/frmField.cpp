@@ -112,8 +112,8 @@ std::vector<Property> properties()
 
 QString shownLimits(const LocalTypeLimits::Range& range)
 {
-    return range.editable ? u"(%1 to %2)"_s.arg(range.minimum).arg(range.maximum)
-                          : u"(%1 - Fixed)"_s.arg(range.minimum);
+    const bool isFixed = !range.editable && range.preset == range.minimum && range.preset == range.maximum;
+    return isFixed ? u"(%1 - Fixed)"_s.arg(range.preset) : u"(%1 to %2)"_s.arg(range.minimum).arg(range.maximum);
 }
 
 } // namespace
@@ -174,13 +174,14 @@ void frmField::fill(const dao::Recordset& row)
         ItemPane::fill(row);
     }
     m_storedNumber = text(u"FIELD_NUMBER"_s);
-    EnableEdit(false);
 }
 
 void frmField::displayed()
 {
     if (wrappedAttributes().startsWith(";PACKED"_L1))
         applyPackedRule();
+    // The limits of the type have opened what it leaves open.
+    EnableEdit(false);
     m_lengthChanged = false;
 }
 
@@ -226,7 +227,7 @@ QString frmField::wrappedAttributes() const
 /// A packed number has two digits to the byte, and room for one more in the half byte of its sign.
 void frmField::applyPackedRule()
 {
-    const std::int32_t digits = 2 * conversions::ToLong(conversions::Val(text(u"LENGTH"_s)));
+    const std::int32_t digits = conversions::ToLong(2 * conversions::Val(text(u"LENGTH"_s)));
     sheet().spinner(PrecisionSpinner).setRange(digits, digits + 1);
     sheet().minMax(PrecisionLabel).setText(u"(%1 to %2)"_s.arg(digits).arg(digits + 1));
     setText(u"PRECISION"_s, QString::number(digits));
@@ -245,8 +246,8 @@ void frmField::adding()
     m_lengthChanged = false;
     m_storedNumber.clear();
     setText(u"FILE_NAME"_s, file());
-    cmdNextFieldNumber_Click();
-    cmdCalcOffset_Click();
+    clickButton(u"cmdNextFieldNumber"_s);
+    clickButton(u"cmdCalcOffset"_s);
     enableButtons(true);
     sheet().button(u"cmdFormat"_s).setEnabled(false);
     sheet().minMax(LengthLabel).setText(u"(Set the Local Type)"_s);
@@ -282,7 +283,7 @@ void frmField::textChanged(const QString& column)
     if (column == "LENGTH"_L1) {
         m_lengthChanged = true;
         if (text(u"LOCAL_TYPE_NAME"_s) == "HEXADECIMAL"_L1)
-            setText(u"PRECISION"_s, QString::number(2 * conversions::ToLong(conversions::Val(entered))));
+            setText(u"PRECISION"_s, QString::number(conversions::ToLong(2 * conversions::Val(entered))));
         else if (wrappedAttributes().startsWith(";PACKED"_L1))
             applyPackedRule();
     } else if (column == "LOCAL_TYPE_NAME"_L1) {
@@ -291,7 +292,7 @@ void frmField::textChanged(const QString& column)
         sheet().list(column).select(entered);
     } else if (column == "ENCRYPTED"_L1) {
         sheet().list(column).setCurrentIndex(conversions::ToLong(conversions::Val(entered)));
-    } else if (column == "FORMAT"_L1) {
+    } else if (column == "FORMAT"_L1 && !m_loading) {
         setText(u"LENGTH"_s, QString::number(entered.size()));
         setText(u"PRECISION"_s, QString::number(entered.size()));
     }
@@ -331,7 +332,7 @@ void frmField::cmdNextFieldNumber_Click()
 void frmField::cmdCalcOffset_Click()
 {
     if (text(u"FIELD_NUMBER"_s).isEmpty())
-        cmdNextFieldNumber_Click();
+        clickButton(u"cmdNextFieldNumber"_s);
     const auto sum = db().OpenRecordset(u"SELECT SUM(LENGTH) AS NextOffset FROM TW_FIELD WHERE FILE_NAME = '"_s +
                                         SQLQuote(file()) + "' AND FIELD_NUMBER < 0"_L1 + text(u"FIELD_NUMBER"_s));
     const QString offset = sum->Eof() ? QString() : sum->View(0).toString();

@@ -49,11 +49,7 @@ ItemPane::ItemPane(const Kind& kind, std::vector<Property> properties, QWidget* 
     connect(m_sheet, &PropertySheet::TextChanged, this, &ItemPane::txtProperty_Change);
     connect(m_sheet, &PropertySheet::ListChanged, this, &ItemPane::cboDropdown_Change);
     connect(m_sheet, &PropertySheet::FlagClicked, this, &ItemPane::chkProperty_Click);
-    connect(m_sheet, &PropertySheet::ButtonClicked, this, [this](const QString& name) {
-        const forms::Running running(*this);
-        Routine routine(this->routine((name + "_Click"_L1).toLatin1().constData()));
-        routine.run([&] { buttonClicked(name); });
-    });
+    connect(m_sheet, &PropertySheet::ButtonClicked, this, &ItemPane::clickButton);
 
     body()->addWidget(m_sheet);
     m_sheet->addActions({m_action, m_cancel});
@@ -104,11 +100,14 @@ ItemPane::State ItemPane::state() const
 
 bool ItemPane::connectTo(const QString& datasource)
 {
-    m_connection = CConnections::instance().Item(datasource);
-    if (!m_connection)
+    CConnection* connection = CConnections::instance().Item(datasource);
+    if (!connection)
         return false;
+    m_connection = connection;
     if (m_fields.isEmpty()) {
         m_fields = modDatabase::FetchFieldInfo(db(), QLatin1String(m_kind.table));
+        if (m_fields.isEmpty())
+            return false;
         m_sheet->setColumns(m_fields);
     }
     return true;
@@ -131,10 +130,10 @@ bool ItemPane::Display(const QStringList& keys)
             if (!row->Eof())
                 fill(*row);
         }
+        displayed();
         m_loadedName = m_name;
         m_keyChanged = false;
         enterState(State::Display, {});
-        displayed();
         shown = true;
     });
     return shown;
@@ -195,6 +194,8 @@ void ItemPane::tbr_ButtonClick(ToolButton& button)
     const forms::Running running(*this);
     Routine routine(this->routine("tbr_ButtonClick"));
     routine.run([&] {
+        if (m_owners.isEmpty())
+            return;
         const QString& key = button.Key();
         const QString tag = toolBar().Tag();
         if (key == "Up1"_L1) {
@@ -457,8 +458,11 @@ void ItemPane::chkProperty_Click(const QString& column)
 
 void ItemPane::textChanged(const QString& column)
 {
-    if (property(column).kind == EntryKind::List)
+    const EntryKind kind = property(column).kind;
+    if (kind == EntryKind::List)
         m_sheet->list(column).select(text(column));
+    else if (kind == EntryKind::Flag)
+        static_cast<QCheckBox&>(m_sheet->entry(column)).setChecked(text(column) == "1"_L1);
 }
 
 bool ItemPane::makesKeyChanged(const QString& column) const
@@ -481,6 +485,13 @@ QString ItemPane::nodeKey(const QString& name) const
 void ItemPane::listChanged(const QString& column)
 {
     setText(column, m_sheet->list(column).currentText());
+}
+
+void ItemPane::clickButton(const QString& name)
+{
+    const forms::Running running(*this);
+    Routine routine(this->routine((name + "_Click"_L1).toLatin1().constData()));
+    routine.run([&] { buttonClicked(name); });
 }
 
 void ItemPane::buttonClicked(const QString&) {}
@@ -526,7 +537,10 @@ bool ItemPane::isWithin(const QString& column, int spinner) const
 void ItemPane::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && m_action->isVisible())
+    auto* focused = qobject_cast<QPushButton*>(focusWidget());
+    if (isEnter && focused)
+        focused->click();
+    else if (isEnter && m_action->isVisible())
         m_action->click();
     else if (event->key() == Qt::Key_Escape && m_cancel->isVisible())
         m_cancel->click();

@@ -105,6 +105,8 @@ protected:
     void blank();
     void showCollection();
     void removeNode();
+    /// What a click on the button behind an entry does, under the trap of its own routine.
+    void clickButton(const QString& name);
 
     // What a pane may do otherwise, or besides.
 
@@ -126,7 +128,7 @@ private:
     virtual QString title(State state) const = 0;
     /// The row that the keys name.
     virtual QString selectStatement() const = 0;
-    /// Last steps of Display; the row may be missing.
+    /// Behind the filling of the controls by Display; the row may be missing.
     virtual void displayed() {}
     /// Rows that may not be changed.
     virtual bool isProtected() const { return false; }

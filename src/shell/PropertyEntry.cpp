@@ -2,6 +2,7 @@
 
 #include "KeyFilter.h"
 
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 
 namespace
@@ -14,6 +15,32 @@ bool types(const QKeyEvent& event)
     const bool isShortcut =
         event.modifiers().testFlag(Qt::ControlModifier) != event.modifiers().testFlag(Qt::AltModifier);
     return !key.isEmpty() && key.at(0) >= u' ' && key.at(0) != QChar(127) && !isShortcut;
+}
+
+/// What an input method composed from keys passes the filter as the keys themselves do, character by character.
+QString filtered(const QString& composed, EntryState entry, const modDatabase::FieldInfo& column)
+{
+    QString passed;
+    for (const char32_t character : composed.toUcs4()) {
+        const QString key = modGUI::ControlKeyPress(entry, QString::fromUcs4(&character, 1), column);
+        if (key.isEmpty())
+            continue;
+        passed += key;
+        entry.text =
+            entry.text.left(entry.selectionStart) + key + entry.text.mid(entry.selectionStart + entry.selectionLength);
+        entry.selectionStart += key.size();
+        entry.selectionLength = 0;
+    }
+    return passed;
+}
+
+/// The text of a memo with the blanks in it that do not break.
+QString rawText(const QPlainTextEdit& memo)
+{
+    QString text = memo.document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    text.replace(QChar::LineSeparator, u'\n');
+    return text;
 }
 
 } // namespace
@@ -46,11 +73,27 @@ void PropertyEdit::keyPressEvent(QKeyEvent* event)
         QLineEdit::keyPressEvent(event);
         return;
     }
-    const EntryState entry{text(), hasSelectedText() ? selectionStart() : cursorPosition(), selectedText().size()};
-    const QString key = modGUI::ControlKeyPress(entry, event->text(), *m_column);
+    const QString key = modGUI::ControlKeyPress(state(), event->text(), *m_column);
     if (!key.isEmpty())
         insert(key);
     event->accept();
+}
+
+void PropertyEdit::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (!m_column || event->commitString().isEmpty() || event->replacementLength() != 0 || isReadOnly()) {
+        QLineEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent passed(event->preeditString(), event->attributes());
+    passed.setCommitString(filtered(event->commitString(), state(), *m_column));
+    QLineEdit::inputMethodEvent(&passed);
+    event->accept();
+}
+
+EntryState PropertyEdit::state() const
+{
+    return {text(), hasSelectedText() ? selectionStart() : cursorPosition(), selectedText().size()};
 }
 
 PropertyMemo::PropertyMemo(QWidget* parent) : QPlainTextEdit(parent)
@@ -66,7 +109,7 @@ void PropertyMemo::setColumn(const modDatabase::FieldInfo& column)
 
 QString PropertyMemo::text() const
 {
-    return document()->isModified() ? toPlainText() : m_set;
+    return document()->isModified() ? rawText(*this) : m_set;
 }
 
 void PropertyMemo::setText(const QString& text)
@@ -81,7 +124,7 @@ void PropertyMemo::cut()
 {
     if (!m_column || !document()->isModified())
         return;
-    const QString all = toPlainText();
+    const QString all = rawText(*this);
     const QString fitting = modGUI::cutToColumn(all, *m_column);
     if (fitting.size() == all.size())
         return;
@@ -97,10 +140,26 @@ void PropertyMemo::keyPressEvent(QKeyEvent* event)
         QPlainTextEdit::keyPressEvent(event);
         return;
     }
-    const QTextCursor cursor = textCursor();
-    const EntryState entry{toPlainText(), cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
-    const QString key = modGUI::ControlKeyPress(entry, event->text(), *m_column);
+    const QString key = modGUI::ControlKeyPress(state(), event->text(), *m_column);
     if (!key.isEmpty())
         insertPlainText(key);
     event->accept();
+}
+
+void PropertyMemo::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (!m_column || event->commitString().isEmpty() || event->replacementLength() != 0 || isReadOnly()) {
+        QPlainTextEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent passed(event->preeditString(), event->attributes());
+    passed.setCommitString(filtered(event->commitString(), state(), *m_column));
+    QPlainTextEdit::inputMethodEvent(&passed);
+    event->accept();
+}
+
+EntryState PropertyMemo::state() const
+{
+    const QTextCursor cursor = textCursor();
+    return {rawText(*this), cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
 }

@@ -5,6 +5,10 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include <optional>
+
+struct EntryState;
+
 /// A line for a column's value. Keys pass the filter of the column; a text beyond the column's width is cut, however it
 /// came.
 class PropertyEdit : public QLineEdit
@@ -19,8 +23,10 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
+    EntryState state() const;
     void cut(const QString& text);
 
     std::optional<modDatabase::FieldInfo> m_column;
@@ -42,8 +48,10 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
+    EntryState state() const;
     void cut();
 
     std::optional<modDatabase::FieldInfo> m_column;

@@ -2,10 +2,13 @@
 
 #include <QScopedValueRollback>
 
+#include <utility>
+
 DropDown::DropDown(QWidget* parent) : QComboBox(parent)
 {
-    connect(this, &QComboBox::currentIndexChanged, this, [this] {
-        if (!m_refilling)
+    // The base tells of a list that stays without a selection, too.
+    connect(this, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (std::exchange(m_index, index) != index && !m_refilling)
             emit Change();
     });
 }

@@ -20,5 +20,6 @@ signals:
     void Change();
 
 private:
+    int m_index = -1;
     bool m_refilling = false;
 };

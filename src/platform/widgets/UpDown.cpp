@@ -1,6 +1,7 @@
 #include "UpDown.h"
 
 #include "Conversions.h"
+#include "RuntimeError.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -9,11 +10,23 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace
 {
 
 constexpr int arrowWidth = 18;
+
+/// The whole number that a text begins with; one beyond all numbers is as far away as its sign says.
+double number(const QString& text)
+{
+    try {
+        return std::trunc(conversions::Val(text));
+    } catch (const RuntimeError&) {
+        const double beyond = std::numeric_limits<double>::max();
+        return text.trimmed().startsWith(u'-') ? -beyond : beyond;
+    }
+}
 
 } // namespace
 
@@ -51,7 +64,7 @@ void UpDown::stepBy(int step)
 {
     if (!m_buddy->isEnabled() || m_buddy->isReadOnly())
         return;
-    const double wanted = std::trunc(conversions::Val(m_buddy->text())) + step;
+    const double wanted = number(m_buddy->text()) + step;
     m_buddy->setText(QString::number(
         static_cast<qint64>(std::clamp(wanted, static_cast<double>(m_minimum), static_cast<double>(m_maximum)))));
     m_buddy->selectAll();
