@@ -51,8 +51,9 @@ class frmDSNAdmin : public QDialog
 public:
     explicit frmDSNAdmin(QWidget* owner);
 
-    /// Reads the files anew; the datasource of that name and scope is selected, or else the first one.
-    void fetch(const QString& selected = {}, Scope where = Scope::User);
+    /// Reads the files anew; the datasource of that name and scope is selected, or else the first one. What the user
+    /// has been told already is not said again.
+    void fetch(const QString& selected = {}, Scope where = Scope::User, const QString& told = {});
 
 protected:
     /// Delete on the list removes.
@@ -195,7 +196,7 @@ QWidget* frmDSNAdmin::buildFiles()
     return group;
 }
 
-void frmDSNAdmin::fetch(const QString& selected, Scope where)
+void frmDSNAdmin::fetch(const QString& selected, Scope where, const QString& told)
 {
     Routine routine("frmDSNAdmin.fetch");
     routine.run([&] {
@@ -206,8 +207,10 @@ void frmDSNAdmin::fetch(const QString& selected, Scope where)
         const auto drivers = dao::Installer::drivers();
         m_warning->setVisible(
             std::none_of(drivers.begin(), drivers.end(), [](const auto& driver) { return driver.Name == family; }));
-        for (const QString& complaint : std::as_const(complaints))
-            complain(complaint);
+        for (const QString& complaint : std::as_const(complaints)) {
+            if (complaint != told)
+                complain(complaint);
+        }
         QTreeWidgetItem* current = nullptr;
         for (const Datasource& source : m_sources) {
             const QString who = source.Where == Scope::User ? tr("This user") : tr("All users");
@@ -276,12 +279,14 @@ void frmDSNAdmin::cmdRemove_Click()
                             .arg(source.Name)))
             return;
         const int row = m_list->currentIndex().row();
+        QString told;
         try {
             dao::Installer::removeDatasource(source.Where, source.Name);
         } catch (const RuntimeError& error) {
-            complain(error.description());
+            told = error.description();
+            complain(told);
         }
-        fetch();
+        fetch({}, Scope::User, told);
         if (m_list->topLevelItemCount() > 0)
             m_list->setCurrentItem(m_list->topLevelItem(std::min(row, m_list->topLevelItemCount() - 1)));
     });

@@ -310,6 +310,30 @@ TEST_F(DatasourceWindow, RemovalAsksFirst)
     EXPECT_EQ(rootTexts(), QStringList{datasource});
 }
 
+TEST_F(DatasourceWindow, AFileThatCantBeReadIsReportedOnceAtARemoval)
+{
+    open();
+    const QByteArray before = contents(userFile());
+    {
+        const FolderInPlace unreadable(userFile());
+        boxes.expectAsk(
+            u"Are you sure you want to remove the datasource '%1'?\nIts catalog stays where it is."_s.arg(datasource),
+            boxes::Answer::Yes);
+        boxes.expect(unreadable.reason(), boxes::Icon::Exclamation);
+        press(u"cmdRemove"_s);
+        EXPECT_TRUE(boxes.done());
+        EXPECT_TRUE(administrator()->isVisible());
+        EXPECT_TRUE(errors.shown().empty());
+    }
+    EXPECT_EQ(contents(userFile()), before);
+
+    // The window goes on.
+    press(u"cmdAdd"_s);
+    type(u"txtName"_s, u"Fresh"_s);
+    pressInEditor(u"cmdOK"_s);
+    EXPECT_EQ(names(), (QStringList{datasource, u"Fresh"_s}));
+}
+
 TEST_F(DatasourceWindow, TheDeleteKeyRemoves)
 {
     open();
