@@ -517,8 +517,8 @@ void ItemPane::setFocusTo(const QString& column)
 bool ItemPane::refuse(const QString& message, const QString& column)
 {
     boxes::inform(message);
-    requireLoaded();
-    setFocusTo(column);
+    if (!isUnloaded())
+        setFocusTo(column);
     return false;
 }
 

@@ -81,7 +81,11 @@ void PropertyEdit::keyPressEvent(QKeyEvent* event)
 
 void PropertyEdit::inputMethodEvent(QInputMethodEvent* event)
 {
-    if (!m_column || event->commitString().isEmpty() || event->replacementLength() != 0 || isReadOnly()) {
+    if (isReadOnly()) {
+        event->ignore();
+        return;
+    }
+    if (!m_column || event->commitString().isEmpty() || event->replacementLength() != 0) {
         QLineEdit::inputMethodEvent(event);
         return;
     }
@@ -148,7 +152,11 @@ void PropertyMemo::keyPressEvent(QKeyEvent* event)
 
 void PropertyMemo::inputMethodEvent(QInputMethodEvent* event)
 {
-    if (!m_column || event->commitString().isEmpty() || event->replacementLength() != 0 || isReadOnly()) {
+    if (isReadOnly()) {
+        event->ignore();
+        return;
+    }
+    if (!m_column || event->commitString().isEmpty() || event->replacementLength() != 0) {
         QPlainTextEdit::inputMethodEvent(event);
         return;
     }

@@ -1,0 +1,296 @@
+#include "ItemFixture.h"
+
+#include "DropDown.h"
+#include "FilesRoom.h"
+#include "Form.h"
+#include "PaneRegistry.h"
+#include "ToolBar.h"
+#include "UpDown.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+#include <array>
+#include <stdexcept>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// The entry of a column within its prompt's row; a list where there is one.
+constexpr std::array entryNames{"cboDropdown_", "chkProperty_", "txtProperty_"};
+
+} // namespace
+
+/// Sees each statement before the recorder does.
+class ItemTest::Interloper final : public dao::StatementObserver
+{
+public:
+    Interloper(QString beginning, std::function<void()> action)
+        : m_beginning(std::move(beginning)), m_action(std::move(action)), m_former(dao::DBEngine::setObserver(this))
+    {
+    }
+    ~Interloper() override { dao::DBEngine::setObserver(m_former); }
+
+    std::vector<dao::Error> beforeStatement(const QString& datasource, const QString& statement) override
+    {
+        if (m_action && statement.startsWith(m_beginning))
+            std::exchange(m_action, nullptr)();
+        return m_former->beforeStatement(datasource, statement);
+    }
+
+private:
+    QString m_beginning;
+    std::function<void()> m_action;
+    dao::StatementObserver* m_former;
+};
+
+ItemTest::ItemTest() = default;
+
+ItemTest::~ItemTest() = default;
+
+void ItemTest::SetUp()
+{
+    FieldTest::SetUp();
+    registerFilesRoom();
+    for (const auto& [name, parts] : {std::pair(u"frmFiles"_s, 1), std::pair(u"frmFields"_s, 2)}) {
+        panes::Operations operations;
+        operations.Display = {parts, [this, name = name](Form&, const QStringList& keys) {
+                                  m_shown.append(name + ' '_L1 + keys.join('/'_L1));
+                              }};
+        panes::add(
+            name, [name = name] { return new Form(name); }, operations);
+    }
+
+    addFile(u"STOCK"_s, 40);
+    const auto add = [&](int number, const char* name, const char* type, int offset, int length, int precision,
+                         int scale, const char* format) {
+        change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, "
+               "PRECISION, SCALE, FORMAT) VALUES ('STOCK', %1, '%2', '%3', %4, %5, %6, %7, '%8')"_s.arg(
+                   QString::number(number), QLatin1String(name), QLatin1String(type), QString::number(offset),
+                   QString::number(length), QString::number(precision), QString::number(scale), QLatin1String(format)));
+    };
+    add(1, "CODE", "STRING", 0, 10, 10, 0, "");
+    add(2, "PRICE", "PACKED", 10, 4, 8, 2, "");
+    add(3, "SOLD", "DATE", 14, 12, 11, 0, "DD.MM.YY");
+    add(4, "FLAGS", "HEXADECIMAL", 26, 4, 8, 0, "");
+    add(5, "PIECES", "INTEGER-4", 30, 4, 10, 0, "");
+    for (const char* statement : {
+             "UPDATE TW_FILE SET FILE_ORGANISATION = 'INDEXED', RECORD_TYPE = 'FIXED' WHERE FILE_NAME = 'STOCK'",
+             "INSERT INTO TW_DB (DATABASE_NAME) VALUES ('OTHER')",
+             "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) VALUES ('SALES', 'ITEMS', 'STOCK')",
+             "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) VALUES ('OTHER', 'ITEMS', 'EMPTY')",
+             "INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, LENGTH) "
+             "VALUES ('SALES', 'ITEMS', 1, 'ARTICLE', 'CODE', 10)",
+             "INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, LENGTH) "
+             "VALUES ('OTHER', 'ITEMS', 1, 'ELSEWHERE', 'CODE', 10)",
+         })
+        change(QLatin1String(statement));
+}
+
+void ItemTest::TearDown()
+{
+    m_interloper.reset();
+    FieldTest::TearDown();
+    for (const char* pane : {"frmFile", "frmField", "frmFiles", "frmFields"})
+        panes::remove(QLatin1String(pane));
+}
+
+void ItemTest::begin(const QStringList& steps)
+{
+    if (!window) {
+        start();
+        window->resize(1100, 800);
+    }
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    expandTo(key(steps.first(steps.size() - 1)));
+    statements.clear();
+    m_shown.clear();
+}
+
+void ItemTest::open(const QStringList& steps)
+{
+    begin(steps);
+    click(key(steps));
+}
+
+void ItemTest::command(const QStringList& steps, const QString& menuItem)
+{
+    begin(steps);
+    choose(key(steps), menuItem);
+}
+
+QWidget& ItemTest::control(const QString& name) const
+{
+    QWidget* pane = window->currentPane();
+    if (auto* found = pane ? pane->findChild<QWidget*>(name) : nullptr)
+        return *found;
+    throw std::runtime_error("There is no control " + name.toStdString());
+}
+
+QWidget& ItemTest::entry(const QString& column) const
+{
+    for (const char* name : entryNames) {
+        if (auto* found = window->currentPane()->findChild<QWidget*>(QLatin1String(name) + column))
+            return *found;
+    }
+    throw std::runtime_error("There is no entry for " + column.toStdString());
+}
+
+DropDown& ItemTest::list(const QString& column) const
+{
+    return dynamic_cast<DropDown&>(entry(column));
+}
+
+UpDown& ItemTest::arrows(int index) const
+{
+    return dynamic_cast<UpDown&>(control(u"spnUpDn_"_s + QString::number(index)));
+}
+
+QString ItemTest::limits(int index) const
+{
+    return dynamic_cast<QLabel&>(control(u"lblMinMax_"_s + QString::number(index))).text();
+}
+
+QString ItemTest::text(const QString& column) const
+{
+    QWidget& found = control(u"txtProperty_"_s + column);
+    if (const auto* edit = qobject_cast<QLineEdit*>(&found))
+        return edit->text();
+    return dynamic_cast<QPlainTextEdit&>(found).toPlainText();
+}
+
+QStringList ItemTest::texts(const QStringList& columns) const
+{
+    QStringList all;
+    for (const QString& column : columns)
+        all.append(text(column));
+    return all;
+}
+
+QStringList ItemTest::open() const
+{
+    QStringList columns;
+    for (QWidget* found : window->currentPane()->findChildren<QWidget*>()) {
+        const QString name = found->objectName();
+        const bool isEntry = name.startsWith("txtProperty_"_L1) || name.startsWith("cboDropdown_"_L1);
+        if (isEntry && found->isVisible() && found->isEnabled())
+            columns.append(name.section('_'_L1, 1));
+    }
+    return columns;
+}
+
+void ItemTest::clear(const QString& column)
+{
+    QWidget& found = entry(column);
+    ASSERT_TRUE(found.isVisible() && found.isEnabled()) << column.toStdString();
+    QWidget& target = qobject_cast<QPlainTextEdit*>(&found) ? *static_cast<QPlainTextEdit&>(found).viewport() : found;
+    QTest::mouseClick(&target, Qt::LeftButton);
+    hit(Qt::Key_A, Qt::ControlModifier);
+    hit(Qt::Key_Delete);
+}
+
+void ItemTest::write(const QString& column, const QString& text)
+{
+    clear(column);
+    QTest::keyClicks(&entry(column), text);
+}
+
+void ItemTest::paste(const QString& column, const QString& text)
+{
+    clear(column);
+    QApplication::clipboard()->setText(text);
+    hit(Qt::Key_V, Qt::ControlModifier);
+}
+
+void ItemTest::hit(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    ASSERT_TRUE(window->focusWidget());
+    QTest::keyClick(window->focusWidget(), key, modifiers);
+}
+
+void ItemTest::pick(const QString& column, const QString& item)
+{
+    DropDown& found = list(column);
+    ASSERT_TRUE(found.isVisible() && found.isEnabled()) << column.toStdString();
+    found.setFocus();
+    const int wanted = found.findText(item);
+    ASSERT_GE(wanted, 0) << item.toStdString();
+    while (found.currentIndex() != wanted)
+        QTest::keyClick(&found, found.currentIndex() < wanted ? Qt::Key_Down : Qt::Key_Up);
+}
+
+void ItemTest::press(const QString& key)
+{
+    const QString name = "tbr"_L1 + window->currentPane()->name().mid(3);
+    QToolButton* button = window->toolBar(name).Button(key).widget();
+    ASSERT_TRUE(button->isVisible()) << key.toStdString();
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+void ItemTest::clickButton(const QString& name)
+{
+    QWidget& button = control(name);
+    ASSERT_TRUE(button.isVisible() && button.isEnabled()) << name.toStdString();
+    QTest::mouseClick(&button, Qt::LeftButton);
+}
+
+QString ItemTest::state() const
+{
+    const ToolBar& bar = window->toolBar("tbr"_L1 + window->currentPane()->name().mid(3));
+    QStringList enabled;
+    for (const ToolButton* button : bar.Buttons()) {
+        if (button->Enabled())
+            enabled.append(button->Key());
+    }
+    return bar.Button(u"OK"_s).Tag() + ": "_L1 + enabled.join(' '_L1);
+}
+
+QString ItemTest::focus() const
+{
+    const QWidget* focused = window->focusWidget();
+    if (!focused)
+        return {};
+    const QString name = focused->objectName();
+    return name.contains('_'_L1) ? name.section('_'_L1, 1) : name;
+}
+
+QStringList ItemTest::stored(const QString& select) const
+{
+    QStringList lines;
+    for (const QStringList& row : world.rows(datasource, select))
+        lines.append(row.join('|'_L1));
+    return lines;
+}
+
+QStringList ItemTest::sent() const
+{
+    QStringList own = statements.statements();
+    own.removeIf([](const QString& statement) {
+        return statement.startsWith("SELECT FILE_NAME FROM TW_FILE"_L1) ||
+               (statement.startsWith("SELECT FIELD_NAME FROM TW_FIELD"_L1) && statement.endsWith(" ASC"_L1)) ||
+               statement.startsWith("SELECT DATABASE_NAME FROM TW_DB"_L1) ||
+               statement.startsWith("SELECT USER_NAME FROM TW_USER"_L1);
+    });
+    return own;
+}
+
+QStringList ItemTest::takeShown()
+{
+    return std::exchange(m_shown, {});
+}
+
+void ItemTest::meanwhile(const QString& beginning, std::function<void()> action)
+{
+    m_interloper.reset();
+    m_interloper = std::make_unique<Interloper>(beginning, std::move(action));
+}
