@@ -6,7 +6,9 @@
 #include "Commands.h"
 #include "Conversions.h"
 #include "Recordset.h"
+#include "frmField.h"
 #include "frmFieldReorder.h"
+#include "frmFields.h"
 #include "mdiMain.h"
 #include "modDatabase.h"
 
@@ -68,12 +70,27 @@ void mnu_FieldRecalculate_Click(const DragItem& item)
     mdiMain::instance().PaneDisplay(u"frmFields"_s, {datasource, file});
 }
 
+/// A pane that shows fields of the file has their former numbers, and would write them back.
+void showAnew(const QStringList& file)
+{
+    mdiMain& window = mdiMain::instance();
+    if (const auto* grid = dynamic_cast<const frmFields*>(window.currentPane()); grid && grid->keys() == file)
+        window.PaneDisplay(u"frmFields"_s, file);
+    const auto* field = dynamic_cast<const frmField*>(window.currentPane());
+    if (field && field->keys().first(2) == file && !field->keys().back().isEmpty())
+        window.PaneDisplay(u"frmField"_s, field->keys());
+}
+
 void mnu_FieldReorder_Click(const DragItem& item)
 {
     if (!belongsToFields(item))
         return;
-    if (CConnection* connection = CConnections::instance().Item(item.Keys.at(0)))
-        frmFieldReorder::Display(*connection->db(), item.Keys.at(1));
+    const QStringList file = item.Keys.first(2);
+    CConnection* connection = CConnections::instance().Item(file.at(0));
+    if (!connection)
+        return;
+    frmFieldReorder::Display(*connection->db(), file.at(1));
+    showAnew(file);
 }
 
 } // namespace

@@ -112,6 +112,14 @@ int frmFields::ToEncrypted(const QString& text)
     return static_cast<int>(std::max<qsizetype>(0, encryptions().indexOf(text)));
 }
 
+/// The number behind the cell; one that has no name is kept.
+QString frmFields::encrypted() const
+{
+    const QString shown = text(u"ENCRYPTED"_s);
+    const bool isUntouched = shown == loaded(u"ENCRYPTED"_s) && !encryptions().contains(shown);
+    return isUntouched && conversions::IsNumeric(shown) ? shown : QString::number(ToEncrypted(shown));
+}
+
 // The storage type ---------------------------------------------------------------------------------------------------
 
 /// What a storage type allows. A row without a type, or with one that is not known, may hold what a field can hold.
@@ -268,7 +276,7 @@ void frmFields::replaceRow()
                  u", "_s + text(u"LENGTH"_s) +
                  u", "_s + text(u"PRECISION"_s) +
                  u", "_s + text(u"SCALE"_s) +
-                 u", "_s + QString::number(ToEncrypted(text(u"ENCRYPTED"_s))) +
+                 u", "_s + encrypted() +
                  u", '"_s + quoted(u"FORMAT"_s) +
                  u"', '"_s + quoted(u"DEFAULT_VALUE"_s) +
                  u"', '"_s + quoted(u"REMARKS"_s) + u"')"_s);
@@ -284,7 +292,7 @@ void frmFields::updateRow()
                  u", LENGTH = "_s + text(u"LENGTH"_s) +
                  u", PRECISION = "_s + text(u"PRECISION"_s) +
                  u", SCALE = "_s + text(u"SCALE"_s) +
-                 u", ENCRYPTED = "_s + QString::number(ToEncrypted(text(u"ENCRYPTED"_s))) +
+                 u", ENCRYPTED = "_s + encrypted() +
                  u", FORMAT = '"_s + quoted(u"FORMAT"_s) +
                  u"', DEFAULT_VALUE = '"_s + quoted(u"DEFAULT_VALUE"_s) +
                  u"', REMARKS = '"_s + quoted(u"REMARKS"_s) +

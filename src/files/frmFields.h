@@ -34,6 +34,7 @@ private:
     LocalTypeLimits limitsOf(const QString& localTypeName) const;
     void FetchTypeInfo(const QString& localTypeName);
     void buildFormat();
+    QString encrypted() const;
     void findNextNumber();
     void sumOffset();
 };

@@ -1,8 +1,8 @@
 #include "frmFile.h"
 
 #include "Boxes.h"
-#include "Conversions.h"
 #include "Database.h"
+#include "RecordSize.h"
 #include "Recordset.h"
 #include "ReservedFiles.h"
 #include "UpDown.h"
@@ -206,12 +206,7 @@ void frmFile::cmdCalcRecordSize_Click()
 {
     if (name().isEmpty())
         return;
-    const auto sum = db().OpenRecordset(u"SELECT SUM(LENGTH) As RecordLength FROM TW_FIELD WHERE FILE_NAME = '"_s +
-                                        SQLQuote(name()) + "'"_L1);
-    const QString length = sum->Eof() ? QString() : sum->View(0).toString();
-    setText(u"RECORD_SIZE"_s, length.isEmpty() ? u"0"_s : length);
-    if (reservedfiles::hasControlBytes(name())) {
-        const std::int16_t size = conversions::ToInteger(text(u"RECORD_SIZE"_s));
-        setText(u"RECORD_SIZE"_s, QString::number(conversions::ToInteger(size + 8.0)));
-    }
+    const QString sum = recordsize::sumOfFields(db(), name());
+    setText(u"RECORD_SIZE"_s, sum.isEmpty() ? u"0"_s : sum);
+    setText(u"RECORD_SIZE"_s, recordsize::withControlBytes(text(u"RECORD_SIZE"_s), name()));
 }

@@ -1,9 +1,8 @@
 #include "frmFiles.h"
 
 #include "Boxes.h"
-#include "Conversions.h"
 #include "Database.h"
-#include "Recordset.h"
+#include "RecordSize.h"
 #include "ReservedFiles.h"
 #include "Settings.h"
 
@@ -69,19 +68,11 @@ void frmFiles::lookUp(const QString&)
 {
     const QString& stored = loaded(u"FILE_NAME"_s);
     const QString file = stored.isEmpty() ? text(u"FILE_NAME"_s) : stored;
-    const auto sum = db().OpenRecordset(u"SELECT SUM(LENGTH) As RecordLength "
-                                        "FROM TW_FIELD "
-                                        "WHERE FILE_NAME = '"_s +
-                                        modDatabase::SQLQuote(file) + u"'"_s);
-    const dao::Value length = sum->Eof() ? dao::Value() : sum->Fields().Item(0).Value();
-    if (length.IsNull()) {
+    const QString sum = recordsize::sumOfFields(db(), file);
+    if (sum.isEmpty())
         boxes::inform(u"You need to add some Fields to this File before I can calculate the Record Size.."_s);
-        return;
-    }
-    if (reservedfiles::hasControlBytes(file))
-        setLookedUp(QString::number(conversions::ToInteger(length.Text()) + 8));
     else
-        setLookedUp(length.Text());
+        setLookedUp(recordsize::withControlBytes(sum, file));
 }
 
 QString frmFiles::validate()

@@ -123,6 +123,8 @@ void GridPane::tbr_ButtonClick(ToolButton& button)
     const forms::Running running(*this);
     Routine routine(this->routine("tbr_ButtonClick"));
     routine.run([&] {
+        if (m_keys.isEmpty())
+            return;
         const auto above = owner();
         if (button.Key() != "Up1"_L1 || !above)
             return;
@@ -219,8 +221,13 @@ bool GridPane::isWithin(const QString& column, double minimum, double maximum) c
     const QString entered = text(column);
     if (!conversions::IsNumeric(entered))
         return false;
-    const double number = conversions::Val(entered);
-    return number >= minimum && number <= maximum;
+    try {
+        const double number = conversions::Val(entered);
+        return number >= minimum && number <= maximum;
+    } catch (const RuntimeError&) {
+        // Beyond what a double holds.
+        return false;
+    }
 }
 
 bool GridPane::finds(const QString& statement) const

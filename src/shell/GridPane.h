@@ -67,6 +67,9 @@ public:
     static int ToSearchable(const QString& text);
     void tbr_ButtonClick(ToolButton& button) final;
 
+    /// The key parts of the node, datasource first.
+    const QStringList& keys() const { return m_keys; }
+
     /// What the registry is to call for a pane that takes so many key parts.
     static panes::Operations operations(int keyParts);
 
@@ -91,8 +94,6 @@ protected:
     CConnection& connection() const { return *m_connection; }
     dao::Database& db() const;
     const QString& datasource() const { return m_keys.front(); }
-    /// The key parts of the node, datasource first.
-    const QStringList& keys() const { return m_keys; }
 
     QString text(const QString& column) const;
     /// The text as it goes between the apostrophes of a statement.

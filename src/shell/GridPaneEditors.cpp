@@ -106,6 +106,8 @@ void GridPane::openEditor()
     }
     m_editorStart = column().isMasked ? typed(column().name).value_or(QString()) : text(column().name);
     setEditorText(m_editorStart);
+    // An entry cannot hold every text whole; what it cuts is no change.
+    m_editorStart = lineEdit()->text();
 
     const QString& heading = m_grid->Heading(m_column);
     m_editor->setAccessibleName(heading);
@@ -235,12 +237,14 @@ void GridPane::grd_KeyPress(QKeyEvent& event)
     });
 }
 
-/// Behind the last row: a row that has been added makes room for the next one. Returns whether that was so.
+/// Behind the last row: a row that has been added makes room for the next one; one that is refused keeps the cell.
+/// Returns whether the last row was one to be added.
 bool GridPane::goBelow(int column)
 {
-    if (m_row != m_grid->Row() || !isNewRow() || !leave(Leave::Row))
+    if (m_row != m_grid->Row() || !isNewRow() || !m_rowChanged)
         return false;
-    m_grid->select(m_grid->Rows() - 1, column);
+    if (leave(Leave::Row))
+        m_grid->select(m_grid->Rows() - 1, column);
     return true;
 }
 

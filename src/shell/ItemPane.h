@@ -44,6 +44,8 @@ public:
     /// Whether the row may be written; says why not, and moves the focus there.
     bool ValidateFields();
     void EnableEdit(bool enabled);
+    /// The key parts of the row shown, datasource first; the last one is empty while adding.
+    QStringList keys() const { return m_owners + QStringList{m_name}; }
     /// The tree keys of the collection above and of the row shown.
     QString CalcParentKey() const { return parentKey(); }
     QString CalcNodeKey() const { return nodeKey(m_name); }

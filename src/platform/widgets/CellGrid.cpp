@@ -20,6 +20,9 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+/// How far an editor reaches over the right edge of its cell, in pixels.
+constexpr int editorSurplus = 2;
+
 /// Distances in device-independent pixels.
 constexpr int textMargin = 6;
 constexpr int narrowestColumn = 44;
@@ -289,7 +292,7 @@ void CellGrid::showEditor()
 void CellGrid::placeEditor()
 {
     if (m_editor && m_edited.isValid())
-        m_editor->setGeometry(visualRect(m_edited));
+        m_editor->setGeometry(visualRect(m_edited).adjusted(0, 0, editorSurplus, 0));
 }
 
 void CellGrid::updateGeometries()
