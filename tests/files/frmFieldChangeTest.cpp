@@ -4,6 +4,7 @@
 
 #include <ostream>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -243,6 +244,42 @@ TEST_F(FieldPane, LineBreaksOfRemarksAreStored)
     QTest::keyClicks(&entry(u"REMARKS"_s), u"two"_s);
     press(u"OK"_s);
     EXPECT_EQ(storedField(u"CODE"_s), QStringList{u"STOCK|1|CODE|STRING|0|10|10|0|0|||one\ntwo"_s});
+}
+
+TEST_F(FieldPane, ARenameOfAFieldWhoseStoredRemarksHoldAnApostropheEndsBehindItsDelete)
+{
+    change(u"UPDATE TW_FIELD SET REMARKS = 'it''s' WHERE FIELD_NAME = 'FLAGS'"_s);
+    open(field(u"FLAGS"_s));
+    write(u"FIELD_NAME"_s, u"bits"_s);
+    errors.expect(Press::Ignore);
+    press(u"OK"_s);
+    EXPECT_EQ(errors.shown().back().trappedIn, u"modUpdate.UpdateField"_s);
+    // The update of a row that is not there is no failure, and the pane shows what the catalog holds.
+    EXPECT_EQ(storedField(u"FLAGS"_s) + storedField(u"BITS"_s), QStringList());
+    EXPECT_EQ(paneTitle(), u"STOCK.BITS - Field Properties"_s);
+    EXPECT_EQ(texts(fieldColumns).join(QString()), QString());
+    EXPECT_EQ(state(), displayState);
+}
+
+TEST_F(FieldPane, OnlyDateAndTimeThemselvesOpenTheirBuilder)
+{
+    for (const auto& [type, opens] : {std::pair("DATE", true), std::pair("TIME", true), std::pair("DATE-YYMMDD", false),
+                                      std::pair("TIMESTAMP", false), std::pair("STRING", false)}) {
+        SCOPED_TRACE(type);
+        change(u"UPDATE TW_FIELD SET LOCAL_TYPE_NAME = '%1' WHERE FIELD_NAME = 'SOLD'"_s.arg(QLatin1String(type)));
+        open(field(u"SOLD"_s));
+        EXPECT_EQ(control(u"cmdFormat"_s).isEnabled(), opens);
+    }
+}
+
+TEST_F(FieldPane, AnEmptiedOffsetIsNotWritten)
+{
+    open(field(u"PRICE"_s));
+    statements.clear();
+    clear(u"OFFSET"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(statements.writes().size(), 1);
+    EXPECT_EQ(text(u"OFFSET"_s), u"10"_s);
 }
 
 // Deleting -----------------------------------------------------------------------------------------------------------
