@@ -281,6 +281,49 @@ TEST_F(FindUniqueNameTest, ACounterThatTheCutLosesTakesThePlaceOfTheBasesEnd)
     EXPECT_TRUE(name.startsWith("WAREHOUS1")) << name.toStdString();
 }
 
+TEST_F(FindUniqueNameTest, AFailureShowsTheStatementAskedAndGivesNoNameOnIgnore)
+{
+    addDatabases({"DATA"});
+    statements.failAt(2);
+    form.expect(Press::Ignore);
+    EXPECT_EQ(databaseName("DATA"), "");
+    EXPECT_EQ(asked(), QStringList({"'DATA'", "'DATA1'"}));
+    ASSERT_EQ(form.shown().size(), 1U);
+    EXPECT_EQ(form.shown().front().number, "ODBC Error");
+    EXPECT_EQ(form.shown().front().trappedIn, "modDatabase.FindUniqueName");
+    EXPECT_EQ(form.shown().front().callStack, QStringList("modDatabase.FindUniqueName"));
+    EXPECT_EQ(form.shown().front().additional, modDatabase::FormatSQL(statements.statements().back()));
+}
+
+TEST_F(FindUniqueNameTest, ARetryAsksForTheSameNameAgain)
+{
+    addDatabases({"DATA"});
+    statements.failAt(2);
+    form.expect(Press::Retry);
+    EXPECT_EQ(databaseName("DATA"), "DATA1");
+    EXPECT_EQ(asked(), QStringList({"'DATA'", "'DATA1'", "'DATA1'"}));
+}
+
+TEST_F(FindUniqueNameTest, WhenNoNameOfThatSizeIsFreeItIsAFailedCallAndNoName)
+{
+    run({"CREATE TABLE CLASSES (CLASS VARCHAR(1))", "INSERT INTO CLASSES VALUES ('A')"});
+    for (int number = 1; number <= 9; ++number)
+        run({QStringLiteral("INSERT INTO CLASSES VALUES ('%1')").arg(number)});
+    const QString statement = "SELECT CLASS FROM CLASSES WHERE CLASS = '?'";
+    form.expect(Press::Ignore);
+    EXPECT_EQ(modDatabase::FindUniqueName(*connections.Item(datasource)->db(), statement, "A"), "");
+    ASSERT_EQ(form.shown().size(), 1U);
+    EXPECT_EQ(form.shown().front().number, "5");
+    EXPECT_EQ(form.shown().front().trappedIn, "modDatabase.FindUniqueName");
+    EXPECT_EQ(form.shown().front().additional, statements.statements().back());
+    for (const char* name : {"A", "1", "2", "3", "4", "5", "6", "7", "8", "9"})
+        EXPECT_TRUE(statements.statements().contains(QString(statement).replace("?", name))) << name;
+
+    // One that has become free is found.
+    run({"DELETE FROM CLASSES WHERE CLASS = '7'"});
+    EXPECT_EQ(modDatabase::FindUniqueName(*connections.Item(datasource)->db(), statement, "A"), "7");
+}
+
 TEST_F(FindUniqueNameTest, AStatementWithoutAPlaceForTheNameIsAFailedCall)
 {
     try {

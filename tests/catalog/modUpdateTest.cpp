@@ -4,8 +4,6 @@
 #include "UpdateFixture.h"
 #include "modDatabase.h"
 
-#include <random>
-
 namespace
 {
 
@@ -73,7 +71,18 @@ TEST_F(ModUpdateTest, UpdateColumnCopiesNumbersAsTheyStand)
              "LENGTH, PRECISION, SCALE, NULLABLE, UNSIGNED_ATTRIBUTE, UPDATABLE, VISIBLE, MONEY, AUTO_INCREMENT, "
              "CASE_SENSITIVE, SEARCHABLE, RADIX, DEFAULT_VALUE, REMARKS, SETFILEPARAMETER, COLUMN_TYPE, DISPLAY_NAME) "
              "VALUES ('STOCK', 'PARTS', 012, 'TOTAL', 'PRICE', 'DECIMAL', 4, 7, -2, 1, 0, 1, 1, 1, 0, 0, 3, 10, "
-             "'''0''', 'net', 5, 0, 'Amount')"}));
+             "'''0''', 'it''s  net, rounded', 5, 0, 'Amount')"}));
+}
+
+TEST_F(ModUpdateTest, ANumberBelowZeroOfAColumnStaysBelowZero)
+{
+    const QStringList expected = catalogAfter(
+        {"UPDATE TW_COLUMN SET COLUMN_NUMBER = -3 WHERE DATABASE_NAME = 'SALES' AND COLUMN_NAME = 'AMOUNT'"});
+    const QStringList sent = sentBy([&] {
+        modUpdate::UpdateColumn(datasource, "SALES", "SALES", "ORDERS", "ORDERS", "AMOUNT", "AMOUNT", 0, -3, "AMOUNT");
+    });
+    EXPECT_TRUE(sent.back().contains("VALUES ('SALES', 'ORDERS', 0-3, 'AMOUNT', 'AMOUNT', 'DECIMAL', "));
+    EXPECT_EQ(lines(catalog()), lines(expected));
 }
 
 TEST_F(ModUpdateTest, UpdateTableMovesTheTableThenItsColumnsThenItsPrivileges)
@@ -89,7 +98,8 @@ TEST_F(ModUpdateTest, UpdateTableMovesTheTableThenItsColumnsThenItsPrivileges)
                "DELETE FROM TW_TABLE WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'",
                "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, "
                "NUMBER_COLUMNS, CRITERIA, REMARKS, DISPLAY_NAME) "
-               "VALUES ('STOCK', 'BILLS', 'TABLE', 'ORDERS', 'orders.dat', 02, 'KIND = ''O''', 'all orders', 'BILLS')",
+               "VALUES ('STOCK', 'BILLS', 'TABLE', 'ORDERS', 'orders.dat', 02, 'KIND = ''O''', 'all orders,  the "
+               "clerk''s too', 'BILLS')",
                "SELECT COLUMN_TYPE, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME FROM TW_COLUMN "
                "WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'",
 
@@ -98,7 +108,7 @@ TEST_F(ModUpdateTest, UpdateTableMovesTheTableThenItsColumnsThenItsPrivileges)
                "DELETE FROM TW_COLUMN WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS' AND COLUMN_NAME = "
                "'AMOUNT'",
                column + "VALUES ('STOCK', 'BILLS', 02, 'AMOUNT', 'AMOUNT', 'DECIMAL', 4, 7, -2, 1, 0, 1, 1, 1, 0, 0, "
-                        "3, 10, '''0''', 'net', 5, 0, 'Amount')",
+                        "3, 10, '''0''', 'it''s  net, rounded', 5, 0, 'Amount')",
 
                "SELECT * FROM TW_COLUMN WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS' AND COLUMN_NAME = "
                "'RFA'",
@@ -143,7 +153,8 @@ TEST_F(ModUpdateTest, UpdateDatabaseMovesTheDatabaseThenItsTablesThenItsPrivileg
                "DELETE FROM TW_TABLE WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'",
                "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, "
                "NUMBER_COLUMNS, CRITERIA, REMARKS, DISPLAY_NAME) "
-               "VALUES ('SHOP', 'ORDERS', 'TABLE', 'ORDERS', 'orders.dat', 02, 'KIND = ''O''', 'all orders', 'ORDERS')",
+               "VALUES ('SHOP', 'ORDERS', 'TABLE', 'ORDERS', 'orders.dat', 02, 'KIND = ''O''', 'all orders,  the "
+               "clerk''s too', 'ORDERS')",
                "SELECT COLUMN_TYPE, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME FROM TW_COLUMN "
                "WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'",
                "SELECT USER_NAME FROM TW_TBLPRV WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'",
@@ -153,7 +164,7 @@ TEST_F(ModUpdateTest, UpdateDatabaseMovesTheDatabaseThenItsTablesThenItsPrivileg
                "DELETE FROM TW_DBPRV WHERE DATABASE_NAME = 'SALES' AND USER_NAME = 'ANN' ",
                "INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, "
                "ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS) "
-               "VALUES ('ANN', 'SHOP', 'ann', 'it''s', 01, 00, 01, 00, 'TABLE', 'clerk')",
+               "VALUES ('ANN', 'SHOP', 'ann', 'it''s', 01, 00, 01, 00, 'TABLE', 'clerk,  Bob''s')",
                "SELECT TABLE_NAME FROM TW_TBLPRV WHERE DATABASE_NAME = 'SALES'"}));
 }
 
@@ -171,7 +182,7 @@ TEST_F(ModUpdateTest, UpdateUserMovesTheUserWithoutThePasswordThenThePrivilegesO
                "DELETE FROM TW_DBPRV WHERE DATABASE_NAME = 'SALES' AND USER_NAME = 'ANN' ",
                "INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, "
                "ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS) "
-               "VALUES ('EVE', 'SALES', 'ann', 'it''s', 01, 00, 01, 00, 'TABLE', 'clerk')",
+               "VALUES ('EVE', 'SALES', 'ann', 'it''s', 01, 00, 01, 00, 'TABLE', 'clerk,  Bob''s')",
                "SELECT TABLE_NAME FROM TW_TBLPRV WHERE DATABASE_NAME = 'SALES'",
 
                "SELECT * FROM TW_TBLPRV WHERE USER_NAME = 'ANN' AND DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'",
@@ -352,14 +363,89 @@ TEST_F(ModUpdateTest, ATablePrivilegeThatDidNotMoveWithItsTableMovesWithItsDatab
     EXPECT_EQ(lines(catalog()), lines(expected));
 }
 
-TEST_F(ModUpdateTest, NullsOfAFieldBecomeZerosAndEmptyTexts)
+TEST_F(ModUpdateTest, NullsBecomeZerosAndEmptyTexts)
 {
-    const QString nulls = "LENGTH = %1, PRECISION = %1, SCALE = %1, ENCRYPTED = %1, FORMAT = %2, REMARKS = %2";
-    const QStringList expected =
-        catalogAfter({"UPDATE TW_FIELD SET " + nulls.arg("0", "''") + " WHERE FILE_NAME = 'PARTS'"});
-    run({"UPDATE TW_FIELD SET " + nulls.arg("NULL", "NULL") + " WHERE FILE_NAME = 'PARTS'"});
-    modUpdate::UpdateField(datasource, "PARTS", "PARTS", "AMOUNT", "AMOUNT", 0);
-    EXPECT_EQ(lines(catalog()), lines(expected));
+    const struct {
+        QString row;
+        QStringList numbers;
+        QStringList texts;
+        std::function<void()> call;
+        QString insertion;
+    } nulls[] = {
+        {"TW_FIELD WHERE FILE_NAME = 'PARTS'",
+         {"FIELD_NUMBER", "LENGTH", "PRECISION", "SCALE", "ENCRYPTED"},
+         {"LOCAL_TYPE_NAME", "FORMAT", "DEFAULT_VALUE", "REMARKS"},
+         [&] { modUpdate::UpdateField(datasource, "PARTS", "PARTS", "AMOUNT", "AMOUNT", 0); },
+         "VALUES ('PARTS', 0, 'AMOUNT', '', 00, 0, 0, 0, 0, '', '', '')"},
+        {"TW_FILE WHERE FILE_NAME = 'PARTS'",
+         {"RECORD_SIZE"},
+         {"OPEN_STRING", "FILE_ORGANISATION", "RECORD_TYPE", "REMARKS"},
+         [&] { modUpdate::UpdateFile(datasource, "PARTS", "PARTS"); },
+         "VALUES ('PARTS', '', 0, '', '', '')"},
+        {"TW_COLUMN WHERE DATABASE_NAME = 'STOCK'",
+         {},
+         {"SQL_TYPE_NAME", "DEFAULT_VALUE", "REMARKS", "DISPLAY_NAME"},
+         [&] {
+             modUpdate::UpdateColumn(datasource, "STOCK", "STOCK", "PARTS", "PARTS", "AMOUNT", "AMOUNT", 0, 1,
+                                     "AMOUNT");
+         },
+         "VALUES ('STOCK', 'PARTS', 01, 'AMOUNT', 'AMOUNT', '', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, '', '', 0, 0, '')"},
+        {"TW_TABLE WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'",
+         {"NUMBER_COLUMNS"},
+         {"TABLE_TYPE", "FILE_NAME", "FILE_SPECIFICATION", "CRITERIA", "REMARKS"},
+         [&] {
+             run({"UPDATE TW_TABLE SET DISPLAY_NAME = TABLE_NAME"});
+             modUpdate::UpdateTable(datasource, "SALES", "SALES", "ORDERS", "ORDERS");
+         },
+         "VALUES ('SALES', 'ORDERS', '', '', '', 0, '', '', 'ORDERS')"},
+        {"TW_TBLPRV WHERE USER_NAME = 'ANN'",
+         {"ALLOW_SELECT", "ALLOW_INSERT", "ALLOW_UPDATE", "ALLOW_DELETE"},
+         {"REMARKS"},
+         [&] { modUpdate::UpdateTBLPRV(datasource, "SALES", "SALES", "ORDERS", "ORDERS", "ANN", "ANN"); },
+         "VALUES ('SALES', 'ORDERS', 'ANN', 0, 0, 0, 0, '')"},
+        {"TW_DB WHERE DATABASE_NAME = 'STOCK'",
+         {},
+         {"DEFAULT_DIRECTORY", "DRIVER_NAME", "SETUP_PROCEDURE", "CONNECT_STRING", "REMARKS"},
+         [&] {
+             run({"UPDATE TW_DB SET DISPLAY_NAME = DATABASE_NAME", "UPDATE TW_TABLE SET DISPLAY_NAME = TABLE_NAME"});
+             modUpdate::UpdateDatabase(datasource, "STOCK", "STOCK");
+         },
+         "VALUES ('STOCK', '', '', '', '', '', 'STOCK')"},
+        {"TW_DBPRV WHERE USER_NAME = 'ANN' AND DATABASE_NAME = 'SALES'",
+         {"ALLOW_SELECT", "ALLOW_INSERT", "ALLOW_UPDATE", "ALLOW_DELETE"},
+         {"DATABASE_USERNAME", "DATABASE_PASSWORD", "SECURITY_LEVEL", "REMARKS"},
+         [&] { modUpdate::UpdateDBPRV(datasource, "SALES", "SALES", "ANN", "ANN"); },
+         "VALUES ('ANN', 'SALES', '', '', 0, 0, 0, 0, '', '')"},
+        {"TW_USER WHERE USER_NAME = 'ANN'",
+         {},
+         {"REMARKS"},
+         [&] {
+             run({"UPDATE TW_USER SET USER_PASSWORD = ''"});
+             modUpdate::UpdateUser(datasource, "ANN", "ANN");
+         },
+         "VALUES ('ANN', '', '')"},
+    };
+    for (const auto& [row, numbers, texts, call, insertion] : nulls) {
+        SCOPED_TRACE(row.toStdString());
+        const auto setTo = [&](const QString& number, const QString& text) {
+            QStringList assignments;
+            for (const QString& column : numbers)
+                assignments.append(column + " = " + number);
+            for (const QString& column : texts)
+                assignments.append(column + " = " + text);
+            return "UPDATE " + QString(row).replace(" WHERE ", " SET " + assignments.join(", ") + " WHERE ");
+        };
+        // Written with nulls or without, the rows come out the same.
+        run({setTo("0", "''")});
+        call();
+        const QStringList expected = catalog();
+        restore();
+        run({setTo("NULL", "NULL")});
+        const QStringList sent = sentBy(call);
+        EXPECT_EQ(sent.filter(insertion).size(), 1) << lines(sent);
+        EXPECT_EQ(lines(catalog()), lines(expected));
+        restore();
+    }
 }
 
 TEST_F(ModUpdateTest, ANullNumberOfAColumnLeavesItsPlaceEmptyAndTheInsertFails)
@@ -463,6 +549,36 @@ TEST_F(ModUpdateTest, ATablePrivilegeOfAnotherUserIsReportedOncePerRowAndStays)
               QStringList({"modUpdate.UpdateDatabase", "modUpdate.UpdateDBPRV", "modUpdate.UpdateUser"}));
 }
 
+TEST_F(ModUpdateTest, TheUsersOwnPrivilegeOnATableMovesOnceAndEachForeignRowIsReportedOnce)
+{
+    const QStringList foreign{
+        "INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME) VALUES ('SALES', 'ORDERS', 'BOB')",
+        "INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME) VALUES ('SALES', 'LINES', 'BOB')"};
+    const QStringList expected =
+        catalogAfter(foreign + QStringList({"UPDATE TW_DBPRV SET USER_NAME = 'EVE' WHERE USER_NAME = 'ANN' AND "
+                                            "DATABASE_NAME = 'SALES'",
+                                            "UPDATE TW_TBLPRV SET USER_NAME = 'EVE' WHERE USER_NAME = 'ANN'"}));
+    run(foreign);
+    form.expect(Press::Ignore).expect(Press::Ignore);
+    const QStringList sent = sentBy([&] { modUpdate::UpdateDBPRV(datasource, "SALES", "SALES", "ANN", "EVE"); });
+    EXPECT_EQ(lines(catalog()), lines(expected));
+    EXPECT_EQ(sent.filter("DELETE FROM TW_TBLPRV").size(), 1);
+    const QString select = "SELECT * FROM TW_TBLPRV WHERE USER_NAME = 'ANN' AND DATABASE_NAME = 'SALES' "
+                           "AND TABLE_NAME = '%1'";
+    EXPECT_EQ(sent.count(select.arg("ORDERS")), 2);
+    EXPECT_EQ(sent.count(select.arg("LINES")), 1);
+    ASSERT_EQ(form.shown().size(), 2U);
+    QStringList reported;
+    for (const ScriptedErrorForm::Shown& shown : form.shown()) {
+        EXPECT_EQ(shown.number, "3021");
+        EXPECT_EQ(shown.trappedIn, "modUpdate.UpdateDatabase");
+        EXPECT_EQ(shown.callStack, QStringList({"modUpdate.UpdateDatabase", "modUpdate.UpdateDBPRV"}));
+        reported.append(shown.additional.section("\n\n", 0, 0));
+    }
+    reported.sort();
+    EXPECT_EQ(reported, QStringList({select.arg("LINES"), select.arg("ORDERS")}));
+}
+
 TEST_F(ModUpdateTest, ATablePrivilegeWithoutADatabasePrivilegeStaysUnderTheOldUser)
 {
     run({"DELETE FROM TW_DBPRV WHERE USER_NAME = 'ANN' AND DATABASE_NAME = 'SALES'"});
@@ -477,65 +593,6 @@ TEST_F(ModUpdateTest, AUserWithDatabasePrivilegesOnlyTouchesNoTablePrivilege)
     const QStringList sent = sentBy([&] { modUpdate::UpdateUser(datasource, "ANN", "EVE"); });
     EXPECT_EQ(sent.filter("TW_TBLPRV").filter("SELECT TABLE_NAME").size(), 2);
     EXPECT_EQ(sent.filter("TW_TBLPRV").size(), 2);
-}
-
-/// A name of pieces that mean something to SQL, to text formatting or to the driver manager.
-QString hostileName(std::mt19937& random)
-{
-    static const QStringList pieces{"'", "''", "%1",    "%2", "%", "%10", "\n",         "\r\n",  "\t", "\"",
-                                    "?", "--", ";",     "{d", "}", "é",   "\U0001F600", "a",     "B",  " ",
-                                    "_", "\\", "%%%1s", ",",  "(", ")",   ":x",         "\u00a0"};
-    QString name;
-    for (auto count = 1 + random() % 12; count > 0; --count)
-        name += pieces[static_cast<qsizetype>(random() % static_cast<std::size_t>(pieces.size()))];
-    return name;
-}
-
-TEST_F(ModUpdateTest, WhateverTheNamesAreEveryRowEndsUnderTheNewOnes)
-{
-    std::mt19937 random(1407);
-    QString file = "ORDERS", field = "AMOUNT", table = "ORDERS", database = "SALES", user = "ANN";
-    const auto quoted = [](const QString& text) { return '\'' + modDatabase::SQLQuote(text) + '\''; };
-    const auto count = [&](const QString& what) { return value("SELECT COUNT(*) FROM " + what).toInt(); };
-    for (int round = 0; round < 25; ++round) {
-        const auto rename = [&](QString& name) {
-            // The round keeps names apart that would be alike by chance.
-            return std::exchange(name, hostileName(random) + QString::number(round));
-        };
-        const QString oldFile = rename(file);
-        modUpdate::UpdateFile(datasource, oldFile, file);
-        const QString oldField = rename(field);
-        modUpdate::UpdateField(datasource, file, file, oldField, field, round);
-        const QString oldTable = rename(table);
-        modUpdate::UpdateTable(datasource, database, database, oldTable, table);
-        const QString oldDatabase = rename(database);
-        modUpdate::UpdateDatabase(datasource, oldDatabase, database);
-        const QString oldUser = rename(user);
-        modUpdate::UpdateUser(datasource, oldUser, user);
-
-        SCOPED_TRACE(lines({file, field, table, database, user}));
-        ASSERT_TRUE(form.shown().empty());
-        ASSERT_EQ(count("TW_FILE WHERE FILE_NAME = " + quoted(file)), 1);
-        ASSERT_EQ(count("TW_FIELD WHERE FILE_NAME = " + quoted(file)), 2);
-        ASSERT_EQ(count("TW_FIELD WHERE FIELD_NAME = " + quoted(field) + " AND OFFSET = " + QString::number(round)), 1);
-        ASSERT_EQ(count("TW_TABLE WHERE FILE_NAME = " + quoted(file)), 2);
-        ASSERT_EQ(count("TW_TABLE WHERE DATABASE_NAME = " + quoted(database) + " AND TABLE_NAME = " + quoted(table) +
-                        " AND DISPLAY_NAME = TABLE_NAME"),
-                  1);
-        ASSERT_EQ(count("TW_COLUMN WHERE DATABASE_NAME = " + quoted(database) + " AND FIELD_NAME = " + quoted(field)),
-                  2);
-        ASSERT_EQ(count("TW_DB WHERE DATABASE_NAME = " + quoted(database) + " AND DISPLAY_NAME = DATABASE_NAME"), 1);
-        ASSERT_EQ(count("TW_DBPRV WHERE USER_NAME = " + quoted(user)), 2);
-        ASSERT_EQ(count("TW_TBLPRV WHERE USER_NAME = " + quoted(user) + " AND DATABASE_NAME = " + quoted(database) +
-                        " AND TABLE_NAME = " + quoted(table)),
-                  1);
-    }
-    for (const char* name :
-         {"TW_FILE", "TW_FIELD", "TW_DB", "TW_TABLE", "TW_COLUMN", "TW_USER", "TW_DBPRV", "TW_TBLPRV"}) {
-        const int rows = count(name);
-        restore();
-        EXPECT_EQ(rows, count(name)) << name;
-    }
 }
 
 } // namespace
