@@ -77,7 +77,7 @@ void showAnew(const QStringList& file)
     if (const auto* grid = dynamic_cast<const frmFields*>(window.currentPane()); grid && grid->keys() == file)
         window.PaneDisplay(u"frmFields"_s, file);
     const auto* field = dynamic_cast<const frmField*>(window.currentPane());
-    if (field && field->keys().first(2) == file && !field->keys().back().isEmpty())
+    if (field && field->keys().size() == 3 && field->keys().first(2) == file && !field->keys().back().isEmpty())
         window.PaneDisplay(u"frmField"_s, field->keys());
 }
 

@@ -245,12 +245,25 @@ void frmField::adding()
 {
     m_lengthChanged = false;
     m_storedNumber.clear();
+    resetLimits();
     setText(u"FILE_NAME"_s, file());
     clickButton(u"cmdNextFieldNumber"_s);
     clickButton(u"cmdCalcOffset"_s);
     enableButtons(true);
     sheet().button(u"cmdFormat"_s).setEnabled(false);
     sheet().minMax(LengthLabel).setText(u"(Set the Local Type)"_s);
+}
+
+/// Without a type there are no narrower limits than those of the columns.
+void frmField::resetLimits()
+{
+    for (const Property& property : sheet().properties()) {
+        const Limits& limits = property.limits;
+        if (limits.label < 0)
+            continue;
+        sheet().spinner(limits.spinner).setRange(limits.minimum, limits.maximum);
+        sheet().minMax(limits.label).setText(QLatin1String(limits.text));
+    }
 }
 
 void frmField::editing()

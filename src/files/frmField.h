@@ -39,6 +39,7 @@ private:
     void buttonClicked(const QString& name) override;
 
     const QString& file() const { return owners().back(); }
+    void resetLimits();
     void enableButtons(bool enabled);
     bool refuseRange(const QString& what, const QString& column, int spinner);
     /// The attributes of the type in the pane as the limits read them; empty for a type that nobody knows.
