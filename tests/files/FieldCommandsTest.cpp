@@ -1,7 +1,10 @@
 #include "FieldFixture.h"
 
 #include "FaultSweep.h"
+#include "GridFixture.h"
 #include "PaneRegistry.h"
+
+#include <QLineEdit>
 
 #include <ostream>
 
@@ -225,6 +228,38 @@ TEST_F(FieldRecalculate, AnOffsetBeyond32767IsAnOverflow)
     EXPECT_EQ(displayed, QStringList());
 }
 
+TEST_F(FieldRecalculate, AFieldWithoutALengthEndsItBehindItsOffset)
+{
+    change(u"UPDATE TW_FIELD SET OFFSET = OFFSET * 10 + 2 WHERE FILE_NAME = 'PAYROLL'"_s);
+    change(u"UPDATE TW_FIELD SET LENGTH = NULL WHERE FIELD_NAME = 'BONUS'"_s);
+    start();
+    errors.expect(Press::Ignore);
+    recalculate(u"PAYROLL"_s);
+    ASSERT_EQ(errors.shown().size(), 1u);
+    EXPECT_EQ(errors.shown().front().number, u"94"_s);
+    EXPECT_EQ(errors.shown().front().trappedIn, u"mdiMain.mnu_FieldRecalculate_Click"_s);
+    EXPECT_EQ(errors.shown().front().additional, u"None"_s);
+    EXPECT_EQ(statements.statements(),
+              readings + QStringList({setOffset(0, u"EMPLOYEE"_s, 1), setOffset(4, u"BONUS"_s, 3)}));
+    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 82"_s, u"BONUS 3 4"_s}));
+    EXPECT_EQ(displayed, QStringList());
+}
+
+TEST_F(FieldRecalculate, AFileWithoutARecordSizeEndsItBeforeAnyOffset)
+{
+    change(u"UPDATE TW_FIELD SET OFFSET = 90 WHERE FIELD_NAME = 'SALARY'"_s);
+    change(u"UPDATE TW_FILE SET RECORD_SIZE = NULL WHERE FILE_NAME = 'PAYROLL'"_s);
+    start();
+    errors.expect(Press::Ignore);
+    recalculate(u"PAYROLL"_s);
+    ASSERT_EQ(errors.shown().size(), 1u);
+    EXPECT_EQ(errors.shown().front().number, u"94"_s);
+    EXPECT_EQ(errors.shown().front().trappedIn, u"mdiMain.mnu_FieldRecalculate_Click"_s);
+    EXPECT_EQ(statements.statements(), readings.first(1));
+    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 90"_s, u"BONUS 3 4"_s}));
+    EXPECT_EQ(displayed, QStringList());
+}
+
 TEST_F(FieldRecalculate, AnOffsetOf32767IsStillOne)
 {
     change(u"UPDATE TW_FIELD SET LENGTH = 32759 WHERE FIELD_NAME = 'EMPLOYEE'"_s);
@@ -264,4 +299,126 @@ TEST_F(FieldRecalculate, AFaultLeavesWhatWasWrittenAndTheNextTimeDoesItAll)
                .act = [&](const auto& fault) { act(fault && fault->answer == Press::Ignore); },
                .outcome = [&] { return wholeCatalog() + wholeTree() + displayed; },
                .goOn = [&] { act(false); }});
+}
+
+/// The command in front of the real grid of fields.
+class FieldRecalculateGrid : public GridTest
+{
+protected:
+    void SetUp() override
+    {
+        GridTest::SetUp();
+        change(u"UPDATE TW_FIELD SET OFFSET = OFFSET * 10 + 2 WHERE FILE_NAME = 'PAYROLL'"_s);
+    }
+
+    void recalculate()
+    {
+        boxes.expectInform(recalculated(u"PAYROLL"_s));
+        statements.clear();
+        choose(key(payroll), u"mnu_FieldRecalculate"_s);
+        boxes.verify();
+        EXPECT_EQ(currentPane(), u"frmFields"_s);
+        EXPECT_EQ(paneTitle(), u"PAYROLL - Fields"_s);
+        EXPECT_EQ(offsets(), (QStringList{u"BONUS 4"_s, u"EMPLOYEE 0"_s, u"SALARY 8"_s}));
+        EXPECT_EQ(statements.statements().size(), 6);
+        EXPECT_TRUE(statements.statements().back().startsWith(u"SELECT FIELD_NAME, FIELD_NUMBER, OFFSET, "_s));
+    }
+
+    /// Of the rows of the grid but the blank one.
+    QStringList offsets() const
+    {
+        QStringList all;
+        for (int row = 0; row < blankRow(); ++row)
+            all.append(cell(row, u"Field Name"_s) + ' '_L1 + cell(row, u"Offset"_s));
+        return all;
+    }
+
+    const QStringList payroll{u"FI"_s, u"fi=PAYROLL"_s, u"FD"_s};
+};
+
+TEST_F(FieldRecalculateGrid, TheGridThatShowsTheFieldsShowsTheirNewOffsets)
+{
+    open(payroll);
+    EXPECT_EQ(offsets(), (QStringList{u"BONUS 42"_s, u"EMPLOYEE 2"_s, u"SALARY 82"_s}));
+    recalculate();
+}
+
+TEST_F(FieldRecalculateGrid, TheGridComesUpInFrontOfAnotherPane)
+{
+    open(payroll);
+    click(key({u"FI"_s}));
+    ASSERT_EQ(currentPane(), u"frmFiles"_s);
+    recalculate();
+}
+
+/// The dialog of the fields' order in front of the panes that show their numbers.
+class FieldReorderInFront : public GridTest
+{
+protected:
+    void SetUp() override
+    {
+        GridTest::SetUp();
+        change(u"UPDATE TW_FIELD SET LOCAL_TYPE_NAME = 'STRING' WHERE FILE_NAME = 'PAYROLL'"_s);
+    }
+
+    /// Puts the fields into the order of the alphabet.
+    void reorder(const QString& button)
+    {
+        dialogs.expect(u"frmFieldReorder"_s, [&](DialogForm& dialog) {
+            DialogScript::click(dialog, u"chkSortAlpha"_s);
+            DialogScript::click(dialog, button);
+        });
+        choose(key(payroll), u"mnu_FieldReorder"_s);
+        dialogs.verify();
+        boxes.verify();
+    }
+
+    QStringList numbers() const
+    {
+        QStringList all;
+        for (int row = 0; row < blankRow(); ++row)
+            all.append(cell(row, u"Field Name"_s) + ' '_L1 + cell(row, u"Field Number"_s));
+        return all;
+    }
+
+    const QStringList payroll{u"FI"_s, u"fi=PAYROLL"_s, u"FD"_s};
+    DialogScript dialogs;
+};
+
+TEST_F(FieldReorderInFront, TheGridThatShowsTheFieldsShowsTheirNewNumbers)
+{
+    open(payroll);
+    EXPECT_EQ(numbers(), (QStringList{u"BONUS 3"_s, u"EMPLOYEE 1"_s, u"SALARY 2"_s}));
+    boxes.expectInform(u"Field re-ordering complete"_s);
+    reorder(u"cmdOK"_s);
+    EXPECT_EQ(numbers(), (QStringList{u"BONUS 1"_s, u"EMPLOYEE 2"_s, u"SALARY 3"_s}));
+    EXPECT_EQ(currentPane(), u"frmFields"_s);
+}
+
+TEST_F(FieldReorderInFront, APaneThatShowsSomethingElseStays)
+{
+    open(payroll);
+    click(key({u"FI"_s}));
+    ASSERT_EQ(currentPane(), u"frmFiles"_s);
+    statements.clear();
+    boxes.expectInform(u"Field re-ordering complete"_s);
+    reorder(u"cmdOK"_s);
+    EXPECT_EQ(currentPane(), u"frmFiles"_s);
+    // Two readings of the list and one number for each field: no pane has read its rows again.
+    EXPECT_EQ(statements.statements().size(), 5);
+}
+
+TEST_F(FieldReorderInFront, TheFieldThatShowsHasItsNewNumber)
+{
+    open(payroll + QStringList{u"fd=BONUS"_s});
+    ASSERT_EQ(currentPane(), u"frmField"_s);
+    const auto number = [&] {
+        const auto* text = window->currentPane()->findChild<QLineEdit*>(u"txtProperty_FIELD_NUMBER"_s);
+        return text ? text->text() : QString();
+    };
+    EXPECT_EQ(number(), u"3"_s);
+    boxes.expectInform(u"Field re-ordering complete"_s);
+    reorder(u"cmdOK"_s);
+    EXPECT_EQ(currentPane(), u"frmField"_s);
+    EXPECT_EQ(number(), u"1"_s);
 }

@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -264,17 +265,57 @@ TEST_F(DateFormat, TheTextsCannotBeTypedInto)
     EXPECT_EQ(frmDateFormat::GetFormat(u"YY"_s), u"YY"_s);
 }
 
+TEST_F(DateFormat, TheTextsShowTheFormatAsGivenAndWhatADeletionLeaves)
+{
+    const Locale english(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    outside.clock = moment;
+    DialogScript script;
+    script.expect(u"frmDateFormat"_s, [](DialogForm& dialog) {
+        const QStringList formats{u"DD/MMM"_s, u"DD/"_s, u"DD"_s, QString(), QString()};
+        const QStringList examples{u"07/Mar"_s, u"07/"_s, u"07"_s, QString(), QString()};
+        for (qsizetype deletions = 0; deletions < formats.size(); ++deletions) {
+            if (deletions > 0)
+                DialogScript::click(dialog, u"cmdDelete"_s);
+            EXPECT_EQ(DialogScript::text(dialog, u"lblFormat"_s), formats.at(deletions));
+            EXPECT_EQ(DialogScript::text(dialog, u"lblExample"_s), examples.at(deletions));
+        }
+        DialogScript::click(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(frmDateFormat::GetFormat(u"DD/MMM"_s), QString());
+}
+
 /// Whatever is built from components goes away component by component, as long as no component's end reads as another.
 TEST_F(DateFormat, DeletingUndoesBuilding)
 {
+    outside.clock = moment;
     std::mt19937 random(19980307);
-    const std::vector<int> tokens{0, 2, 4};
+    std::vector<int> tokens{0, 1, 2, 3, 4};
     for (int round = 0; round < 5; ++round) {
-        QStringList clicks;
-        // A separator in front of each token keeps it from growing together with the one before.
-        for (int count = static_cast<int>(random() % 6); count >= 0; --count)
-            clicks << u"cmdComp_%1"_s.arg(5 + random() % 9) << u"cmdComp_%1"_s.arg(tokens[random() % tokens.size()]);
-        const QStringList deletions(clicks.size(), u"cmdDelete"_s);
-        EXPECT_EQ(build(u"DD"_s, clicks + deletions + QStringList{u"cmdOK"_s}), u"DD"_s);
+        std::shuffle(tokens.begin(), tokens.end(), random);
+        DialogScript script;
+        script.expect(u"frmDateFormat"_s, [&](DialogForm& dialog) {
+            QStringList formats{DialogScript::text(dialog, u"lblFormat"_s)};
+            QStringList examples{DialogScript::text(dialog, u"lblExample"_s)};
+            const auto append = [&](int component) {
+                DialogScript::click(dialog, u"cmdComp_%1"_s.arg(component));
+                formats.append(DialogScript::text(dialog, u"lblFormat"_s));
+                examples.append(DialogScript::text(dialog, u"lblExample"_s));
+            };
+            for (const int token : tokens) {
+                // A separator in front of each token keeps it from growing together with the one before.
+                append(5 + static_cast<int>(random() % 9));
+                append(token);
+            }
+            SCOPED_TRACE(formats.back().toStdString());
+            while (formats.size() > 1) {
+                formats.removeLast();
+                examples.removeLast();
+                DialogScript::click(dialog, u"cmdDelete"_s);
+                EXPECT_EQ(DialogScript::text(dialog, u"lblFormat"_s), formats.back());
+                EXPECT_EQ(DialogScript::text(dialog, u"lblExample"_s), examples.back());
+            }
+            DialogScript::click(dialog, u"cmdOK"_s);
+        });
+        EXPECT_EQ(frmDateFormat::GetFormat(u"DD"_s), u"DD"_s);
     }
 }

@@ -3,8 +3,11 @@
 #include "DBEngine.h"
 #include "DialogForm.h"
 #include "FaultSweep.h"
+#include "OrderDialog.h"
+#include "PaneRegistry.h"
 #include "Settings.h"
 #include "frmTWErr.h"
+#include "modDatabase.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -62,6 +65,13 @@ private:
 class FieldReorder : public FieldTest
 {
 protected:
+    FieldReorder()
+    {
+        // The statements are those of the dialog, without what panes read anew behind it.
+        for (const QString& pane : {u"frmFields"_s, u"frmField"_s})
+            panes::remove(pane);
+    }
+
     static QListWidget& list(DialogForm& dialog) { return *dialog.findChild<QListWidget*>(u"lstField"_s); }
 
     static QStringList names(DialogForm& dialog)
@@ -352,10 +362,10 @@ TEST_F(FieldReorder, ThePromptAndTheButtonsServeTheKeyboard)
     EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"BONUS 1 4"_s, u"EMPLOYEE 2 0"_s, u"SALARY 3 8"_s}));
 }
 
-TEST_F(FieldReorder, AFailureNamesTheRoutineAndTheStatement)
+TEST_F(FieldReorder, AFailureNamesTheRoutineAndTheStatementAndLeavesWhatWasWritten)
 {
+    change(u"UPDATE TW_FIELD SET FIELD_NUMBER = FIELD_NUMBER * 7 WHERE FILE_NAME = 'PAYROLL'"_s);
     start();
-    expandTo(key(collection(u"PAYROLL"_s)));
     errors.expect(Press::Ignore);
     open(u"PAYROLL"_s, [&](DialogForm& dialog) {
         statements.failAt(2);
@@ -364,13 +374,89 @@ TEST_F(FieldReorder, AFailureNamesTheRoutineAndTheStatement)
         DialogScript::click(dialog, cancel);
     });
     ASSERT_EQ(errors.shown().size(), 1u);
-    EXPECT_EQ(errors.shown().front().trappedIn, u"frmFieldReorder.cmdOK_Click"_s);
-    EXPECT_TRUE(errors.shown().front().additional.contains(u"FIELD_NAME = 'EMPLOYEE'"_s) ||
-                errors.shown().front().additional.contains(u"FIELD_NAME = 'SALARY'"_s))
-        << errors.shown().front().additional.toStdString();
-    EXPECT_EQ(errors.shown().front().callStack.first(3),
-              (QStringList{u"frmFieldReorder.cmdOK_Click"_s, u"frmFieldReorder.Display"_s,
-                           u"mdiMain.mnu_FieldReorder_Click"_s}));
+    const ScriptedErrorForm::Shown& shown = errors.shown().front();
+    EXPECT_EQ(shown.number, u"ODBC Error"_s);
+    EXPECT_EQ(shown.trappedIn, u"frmFieldReorder.cmdOK_Click"_s);
+    EXPECT_EQ(shown.additional, modDatabase::FormatSQL(renumber(2, u"SALARY"_s)));
+    EXPECT_EQ(shown.callStack.first(3), (QStringList{u"frmFieldReorder.cmdOK_Click"_s, u"frmFieldReorder.Display"_s,
+                                                     u"mdiMain.mnu_FieldReorder_Click"_s}));
+    EXPECT_EQ(statements.statements(), (QStringList{byNumber, renumber(1, u"EMPLOYEE"_s), renumber(2, u"SALARY"_s)}));
+    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 14 8"_s, u"BONUS 21 4"_s}));
+}
+
+TEST_F(FieldReorder, AListThatCannotBeReadIsReportedWithItsStatementAndStaysEmpty)
+{
+    start();
+    const QString routine = u"frmFieldReorder.chkSortAlpha_Click"_s;
+    errors.expect(Press::Ignore).expect(Press::Ignore);
+    expandTo(key(collection(u"PAYROLL"_s)));
+    statements.clear();
+    statements.failAt(1);
+    dialogs.expect(dialogName, [&](DialogForm& dialog) {
+        EXPECT_EQ(names(dialog), QStringList());
+        statements.failAt(1);
+        DialogScript::click(dialog, sort);
+        EXPECT_EQ(names(dialog), QStringList());
+        EXPECT_TRUE(dialog.isVisible());
+        DialogScript::click(dialog, cancel);
+    });
+    choose(key(collection(u"PAYROLL"_s)), u"mnu_FieldReorder"_s);
+    dialogs.verify();
+    ASSERT_EQ(errors.shown().size(), 2u);
+    const QStringList asked{byNumber, byName};
+    for (qsizetype k = 0; k < asked.size(); ++k) {
+        const ScriptedErrorForm::Shown& shown = errors.shown()[static_cast<std::size_t>(k)];
+        EXPECT_EQ(shown.number, u"ODBC Error"_s);
+        EXPECT_EQ(shown.trappedIn, routine);
+        EXPECT_EQ(shown.additional, modDatabase::FormatSQL(asked.at(k)));
+        EXPECT_EQ(shown.callStack.first(3),
+                  (QStringList{routine, u"frmFieldReorder.Display"_s, u"mdiMain.mnu_FieldReorder_Click"_s}));
+    }
+    EXPECT_EQ(statements.statements(), asked);
+}
+
+TEST_F(FieldReorder, ADialogThatStoresItsPlaceLeavesItToTheNextOne)
+{
+    /// Stores its place whichever way it goes.
+    class KeepingDialog final : public OrderDialog
+    {
+    public:
+        KeepingDialog() : OrderDialog(u"frmKeeping"_s, {u"Names"_s, u"lstName"_s, u"&Names:"_s, {}, {}, {}}) {}
+
+    private:
+        void chkSortAlpha_Click() override {}
+        void cmdOK_Click() override { forms::unload(name()); }
+        void unloading() override { savePosition(); }
+    };
+    start();
+    const auto show = [&](const DialogScript::Action& action) {
+        dialogs.expect(u"frmKeeping"_s, action);
+        DialogForm::get<KeepingDialog>(u"frmKeeping"_s).ask();
+        dialogs.verify();
+        EXPECT_FALSE(forms::loaded(u"frmKeeping"_s));
+    };
+    const std::vector<std::pair<QPoint, DialogScript::Action>> ends{
+        {{210, 93}, [](DialogForm& dialog) { DialogScript::click(dialog, ok); }},
+        {{37, 64}, [](DialogForm& dialog) { DialogScript::click(dialog, cancel); }},
+        {{151, 22}, [](DialogForm& dialog) { dialog.close(); }},
+    };
+    for (const auto& [place, end] : ends) {
+        show([&, place = place, end = end](DialogForm& dialog) {
+            EXPECT_NE(dialog.pos(), place);
+            dialog.move(place);
+            end(dialog);
+        });
+        EXPECT_EQ(settings::getNumber(u"frmColumnReorder"_s, u"Left"_s, 0), place.x() * 15);
+        EXPECT_EQ(settings::getNumber(u"frmColumnReorder"_s, u"Top"_s, 0), place.y() * 15);
+        show([&, place = place](DialogForm& dialog) {
+            EXPECT_EQ(dialog.pos(), place);
+            DialogScript::click(dialog, cancel);
+        });
+        open(u"PAYROLL"_s, [&, place = place](DialogForm& dialog) {
+            EXPECT_EQ(dialog.pos(), place);
+            DialogScript::click(dialog, cancel);
+        });
+    }
 }
 
 TEST_F(FieldReorder, AFaultStopsItWhereItIsAndTheNextOkDoesItAll)

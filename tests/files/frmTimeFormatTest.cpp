@@ -97,6 +97,24 @@ TEST_F(TimeFormat, DeleteRemovesTheLastComponent)
     EXPECT_EQ(build({}, {remove, ok}), QString());
 }
 
+TEST_F(TimeFormat, TheTextsShowTheFormatAsGivenAndWhatADeletionLeaves)
+{
+    outside.clock = moment;
+    DialogScript script;
+    script.expect(u"frmTimeFormat"_s, [](DialogForm& dialog) {
+        const QStringList formats{u"hh:ss.cc"_s, u"hh:ss."_s, u"hh:ss"_s, u"hh:"_s};
+        const QStringList examples{u"15:06.00"_s, u"15:06."_s, u"15:06"_s, u"15:"_s};
+        for (qsizetype deletions = 0; deletions < formats.size(); ++deletions) {
+            if (deletions > 0)
+                DialogScript::click(dialog, u"cmdDelete"_s);
+            EXPECT_EQ(DialogScript::text(dialog, u"lblFormat"_s), formats.at(deletions));
+            EXPECT_EQ(DialogScript::text(dialog, u"lblExample"_s), examples.at(deletions));
+        }
+        DialogScript::click(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(frmTimeFormat::GetFormat(u"hh:ss.cc"_s), u"hh:"_s);
+}
+
 TEST_F(TimeFormat, AFormatStaysBelow255Characters)
 {
     EXPECT_EQ(build(QString(253, u'-'), {u"cmdComp_0"_s, u"cmdComp_5"_s, u"cmdComp_5"_s, u"cmdOK"_s}),
