@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
+#include <QToolButton>
 
 #include <stdexcept>
 
@@ -139,6 +140,13 @@ void GridTest::paste(const QString& text)
 {
     QApplication::clipboard()->setText(text);
     hit(Qt::Key_V, Qt::ControlModifier);
+}
+
+void GridTest::pressLookUp()
+{
+    auto* button = grid().findChild<QToolButton*>(u"cmd"_s);
+    ASSERT_TRUE(button && button->isVisible());
+    QTest::mouseClick(button, Qt::LeftButton);
 }
 
 QWidget* GridTest::editor() const

@@ -50,6 +50,8 @@ protected:
     }
     using MainWindowTest::change;
     void paste(const QString& text);
+    /// A real click on the button beside the entry of the look-up editor.
+    void pressLookUp();
 
     /// What keys go to. A desktop gives the window its focus back when a dialog has closed; off-screen nobody does.
     QWidget* focus() const;

@@ -206,6 +206,29 @@ TEST_F(GridOfFiles, AListTakesTheFirstItemThatBeginsWithWhatIsTyped)
     EXPECT_EQ(list->lineEdit()->selectedText(), u"QUENTIAL"_s);
 }
 
+TEST_F(GridOfFiles, WithoutASelectionAKeyGoesBehindTheWholeTextOfAList)
+{
+    openFiles();
+    click(u"PAYROLL"_s, u"File Organisation"_s);
+    hit(Qt::Key_Return);
+    hit(Qt::Key_End);
+    auto* list = qobject_cast<QComboBox*>(editor());
+    ASSERT_NE(list, nullptr);
+    ASSERT_FALSE(list->lineEdit()->hasSelectedText());
+    // No item begins with the text and the key, although one begins with the key.
+    for (const char* key : {"s", "d", " "}) {
+        write(QLatin1String(key));
+        EXPECT_EQ(editorText(), u"INDEXED"_s);
+        EXPECT_FALSE(list->lineEdit()->hasSelectedText());
+    }
+    for (int i = 0; i < 6; ++i)
+        hit(Qt::Key_Backspace);
+    EXPECT_EQ(editorText(), u"I"_s);
+    write(u"n"_s);
+    EXPECT_EQ(editorText(), u"INDEXED"_s);
+    EXPECT_EQ(list->lineEdit()->selectedText(), u"DEXED"_s);
+}
+
 TEST_F(GridOfFiles, AListKeepsTheCellForATextThatItLacks)
 {
     openFiles();
@@ -241,6 +264,28 @@ TEST_F(GridOfFiles, FreeTextArrivesInTheCatalogAsItWasGiven)
     statements.clear();
     click(u"EMPTY"_s, u"Remarks"_s);
     EXPECT_EQ(sent(), QStringList());
+}
+
+TEST_F(GridOfFiles, ATextThatNoEntryHoldsWholeIsUnchangedByEnteringItsCell)
+{
+    change(u"UPDATE TW_FILE SET REMARKS = printf('%.40000c', 'x') || 'end' WHERE FILE_NAME = 'PAYROLL'"_s);
+    openFiles();
+    ASSERT_EQ(cell(0, u"Remarks"_s).size(), 40003);
+    for (const Qt::Key leaves : {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape}) {
+        click(u"PAYROLL"_s, u"Remarks"_s);
+        hit(Qt::Key_Return);
+        ASSERT_NE(editor(), nullptr);
+        EXPECT_LT(editorText().size(), 40003);
+        hit(leaves);
+        EXPECT_EQ(editor(), nullptr);
+        EXPECT_EQ(cell(0, u"Remarks"_s).size(), 40003);
+    }
+    click(u"EMPTY"_s, u"Remarks"_s);
+    EXPECT_EQ(sent(), QStringList());
+    // A change of another cell writes it whole.
+    change(u"PAYROLL"_s, u"Open String"_s, u"a"_s);
+    click(u"EMPTY"_s, u"Remarks"_s);
+    EXPECT_EQ(remarksOf(u"PAYROLL"_s), QString(40000, u'x') + u"end"_s);
 }
 
 TEST_F(GridOfFiles, APastedTextIsCutToItsColumn)
@@ -340,6 +385,56 @@ TEST_F(GridOfFiles, TabInTheLastCellGoesOnInTheNextNewRow)
     change(blankRow(), u"Remarks"_s, u"first"_s);
     hit(Qt::Key_Tab);
     EXPECT_EQ(current(), u"3 File Name"_s);
+    EXPECT_EQ(remarksOf(u"A"_s), u"first"_s);
+}
+
+TEST_F(GridOfFiles, TabInTheLastCellOfARowThatCannotBeAddedReportsItOnce)
+{
+    const QStringList add{
+        u"SELECT FILE_NAME FROM TW_FILE WHERE FILE_NAME = 'A'"_s,
+        u"INSERT INTO TW_FILE (FILE_NAME, OPEN_STRING, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE, REMARKS) "
+        "VALUES ('A', '', 1, 'INDEXED', 'FIXED', 'first')"_s};
+    openFiles();
+    const int row = blankRow();
+    change(row, u"File Name"_s, u"a"_s);
+    change(row, u"Record Size"_s, u"1"_s);
+    change(row, u"Remarks"_s, u"first"_s);
+    statements.failAt(2);
+    errors.expect(Press::Ignore);
+    hit(Qt::Key_Tab);
+    ASSERT_EQ(errors.shown().size(), 1U);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmFiles.LeaveCell"_s);
+    EXPECT_EQ(statements.statements(), add);
+    EXPECT_EQ(grid().Rows(), row + 1);
+    EXPECT_EQ(rows().last(), u"A||1|INDEXED|FIXED|first"_s);
+    EXPECT_EQ(current(), QString::number(row) + u" Remarks"_s);
+
+    statements.clear();
+    hit(Qt::Key_Tab);
+    EXPECT_EQ(sent(), add);
+    EXPECT_EQ(remarksOf(u"A"_s), u"first"_s);
+    EXPECT_EQ(current(), QString::number(row + 1) + u" File Name"_s);
+}
+
+TEST_F(GridOfFiles, TabInTheLastCellOfARefusedRowLeavesTheFailingCellOpen)
+{
+    openFiles();
+    const int row = blankRow();
+    change(row, u"File Name"_s, u"a"_s);
+    change(row, u"Remarks"_s, u"first"_s);
+    boxes.expectInform(u"Record Size out of range.\nPlease enter a value between 0 and 65535."_s);
+    hit(Qt::Key_Tab);
+    EXPECT_EQ(boxes.shown().size(), 1U);
+    EXPECT_EQ(current(), QString::number(row) + u" Record Size"_s);
+    ASSERT_NE(editor(), nullptr);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(current(), QString::number(row) + u" Record Size"_s);
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_TRUE(editor()->isAncestorOf(focus()) || editor() == focus());
+    EXPECT_EQ(sent(), QStringList());
+    write(u"5"_s);
+    EXPECT_EQ(editorText(), u"5"_s);
+    hit(Qt::Key_Down);
     EXPECT_EQ(remarksOf(u"A"_s), u"first"_s);
 }
 

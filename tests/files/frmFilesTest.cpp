@@ -9,7 +9,6 @@
 #include <QComboBox>
 #include <QFile>
 #include <QTest>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -28,8 +27,6 @@ protected:
                       "FROM TW_FILE WHERE FILE_NAME IN ('PAYROLL', 'EMPTY', 'BILLS', 'A', 'B', 'C') "
                       "ORDER BY FILE_NAME"_s);
     }
-
-    void pressLookUp() { QTest::mouseClick(grid().findChild<QToolButton*>(u"cmd"_s), Qt::LeftButton); }
 };
 
 const QString empty = u"EMPTY||0|RELATIVE|FIXED|"_s;
@@ -210,6 +207,50 @@ TEST_F(FilesGrid, ARecordSizeOutOfRangeIsRefused)
     EXPECT_EQ(storedFiles(), (QStringList{empty, u"PAYROLL||65535|INDEXED|FIXED|"_s}));
 }
 
+TEST_F(FilesGrid, ANumberThatNothingCanHoldIsOutOfRangeAndCanBeMended)
+{
+    openFiles();
+    click(u"PAYROLL"_s, u"Record Size"_s);
+    hit(Qt::Key_Delete);
+    paste(u"1e400"_s);
+    boxes.expectInform(u"Record Size out of range.\nPlease enter a value between 0 and 65535."_s);
+    click(u"EMPTY"_s, u"Remarks"_s);
+    EXPECT_EQ(current(), u"0 Record Size"_s);
+    EXPECT_EQ(editorText(), u"1e400"_s);
+    EXPECT_EQ(sent(), QStringList());
+    for (int i = 0; i < 4; ++i)
+        hit(Qt::Key_Backspace);
+    click(u"EMPTY"_s, u"Remarks"_s);
+    EXPECT_EQ(storedFiles(), (QStringList{empty, u"PAYROLL||1|INDEXED|FIXED|"_s}));
+}
+
+TEST_F(FilesGrid, ARowWithEveryFaultIsRefusedForOneAfterTheOther)
+{
+    openFiles();
+    const auto expectRefused = [&](const QString& message, const QString& heading) {
+        boxes.expectInform(message);
+        click(u"EMPTY"_s, u"Remarks"_s);
+        boxes.verify();
+        EXPECT_EQ(current(), u"0 "_s + heading);
+        EXPECT_NE(editor(), nullptr);
+    };
+    change(u"PAYROLL"_s, u"File Name"_s, {});
+    change(0, u"Record Size"_s, u"65536"_s);
+    expectRefused(u"Record Size out of range.\nPlease enter a value between 0 and 65535."_s, u"Record Size"_s);
+    hit(Qt::Key_Backspace);
+    expectRefused(u"Filename cannot be blank"_s, u"File Name"_s);
+    EXPECT_EQ(sent(), QStringList());
+    write(u"empty"_s);
+    boxes.expectInform(u"This Datasource already contains a File called 'EMPTY'"_s);
+    click(1, u"Remarks"_s);
+    boxes.verify();
+    EXPECT_EQ(current(), u"0 File Name"_s);
+    write(u"s"_s);
+    click(1, u"Remarks"_s);
+    EXPECT_EQ(current(), u"1 Remarks"_s);
+    EXPECT_TRUE(stored(u"SELECT FILE_NAME, RECORD_SIZE FROM TW_FILE"_s).contains(u"EMPTYS|6553"_s));
+}
+
 TEST_F(FilesGrid, ABlankNameIsRefused)
 {
     openFiles();
@@ -256,6 +297,31 @@ TEST_F(FilesGrid, TheRecordSizeIsSummedFromTheFields)
     statements.clear();
     hit(Qt::Key_F4);
     EXPECT_EQ(sent().size(), 1);
+}
+
+TEST_F(FilesGrid, TheRecordSizeOfANewRowIsThatOfTheNameTypedSoFar)
+{
+    change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LENGTH) VALUES ('BILLS', 1, 'X', 30)"_s);
+    openFiles();
+    change(blankRow(), u"File Name"_s, u"bills"_s);
+    click(blankRow(), u"Record Size"_s);
+    hit(Qt::Key_Return);
+    pressLookUp();
+    EXPECT_EQ(editorText(), u"30"_s);
+    EXPECT_EQ(sent(), QStringList{u"SELECT SUM(LENGTH) As RecordLength FROM TW_FIELD WHERE FILE_NAME = 'BILLS'"_s});
+}
+
+TEST_F(FilesGrid, TheRecordSizeOfARenamedRowIsThatOfTheStoredName)
+{
+    change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LENGTH) VALUES ('BILLS', 1, 'X', 30)"_s);
+    openFiles();
+    change(u"PAYROLL"_s, u"File Name"_s, u"bills"_s);
+    click(0, u"Record Size"_s);
+    hit(Qt::Key_Delete);
+    pressLookUp();
+    EXPECT_EQ(cell(0, u"File Name"_s), u"BILLS"_s);
+    EXPECT_EQ(editorText(), u"12"_s);
+    EXPECT_EQ(sent(), QStringList{u"SELECT SUM(LENGTH) As RecordLength FROM TW_FIELD WHERE FILE_NAME = 'PAYROLL'"_s});
 }
 
 TEST_F(FilesGrid, WithoutFieldsThereIsNoRecordSize)
