@@ -2,12 +2,66 @@
 
 #include "CConnections.h"
 #include "CellGrid.h"
+#include "Database.h"
 #include "GridFixture.h"
+#include "Recordset.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
+
+/// One row of columns of given types, each of the name "TYPE_" and its type's number.
+class TypedRow final : public dao::Recordset
+{
+public:
+    explicit TypedRow(const std::vector<dao::DataType>& types)
+    {
+        for (const dao::DataType type : types) {
+            dao::Field field;
+            field.Name = u"TYPE_%1"_s.arg(type);
+            field.Type = type;
+            addField(field);
+        }
+    }
+
+    bool Eof() const override { return m_row > 0; }
+    void MoveNext() override { ++m_row; }
+    void MoveFirst() override { m_row = 0; }
+    void MoveLast() override { m_row = 0; }
+    long RecordCount() const override { return 1; }
+    long AbsolutePosition() const override { return m_row; }
+    QStringView View(int, bool* isNull) const override
+    {
+        if (isNull)
+            *isNull = false;
+        return u"value";
+    }
+
+private:
+    long m_row = 0;
+};
+
+/// Answers every SELECT with that row.
+class TypedDatabase final : public dao::Database
+{
+public:
+    explicit TypedDatabase(std::vector<dao::DataType> types) : m_types(std::move(types)) {}
+
+    void Execute(const QString&) override {}
+    std::unique_ptr<dao::Recordset> OpenRecordset(const QString&, dao::RecordsetType) override
+    {
+        return std::make_unique<TypedRow>(m_types);
+    }
+    void Close() override {}
+    QString Name() const override { return {}; }
+    QString Connect() const override { return {}; }
+
+private:
+    std::vector<dao::DataType> m_types;
+};
 
 class PopulateGrid : public MainWindowTest
 {
@@ -50,6 +104,39 @@ TEST_F(PopulateGrid, HeadingsAreTheNamesInProperCaseOverAlignedColumns)
     EXPECT_EQ(grid.TextMatrix(1, 0), u"BONUS"_s);
     EXPECT_EQ(grid.TextMatrix(1, 1), u"4"_s);
     EXPECT_EQ(statements.statements().size(), 1);
+}
+
+TEST_F(PopulateGrid, LongTextStandsAtTheLeftToo)
+{
+    change(u"CREATE TABLE KINDS (LONG_TEXT LONGVARCHAR, AMOUNT DOUBLE, NUMBER SMALLINT)"_s);
+    change(u"INSERT INTO KINDS VALUES ('a', 1.5, 2)"_s);
+    populate(u"SELECT LONG_TEXT, AMOUNT, NUMBER FROM KINDS"_s);
+    EXPECT_TRUE(alignment(0).testFlag(Qt::AlignLeft));
+    EXPECT_TRUE(alignment(1).testFlag(Qt::AlignRight));
+    EXPECT_TRUE(alignment(2).testFlag(Qt::AlignRight));
+}
+
+TEST_F(PopulateGrid, EveryTypeStandsAtItsSide)
+{
+    const std::vector texts{dao::dbText, dao::dbMemo, dao::dbChar};
+    const std::vector others{dao::dbBoolean, dao::dbByte,   dao::dbInteger,   dao::dbLong,    dao::dbCurrency,
+                             dao::dbSingle,  dao::dbDouble, dao::dbDate,      dao::dbBinary,  dao::dbLongBinary,
+                             dao::dbGUID,    dao::dbBigInt, dao::dbVarBinary, dao::dbNumeric, dao::dbDecimal,
+                             dao::dbFloat,   dao::dbTime,   dao::dbTimeStamp};
+    std::vector<dao::DataType> types = texts;
+    types.insert(types.end(), others.begin(), others.end());
+    TypedDatabase db(types);
+    modGrid::PopulateGrid(grid, db, u"SELECT * FROM KINDS"_s);
+    ASSERT_EQ(grid.Rows(), 1);
+    ASSERT_EQ(grid.Cols(), static_cast<int>(types.size()));
+    for (int column = 0; column < grid.Cols(); ++column) {
+        const dao::DataType type = types[static_cast<std::size_t>(column)];
+        const bool isText = std::find(texts.begin(), texts.end(), type) != texts.end();
+        EXPECT_EQ(alignment(column).testFlag(Qt::AlignLeft), isText) << type;
+        EXPECT_EQ(alignment(column).testFlag(Qt::AlignRight), !isText) << type;
+        EXPECT_EQ(grid.Heading(column), u"Type %1"_s.arg(type));
+        EXPECT_EQ(grid.TextMatrix(0, column), u"value"_s);
+    }
 }
 
 TEST_F(PopulateGrid, NoRowsLeaveTheHeadingsAlone)
