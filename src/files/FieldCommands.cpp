@@ -89,8 +89,8 @@ void mnu_FieldReorder_Click(const DragItem& item)
     CConnection* connection = CConnections::instance().Item(file.at(0));
     if (!connection)
         return;
-    frmFieldReorder::Display(*connection->db(), file.at(1));
-    showAnew(file);
+    if (frmFieldReorder::Display(*connection->db(), file.at(1)))
+        showAnew(file);
 }
 
 } // namespace

@@ -168,6 +168,7 @@ void frmField::fill(const dao::Recordset& row)
 {
     const QString type = row.Fields().Item(u"LOCAL_TYPE_NAME"_s).Value().Text();
     sheet().list(u"LOCAL_TYPE_NAME"_s).refill({type});
+    resetLimits();
     ApplyLocalType(type);
     {
         const QScopedValueRollback loading(m_loading, true);

@@ -22,8 +22,9 @@ frmFieldReorder::frmFieldReorder()
 {
 }
 
-void frmFieldReorder::Display(dao::Database& database, const QString& file)
+bool frmFieldReorder::Display(dao::Database& database, const QString& file)
 {
+    bool written = false;
     Routine routine("frmFieldReorder.Display");
     routine.run([&] {
         auto& form = get<frmFieldReorder>(u"frmFieldReorder"_s);
@@ -33,7 +34,9 @@ void frmFieldReorder::Display(dao::Database& database, const QString& file)
         form.setWindowTitle(tr("Reorder Fields") + " - "_L1 + file);
         form.chkSortAlpha_Click();
         form.ask();
+        written = form.m_written;
     });
+    return written;
 }
 
 void frmFieldReorder::chkSortAlpha_Click()
@@ -67,6 +70,7 @@ void frmFieldReorder::cmdOK_Click()
                 sql = "UPDATE TW_FIELD SET FIELD_NUMBER = 0"_L1 + QString::number(i + 1) + " WHERE FILE_NAME = '"_L1 +
                       SQLQuote(m_file) + "' AND FIELD_NAME = '"_L1 + SQLQuote(all.at(i)) + '\''_L1;
                 m_database->Execute(sql);
+                m_written = true;
             }
         }
         boxes::inform(u"Field re-ordering complete"_s);

@@ -13,8 +13,8 @@ class frmFieldReorder : public OrderDialog
 public:
     frmFieldReorder();
 
-    /// Shows the dialog for the fields of a file and returns when it has closed.
-    static void Display(dao::Database& database, const QString& file);
+    /// Shows the dialog for the fields of a file and returns when it has closed: whether a field has a new number.
+    static bool Display(dao::Database& database, const QString& file);
 
 private:
     void chkSortAlpha_Click() override;
@@ -22,4 +22,5 @@ private:
 
     dao::Database* m_database = nullptr;
     QString m_file;
+    bool m_written = false;
 };

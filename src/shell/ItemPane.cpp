@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -123,6 +124,8 @@ bool ItemPane::Display(const QStringList& keys)
         m_owners = keys.first(keys.size() - 1);
         m_name = keys.back();
         lblTitle()->setText(title(State::Display));
+        // Before the row is read: a row that was not must not be what a former state's "OK" acts upon.
+        enterState(State::Display, {});
         blank();
         EnableEdit(false);
         {
@@ -236,6 +239,10 @@ void ItemPane::up()
 
 void ItemPane::ok()
 {
+    // The tree yields while a change is followed up there, and a second click can arrive.
+    if (m_confirming)
+        return;
+    const QScopedValueRollback confirming(m_confirming, true);
     switch (state()) {
     case State::Add:
         okAdd();
@@ -293,10 +300,16 @@ void ItemPane::insertRow()
 
 void ItemPane::renameNode()
 {
-    CNodes& nodes = mdiMain::instance().nodes();
+    mdiMain& window = mdiMain::instance();
+    CNodes& nodes = window.nodes();
     const QString formerKey = nodeKey(m_loadedName);
     if (!nodes.find(formerKey))
         return;
+    if (window.tvwExplorer().Nodes().find(CalcNodeKey())) {
+        // It stood for a row that somebody has removed meanwhile: the level is out of date.
+        window.tvwExplorer_Expand(&window.tvwExplorer().Nodes().Item(CalcParentKey()));
+        return;
+    }
     nodes.ChangeKey(formerKey, CalcNodeKey());
     CNode& node = nodes.Item(CalcNodeKey());
     node.setNodeData(m_name);
@@ -309,7 +322,8 @@ void ItemPane::followInsert()
 {
     mdiMain& window = mdiMain::instance();
     if (TreeNode* parent = window.tvwExplorer().Nodes().find(CalcParentKey())) {
-        if (parent->Child()) {
+        const bool isShown = window.tvwExplorer().Nodes().find(CalcNodeKey()) != nullptr;
+        if (parent->Child() && !isShown) {
             CNodes& nodes = window.nodes();
             const CNode* added =
                 nodes.add(parent, QLatin1String(m_kind.nodeType), m_name, m_name, QLatin1String(m_kind.nodeImage));
@@ -530,7 +544,11 @@ bool ItemPane::finds(const QString& statement) const
 bool ItemPane::isWithin(const QString& column, int spinner) const
 {
     const UpDown& limits = m_sheet->spinner(spinner);
-    const double number = conversions::Val(text(column));
+    const QString entered = text(column);
+    // Numbers go into a statement as they are: what would open a comment there could change every row.
+    if (entered.contains("--"_L1) || entered.contains("/*"_L1))
+        return false;
+    const double number = conversions::Val(entered);
     return number >= limits.Min() && number <= limits.Max();
 }
 

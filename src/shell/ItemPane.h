@@ -179,4 +179,5 @@ private:
     QString m_name;
     QString m_loadedName;
     bool m_keyChanged = false;
+    bool m_confirming = false;
 };

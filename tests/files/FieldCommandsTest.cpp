@@ -5,6 +5,7 @@
 #include "PaneRegistry.h"
 
 #include <QLineEdit>
+#include <QTest>
 
 #include <ostream>
 
@@ -421,4 +422,21 @@ TEST_F(FieldReorderInFront, TheFieldThatShowsHasItsNewNumber)
     reorder(u"cmdOK"_s);
     EXPECT_EQ(currentPane(), u"frmField"_s);
     EXPECT_EQ(number(), u"1"_s);
+}
+
+TEST_F(FieldReorderInFront, CancelLeavesWhatIsBeingTyped)
+{
+    open(payroll + QStringList{u"fd=BONUS"_s});
+    auto* value = window->currentPane()->findChild<QLineEdit*>(u"txtProperty_DEFAULT_VALUE"_s);
+    ASSERT_NE(value, nullptr);
+    value->setFocus();
+    QTest::keyClicks(value, u"17"_s);
+    dialogs.expect(u"frmFieldReorder"_s, [&](DialogForm& dialog) {
+        EXPECT_EQ(value->text(), u"17"_s);
+        DialogScript::click(dialog, u"cmdCancel"_s);
+    });
+    choose(key(payroll), u"mnu_FieldReorder"_s);
+    dialogs.verify();
+    EXPECT_EQ(currentPane(), u"frmField"_s);
+    EXPECT_EQ(value->text(), u"17"_s);
 }
