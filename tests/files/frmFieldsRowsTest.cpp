@@ -114,6 +114,15 @@ TEST_F(FieldRows, ReorderedFieldsShowTheirNewNumbersAndKeepThem)
     }
 }
 
+TEST_F(FieldRows, AnEditGoesOnBehindAReorderingThatIsCancelled)
+{
+    openFields();
+    change(u"ARTICLE"_s, u"Remarks"_s, u"sold"_s);
+    reorder(level, u"cmdCancel"_s);
+    leave();
+    EXPECT_EQ(storedFields(), (QStringList{u"ARTICLE|1|0|STRING|10|10|0|0|||sold"_s, priceStored}));
+}
+
 TEST_F(FieldRows, TheFieldsOfAnotherFileStayAsTheyShow)
 {
     openFields();
@@ -149,6 +158,16 @@ TEST_F(FieldRows, AFieldThatShowsGetsItsNewNumberAndKeepsIt)
                           "REMARKS = 'sold' WHERE FILE_NAME = 'STOCK' AND FIELD_NAME = 'ARTICLE'"_s});
     EXPECT_EQ(storedFields(),
               (QStringList{u"ARTICLE|2|0|STRING|10|10|0|0|||sold"_s, u"PRICE|1|10|PACKED|4|8|2|1||0|net"_s}));
+}
+
+TEST_F(FieldRows, AnEditOfAFieldGoesOnBehindAReorderingThatIsCancelled)
+{
+    openFields();
+    expandTo(key(level));
+    click(key(level + QStringList{u"fd=ARTICLE"_s}));
+    QTest::keyClicks(&entry<QPlainTextEdit>(u"REMARKS"_s), u"sold"_s);
+    reorder(level, u"cmdCancel"_s);
+    EXPECT_EQ(entry<QPlainTextEdit>(u"REMARKS"_s).toPlainText(), u"sold"_s);
 }
 
 TEST_F(FieldRows, AFieldThatIsBeingAddedIsLeftAlone)
