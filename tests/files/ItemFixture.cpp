@@ -1,11 +1,13 @@
 #include "ItemFixture.h"
 
+#include "CellGrid.h"
 #include "DropDown.h"
 #include "FilesRoom.h"
 #include "Form.h"
 #include "PaneRegistry.h"
 #include "ToolBar.h"
 #include "UpDown.h"
+#include "frmTWErr.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -14,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <array>
@@ -61,14 +64,8 @@ void ItemTest::SetUp()
 {
     FieldTest::SetUp();
     registerFilesRoom();
-    for (const auto& [name, parts] : {std::pair(u"frmFiles"_s, 1), std::pair(u"frmFields"_s, 2)}) {
-        panes::Operations operations;
-        operations.Display = {parts, [this, name = name](Form&, const QStringList& keys) {
-                                  m_shown.append(name + ' '_L1 + keys.join('/'_L1));
-                              }};
-        panes::add(
-            name, [name = name] { return new Form(name); }, operations);
-    }
+    if (m_recordsCollections)
+        recordCollections();
 
     addFile(u"STOCK"_s, 40);
     const auto add = [&](int number, const char* name, const char* type, int offset, int length, int precision,
@@ -94,6 +91,18 @@ void ItemTest::SetUp()
              "VALUES ('OTHER', 'ITEMS', 1, 'ELSEWHERE', 'CODE', 10)",
          })
         change(QLatin1String(statement));
+}
+
+void ItemTest::recordCollections()
+{
+    for (const auto& [name, parts] : {std::pair(u"frmFiles"_s, 1), std::pair(u"frmFields"_s, 2)}) {
+        panes::Operations operations;
+        operations.Display = {parts, [this, name = name](Form&, const QStringList& keys) {
+                                  m_shown.append(name + ' '_L1 + keys.join('/'_L1));
+                              }};
+        panes::add(
+            name, [name = name] { return new Form(name); }, operations);
+    }
 }
 
 void ItemTest::TearDown()
@@ -289,8 +298,32 @@ QStringList ItemTest::takeShown()
     return std::exchange(m_shown, {});
 }
 
+QStringList ItemTest::gridNames() const
+{
+    QStringList names;
+    const auto& grid = dynamic_cast<CellGrid&>(control(u"grd"_s));
+    for (int row = 0; row + 1 < grid.Rows(); ++row)
+        names.append(grid.TextMatrix(row, 0));
+    return names;
+}
+
 void ItemTest::meanwhile(const QString& beginning, std::function<void()> action)
 {
     m_interloper.reset();
     m_interloper = std::make_unique<Interloper>(beginning, std::move(action));
+}
+
+QStringList ItemTest::pressOkTwice()
+{
+    QStringList routines;
+    bool came = false;
+    QToolButton* ok = window->toolBar("tbr"_L1 + window->currentPane()->name().mid(3)).Button(u"OK"_s).widget();
+    QTimer::singleShot(0, window.get(), [&] {
+        came = true;
+        routines = frmTWErr::CallStack();
+        QTest::mouseClick(ok, Qt::LeftButton);
+    });
+    press(u"OK"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return came; }));
+    return routines;
 }

@@ -10,7 +10,7 @@ class QLabel;
 class UpDown;
 
 /// A user in front of an item pane in the real main window. Entries go by the column that they are bound to. The
-/// collections' panes only write down that they were shown.
+/// collections' panes only write down that they were shown, unless a test takes the real ones.
 ///
 /// Besides the usual catalog there is a file STOCK with a field of each kind that the field pane treats in a way of its
 /// own: CODE (STRING), PRICE (PACKED), SOLD (DATE), FLAGS (HEXADECIMAL), PIECES (INTEGER-4); and a table ITEMS over it
@@ -23,6 +23,9 @@ protected:
     ~ItemTest() override;
     void SetUp() override;
     void TearDown() override;
+
+    /// For the constructor: the collections show in their own grids, and takeShown has nothing to tell.
+    void takeRealCollections() { m_recordsCollections = false; }
 
     /// Starts the program and opens the tree down to the parent of a node.
     void begin(const QStringList& steps);
@@ -69,12 +72,20 @@ protected:
     QStringList sent() const;
     /// The collections' panes that were shown since the last asking, as "frmFields Ledger1/STOCK".
     QStringList takeShown();
+    /// The first cells of the grid that shows, without the row for a new row.
+    QStringList gridNames() const;
     /// Runs before the first statement that begins so is sent, as another administrator would.
     void meanwhile(const QString& beginning, std::function<void()> action);
+    /// Clicks "OK" of the tool bar with a second click right behind, which is served as soon as the first one's work
+    /// lets events run. Tells in which routines it came; nothing when it only came behind them.
+    QStringList pressOkTwice();
 
 private:
     class Interloper;
 
+    void recordCollections();
+
+    bool m_recordsCollections = true;
     QStringList m_shown;
     std::unique_ptr<Interloper> m_interloper;
 };
