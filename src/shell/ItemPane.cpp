@@ -124,10 +124,10 @@ bool ItemPane::Display(const QStringList& keys)
         m_owners = keys.first(keys.size() - 1);
         m_name = keys.back();
         lblTitle()->setText(title(State::Display));
-        // Before the row is read: a row that was not must not be what a former state's "OK" acts upon.
-        enterState(State::Display, {});
         blank();
         EnableEdit(false);
+        // Before the row is read: a row that was not must not be what a former state's "OK" acts upon.
+        enterState(State::Display, {});
         {
             const auto row = db().OpenRecordset(selectStatement());
             if (!row->Eof())

@@ -22,6 +22,9 @@ const QString options = u"Options"_s;
 bool isSystemFile(const QString& name)
 {
     static constexpr QStringView names = u"'CNTRL'COLUMN'DB'DBPRV'DRIVER'FIELD'FILE'SQLDT'LOCDT'TABLE'TBLPRV'USER'";
+    constexpr qsizetype longest = 6;
+    if (name.size() > longest && !name.contains('\''))
+        return false;
     for (qsizetype at = names.indexOf(name, 1); at > 0; at = names.indexOf(name, at + 1)) {
         if (names.sliced(at - 1).startsWith('\'') && names.sliced(at + name.size()).startsWith('\''))
             return true;

@@ -108,7 +108,7 @@ TreeNode& TreeModel::add(TreeNode& parent, const QString& key, const QString& te
     added.m_key = key;
     added.m_text = text;
     added.m_image = imageNumber(image);
-    added.m_selectedImage = imageNumber(selectedImage);
+    added.m_selectedImage = selectedImage == image ? added.m_image : imageNumber(selectedImage);
     if (!key.isEmpty() && !m_index.insert(added))
         throw RuntimeError(ErrorNumber::KeyAlreadyThere);
     ++m_count;
