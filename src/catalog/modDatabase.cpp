@@ -3,6 +3,7 @@
 #include "Database.h"
 #include "Routine.h"
 #include "RuntimeError.h"
+#include "modString.h"
 
 #include <QStringView>
 
@@ -14,16 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-/// The text without the blanks at its ends; other white space stays.
-QStringView trimBlanks(QStringView text)
-{
-    while (text.startsWith(u' '))
-        text = text.mid(1);
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text;
-}
 
 /// Control characters and those beyond the seven-bit set become blanks, and each run of blanks becomes one.
 QString foldBlanks(const QString& text)
@@ -92,9 +83,9 @@ QString replaceAll(const QString& text, const Replacement& replacement)
 
 } // namespace
 
-bool modDatabase::FieldInfo::isText() const
+bool modDatabase::isTextKind(dao::DataType type)
 {
-    return Type == dao::dbText || Type == dao::dbMemo || Type == dao::dbChar;
+    return type == dao::dbText || type == dao::dbMemo || type == dao::dbChar;
 }
 
 long modDatabase::FieldInfo::inputWidth() const
@@ -210,10 +201,10 @@ QString modDatabase::SQLQuote(const dao::Value& value)
 
 QString modDatabase::FormatSQL(const QString& text)
 {
-    QString formatted = foldBlanks(u' ' + trimBlanks(text).toString() + u' ');
+    QString formatted = foldBlanks(u' ' + modString::Trim(text) + u' ');
     for (const Replacement& replacement : layout)
         formatted = replaceAll(formatted, replacement);
-    return trimBlanks(formatted).toString();
+    return modString::Trim(formatted);
 }
 
 QString modDatabase::FormatSQL(const dao::Value& value)

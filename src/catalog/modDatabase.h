@@ -14,6 +14,9 @@ class Database;
 namespace modDatabase
 {
 
+/// Whether values of a type go into a statement between apostrophes: text, memo and char.
+bool isTextKind(dao::DataType type);
+
 /// A column of a catalog table as the driver describes it.
 struct FieldInfo {
     QString Name;
@@ -21,8 +24,7 @@ struct FieldInfo {
     /// Characters of a text column.
     long Size = 0;
 
-    /// Whether values go into a statement between apostrophes: text, memo and char.
-    bool isText() const;
+    bool isText() const { return isTextKind(Type); }
     /// The most characters that an entry for the column takes.
     long inputWidth() const;
 };

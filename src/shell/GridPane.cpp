@@ -80,6 +80,9 @@ void GridPane::Display(const QStringList& keys)
         populateLists();
         if (m_fields.isEmpty())
             m_fields = modDatabase::FetchFieldInfo(db(), QLatin1String(m_kind.table));
+        // Without them no cell could be edited.
+        if (m_fields.isEmpty())
+            return;
         std::vector<modGrid::ShownForm> forms;
         for (const GridColumn& column : m_columns)
             forms.push_back(column.shown);

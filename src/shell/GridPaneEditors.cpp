@@ -17,14 +17,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Ctrl makes a command of a key, unless Alt makes a third character of both.
-bool isCharacter(const QKeyEvent& event)
-{
-    if (event.modifiers().testFlag(Qt::ControlModifier) && !event.modifiers().testFlag(Qt::AltModifier))
-        return false;
-    return !event.text().isEmpty() && event.text().at(0) >= u' ' && event.text().at(0) != u'\x7f';
-}
-
 void sendTo(QObject* receiver, const QKeyEvent& event)
 {
     QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat(),
@@ -177,12 +169,7 @@ void GridPane::setLookedUp(const QString& text)
 
 void GridPane::txtCell_Change(QLineEdit& edit)
 {
-    const QString cut = modGUI::cutToColumn(edit.text(), m_field);
-    if (cut == edit.text())
-        return;
-    const int caret = edit.cursorPosition();
-    edit.setText(cut);
-    edit.setCursorPosition(caret);
+    modGUI::cutToColumn(edit, m_field);
 }
 
 void GridPane::ctlLUCell_Click()
@@ -229,7 +216,7 @@ void GridPane::grd_KeyPress(QKeyEvent& event)
         default:
             break;
         }
-        if (!isCharacter(event) && !event.matches(QKeySequence::Paste))
+        if (!modGUI::typesCharacter(event) && !event.matches(QKeySequence::Paste))
             return;
         EnterCell();
         if (m_editor)
@@ -241,7 +228,7 @@ void GridPane::grd_KeyPress(QKeyEvent& event)
 /// Returns whether the last row was one to be added.
 bool GridPane::goBelow(int column)
 {
-    if (m_row != m_grid->Row() || !isNewRow() || !m_rowChanged)
+    if (m_row != m_grid->Row() || !isNewRow() || !isRowChanged())
         return false;
     if (leave(Leave::Row))
         m_grid->select(m_grid->Rows() - 1, column);
@@ -287,7 +274,7 @@ bool GridPane::Cell_Keypress(QKeyEvent& event)
             break;
         }
         m_grid->showEditor();
-        usedUp = isCharacter(event);
+        usedUp = modGUI::typesCharacter(event);
         if (!usedUp)
             return;
         if (m_editor == m_combo) {
@@ -295,9 +282,7 @@ bool GridPane::Cell_Keypress(QKeyEvent& event)
             return;
         }
         QLineEdit& edit = *lineEdit();
-        const EntryState entry{edit.text(), edit.hasSelectedText() ? edit.selectionStart() : edit.cursorPosition(),
-                               edit.selectedText().size()};
-        const QString passed = modGUI::ControlKeyPress(entry, event.text(), m_field);
+        const QString passed = modGUI::ControlKeyPress(EntryState::of(edit), event.text(), m_field);
         if (!passed.isEmpty())
             edit.insert(passed);
     });

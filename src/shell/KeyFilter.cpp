@@ -1,5 +1,8 @@
 #include "KeyFilter.h"
 
+#include <QKeyEvent>
+#include <QLineEdit>
+
 #include <algorithm>
 #include <array>
 
@@ -38,6 +41,19 @@ QString character(const QString& column, const QString& key)
 }
 
 } // namespace
+
+EntryState EntryState::of(const QLineEdit& entry)
+{
+    return {entry.text(), entry.hasSelectedText() ? entry.selectionStart() : entry.cursorPosition(),
+            entry.selectedText().size()};
+}
+
+bool modGUI::typesCharacter(const QKeyEvent& key)
+{
+    const bool isCommand = key.modifiers().testFlag(Qt::ControlModifier) != key.modifiers().testFlag(Qt::AltModifier);
+    const QString text = key.text();
+    return !text.isEmpty() && text.at(0) >= u' ' && text.at(0) != u'\x7f' && !isCommand;
+}
 
 QString modGUI::ControlKeyPress(const EntryState& entry, const QString& key, const modDatabase::FieldInfo& field)
 {
@@ -81,4 +97,14 @@ QString modGUI::cutToColumn(const QString& text, const modDatabase::FieldInfo& f
     if (size > 0 && text.at(size - 1).isHighSurrogate())
         --size;
     return text.left(size);
+}
+
+void modGUI::cutToColumn(QLineEdit& entry, const modDatabase::FieldInfo& field)
+{
+    const QString fitting = cutToColumn(entry.text(), field);
+    if (fitting == entry.text())
+        return;
+    const int caret = entry.cursorPosition();
+    entry.setText(fitting);
+    entry.setCursorPosition(caret);
 }

@@ -4,11 +4,16 @@
 
 #include <QString>
 
+class QKeyEvent;
+class QLineEdit;
+
 /// What an entry control holds at the moment at which a key arrives.
 struct EntryState {
     QString text;
     qsizetype selectionStart = 0;
     qsizetype selectionLength = 0;
+
+    static EntryState of(const QLineEdit& entry);
 };
 
 namespace modGUI
@@ -21,5 +26,11 @@ QString ControlKeyPress(const EntryState& entry, const QString& key, const modDa
 
 /// The text cut back to the size of its column. Only text and char columns cut; no character is cut in two.
 QString cutToColumn(const QString& text, const modDatabase::FieldInfo& field);
+/// The same to an entry's text; the caret stays.
+void cutToColumn(QLineEdit& entry, const modDatabase::FieldInfo& field);
+
+/// Whether a key puts a character into an entry: Ctrl and Alt alone make commands of keys, both together a third
+/// character.
+bool typesCharacter(const QKeyEvent& key);
 
 } // namespace modGUI

@@ -8,15 +8,6 @@
 namespace
 {
 
-/// Whether a key puts a character into an entry.
-bool types(const QKeyEvent& event)
-{
-    const QString key = event.text();
-    const bool isShortcut =
-        event.modifiers().testFlag(Qt::ControlModifier) != event.modifiers().testFlag(Qt::AltModifier);
-    return !key.isEmpty() && key.at(0) >= u' ' && key.at(0) != QChar(127) && !isShortcut;
-}
-
 /// What an input method composed from keys passes the filter as the keys themselves do, character by character.
 QString filtered(const QString& composed, EntryState entry, const modDatabase::FieldInfo& column)
 {
@@ -55,25 +46,19 @@ void PropertyEdit::setColumn(const modDatabase::FieldInfo& column)
     m_column = column;
 }
 
-void PropertyEdit::cut(const QString& text)
+void PropertyEdit::cut()
 {
-    if (!m_column)
-        return;
-    const QString fitting = modGUI::cutToColumn(text, *m_column);
-    if (fitting.size() == text.size())
-        return;
-    const int caret = cursorPosition();
-    setText(fitting);
-    setCursorPosition(caret);
+    if (m_column)
+        modGUI::cutToColumn(*this, *m_column);
 }
 
 void PropertyEdit::keyPressEvent(QKeyEvent* event)
 {
-    if (!m_column || !types(*event) || isReadOnly()) {
+    if (!m_column || !modGUI::typesCharacter(*event) || isReadOnly()) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    const QString key = modGUI::ControlKeyPress(state(), event->text(), *m_column);
+    const QString key = modGUI::ControlKeyPress(EntryState::of(*this), event->text(), *m_column);
     if (!key.isEmpty())
         insert(key);
     event->accept();
@@ -90,14 +75,9 @@ void PropertyEdit::inputMethodEvent(QInputMethodEvent* event)
         return;
     }
     QInputMethodEvent passed(event->preeditString(), event->attributes());
-    passed.setCommitString(filtered(event->commitString(), state(), *m_column));
+    passed.setCommitString(filtered(event->commitString(), EntryState::of(*this), *m_column));
     QLineEdit::inputMethodEvent(&passed);
     event->accept();
-}
-
-EntryState PropertyEdit::state() const
-{
-    return {text(), hasSelectedText() ? selectionStart() : cursorPosition(), selectedText().size()};
 }
 
 PropertyMemo::PropertyMemo(QWidget* parent) : QPlainTextEdit(parent)
@@ -140,7 +120,7 @@ void PropertyMemo::cut()
 
 void PropertyMemo::keyPressEvent(QKeyEvent* event)
 {
-    if (!m_column || !types(*event) || isReadOnly()) {
+    if (!m_column || !modGUI::typesCharacter(*event) || isReadOnly()) {
         QPlainTextEdit::keyPressEvent(event);
         return;
     }

@@ -26,8 +26,7 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
-    EntryState state() const;
-    void cut(const QString& text);
+    void cut();
 
     std::optional<modDatabase::FieldInfo> m_column;
 };

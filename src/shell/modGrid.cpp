@@ -4,6 +4,7 @@
 #include "Database.h"
 #include "Recordset.h"
 #include "Routine.h"
+#include "modDatabase.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,8 +25,8 @@ QString headings(const dao::Fields& fields)
 {
     QString format;
     for (const dao::Field& field : fields) {
-        const bool isText = field.Type == dao::dbText || field.Type == dao::dbMemo || field.Type == dao::dbChar;
-        format += (isText ? "|<"_L1 : "|>"_L1) + properCase(QString(field.Name).replace('_'_L1, ' '_L1));
+        format += (modDatabase::isTextKind(field.Type) ? "|<"_L1 : "|>"_L1) +
+                  properCase(QString(field.Name).replace('_'_L1, ' '_L1));
     }
     return format.sliced(1);
 }

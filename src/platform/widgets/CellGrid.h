@@ -61,8 +61,8 @@ public:
     /// A mark in front of the last row, as "*"; an empty one takes no room.
     void setNewRowMark(const QString& mark);
 
-    /// Lays a widget exactly over the current cell and keeps it there when the grid scrolls or a column changes; it
-    /// must be a child of the viewport. Null lets the former one go.
+    /// Lays a widget over the current cell, a little wider than it, and keeps it there when the grid scrolls or a
+    /// column changes; it must be a child of the viewport. Null lets the former one go.
     void layOver(QWidget* editor);
     /// Brings the cell under the editor into view.
     void showEditor();

@@ -12,11 +12,11 @@ class TreeDrag;
 class TreeModel;
 
 /// The explorer's tree: keyed nodes over a compact model, filled a level at a time in one insertion. A press of the
-/// left button selects the row under it and, on the expander, opens or closes it; a press of the right button selects
-/// it too. A double click opens or closes. Arrow keys, Home, End, page keys, plus, minus and typing a name do what they
-/// do everywhere; Enter does nothing. The keyboard coming to the tree selects nothing; its first arrow key does.
-/// All signals are raised while nodes and rows agree, so a handler may do with the nodes what it likes, run events, or
-/// empty the tree.
+/// left button selects the row under it; on the expander it selects and opens the row, or closes it and leaves a
+/// selection outside alone. A press of the right button selects too. A double click opens or closes. Arrow keys, Home,
+/// End, page keys, plus, minus and typing a name do what they do everywhere; Enter does nothing. The keyboard coming to
+/// the tree selects nothing; its first arrow key does. All signals are raised while nodes and rows agree, so a handler
+/// may do with the nodes what it likes, run events, or empty the tree.
 class TreeView : public QTreeView
 {
     Q_OBJECT
