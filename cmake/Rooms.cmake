@@ -1,20 +1,35 @@
 include(GoogleTest)
 
-# Qt's widget headers, compiled once and reused by every target with the same flags.
+# The headers that most files include, compiled once and reused by every target with the same flags: one set for the
+# rooms and one for the tests. Each is kept small, since every compilation reads it whole.
+function(quorvane_precompile name)
+  cmake_parse_arguments(PCH "" "" "HEADERS;USES" ${ARGN})
+  file(WRITE ${CMAKE_BINARY_DIR}/${name}.cpp "")
+  add_library(${name} STATIC ${CMAKE_BINARY_DIR}/${name}.cpp)
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+  target_link_libraries(${name} PRIVATE Qt6::Widgets ${PCH_USES} quorvane_warnings)
+  target_precompile_headers(${name} PRIVATE ${PCH_HEADERS})
+endfunction()
+
 if(QUORVANE_PCH)
-  file(WRITE ${CMAKE_BINARY_DIR}/pch.cpp "")
-  add_library(quorvane_pch STATIC ${CMAKE_BINARY_DIR}/pch.cpp)
-  set_target_properties(quorvane_pch PROPERTIES AUTOMOC OFF)
-  target_link_libraries(quorvane_pch PRIVATE Qt6::Widgets)
-  target_link_libraries(quorvane_pch PRIVATE quorvane_warnings)
-  target_precompile_headers(quorvane_pch PRIVATE <QtWidgets/QtWidgets> <functional> <memory> <optional> <vector>)
+  set(common <algorithm> <functional> <map> <memory> <optional> <string> <vector>
+    <QApplication> <QCheckBox> <QComboBox> <QDir> <QFile> <QGridLayout> <QHash> <QKeyEvent> <QLabel> <QLineEdit> <QMenu>
+    <QPainter> <QPlainTextEdit> <QPointer> <QPushButton> <QScrollBar> <QTimer> <QToolButton> <QTreeView> <QVBoxLayout>)
+  quorvane_precompile(quorvane_pch HEADERS ${common})
+  quorvane_precompile(quorvane_pch_tests HEADERS ${common} <gtest/gtest.h> USES GTest::gtest)
 endif()
 
+# Lets a target use one of the sets: quorvane_pch without a second argument.
 function(quorvane_use_pch target)
-  if(QUORVANE_PCH)
-    target_precompile_headers(${target} REUSE_FROM quorvane_pch)
-    target_link_libraries(${target} PRIVATE Qt6::Widgets)
+  if(NOT QUORVANE_PCH)
+    return()
   endif()
+  set(pch quorvane_pch)
+  if(ARGC GREATER 1)
+    set(pch ${ARGV1})
+  endif()
+  target_precompile_headers(${target} REUSE_FROM ${pch})
+  target_link_libraries(${target} PRIVATE Qt6::Widgets)
 endfunction()
 
 # Lets AUTOMOC look through files that globbing has found since: it goes by what it looked through the last time.
@@ -49,7 +64,7 @@ function(quorvane_tests name)
   file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
   add_executable(test_${name} ${sources})
   target_link_libraries(test_${name} PRIVATE ${TESTS_USES} GTest::gtest quorvane_warnings)
-  quorvane_use_pch(test_${name})
+  quorvane_use_pch(test_${name} quorvane_pch_tests)
   quorvane_follow_new_files(test_${name})
   gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")

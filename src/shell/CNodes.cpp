@@ -27,12 +27,20 @@ QString keyOf(const QString& relativeKey, const QString& type, const QString& da
     return relativeKey % type % '='_L1 % data % ':'_L1;
 }
 
+constexpr char placeholderLetter = 'K';
+
 /// Each placeholder has a key of its own that no row can have.
 QString placeholderKey(quint64 number)
 {
-    std::array<char, 24> text{'K'};
+    std::array<char, 24> text{placeholderLetter};
     const auto end = std::to_chars(text.data() + 1, text.data() + text.size(), number).ptr;
     return QString::fromLatin1(text.data(), end - text.data());
+}
+
+/// The keys of all other nodes hold the sign.
+bool isPlaceholderKey(const QString& key)
+{
+    return key.startsWith(placeholderLetter) && !key.contains('=');
 }
 
 } // namespace
@@ -48,8 +56,9 @@ CNode* CNodes::add(TreeNode* relative, const QString& type, const QString& data,
     CNode* added = nullptr;
     routine.run([&] {
         auto node = std::make_unique<CNode>();
-        node->Key = type.isEmpty() ? placeholderKey(++m_placeholders)
-                                   : keyOf(relative ? relative->Key() : QString(), type, data);
+        const bool isPlaceholder = type.isEmpty();
+        node->Key = isPlaceholder ? placeholderKey(++m_placeholders)
+                                  : keyOf(relative ? relative->Key() : QString(), type, data);
         node->m_nodeType = type;
         node->m_nodeData = data;
         node->m_sequence = ++m_sequence;
@@ -57,7 +66,8 @@ CNode* CNodes::add(TreeNode* relative, const QString& type, const QString& data,
             throw RuntimeError(ErrorNumber::KeyAlreadyThere);
 
         TreeNode& treeNode =
-            m_tree->Nodes().Add(relative, node->Key, text, image, selectedImage.isEmpty() ? image : selectedImage);
+            m_tree->Nodes().Add(relative, node->Key, text, image, selectedImage.isEmpty() ? image : selectedImage,
+                                isPlaceholder ? TreeNodes::FoundBy::walk : TreeNodes::FoundBy::index);
         node->m_treeNode = &treeNode;
         added = node.get();
         treeNode.setPayload(std::move(node));
@@ -94,9 +104,15 @@ CNode& CNodes::Item(const TreeNode& node) const
     throw RuntimeError(ErrorNumber::FailedCall);
 }
 
+TreeNode* CNodes::shownNode(const QString& key) const
+{
+    const TreeNodes& nodes = m_tree->Nodes();
+    return isPlaceholderKey(key) ? nodes.findByWalk(key) : nodes.find(key);
+}
+
 CNode* CNodes::find(const QString& key) const
 {
-    if (const TreeNode* node = m_tree->Nodes().find(key))
+    if (const TreeNode* node = shownNode(key))
         return &Item(*node);
     const auto leftBehind = m_leftBehind.find(key);
     return leftBehind == m_leftBehind.end() ? nullptr : leftBehind->second.get();
@@ -135,7 +151,7 @@ void CNodes::Remove(const CNode& node)
 
 void CNodes::Remove(const QString& key)
 {
-    TreeNode* shown = m_tree->Nodes().find(key);
+    TreeNode* shown = shownNode(key);
     if (!shown) {
         m_leftBehind.erase(key);
         return;

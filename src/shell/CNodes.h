@@ -88,6 +88,7 @@ private:
     class FrameByFrame;
 
     void expandSubtree(const CNode& node, FrameByFrame& redraw);
+    TreeNode* shownNode(const QString& key) const;
     void leaveBehind(TreeNode& node);
 
     TreeView* m_tree = nullptr;

@@ -606,8 +606,9 @@ TEST_F(Expand, EveryNodeHasAnEntryUnderItsKey)
         expandTo(key(branch));
     EXPECT_EQ(window->nodes().Count(), window->tvwExplorer().Nodes().Count());
     for (const CNode* payload : window->nodes().NewEnum()) {
-        const TreeNode* shown = find(payload->Key);
-        ASSERT_TRUE(shown) << payload->Key.toStdString();
+        ASSERT_EQ(window->nodes().find(payload->Key), payload) << payload->Key.toStdString();
+        const TreeNode* shown = CNodes::treeNode(*payload);
+        ASSERT_EQ(shown->Key(), payload->Key);
         if (payload->NodeType().isEmpty())
             continue;
         const QString above = shown->Parent() ? shown->Parent()->Key() : QString();

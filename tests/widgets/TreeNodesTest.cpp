@@ -52,6 +52,25 @@ TEST_F(TreeNodesTest, AKeyIsFoundAndAnUnknownOneRaises5)
     EXPECT_EQ(numberOf([&] { nodes().Item("A2"); }), ErrorNumber::FailedCall);
 }
 
+TEST_F(TreeNodesTest, ANodeOutsideTheIndexIsFoundByAWalkAloneUntilItIsRekeyed)
+{
+    addSmallTree();
+    TreeNode& standIn = nodes().Add(nodes().find("a2"), "K1", "", {}, {}, TreeNodes::FoundBy::walk);
+    EXPECT_EQ(nodes().find("K1"), nullptr);
+    EXPECT_EQ(nodes().findByWalk("K1"), &standIn);
+    EXPECT_EQ(nodes().findByWalk("a2"), nullptr);
+    EXPECT_EQ(nodes().findByWalk("K2"), nullptr);
+
+    standIn.setKey("a21");
+    EXPECT_EQ(nodes().find("a21"), &standIn);
+    EXPECT_EQ(nodes().findByWalk("a21"), nullptr);
+
+    nodes().Add(nodes().find("b"), "K2", "", {}, {}, TreeNodes::FoundBy::walk);
+    nodes().Remove(nodes().Item("b"));
+    EXPECT_EQ(nodes().findByWalk("K2"), nullptr);
+    EXPECT_EQ(nodes().Count(), 5);
+}
+
 TEST_F(TreeNodesTest, ASecondNodeOfAKeyRaises457AndChangesNothing)
 {
     addSmallTree();

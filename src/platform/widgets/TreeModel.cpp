@@ -101,7 +101,7 @@ void TreeModel::removeRowsBy(TreeNode& parent, int first, int last, Change chang
 // Structure ----------------------------------------------------------------------------------------------------------
 
 TreeNode& TreeModel::add(TreeNode& parent, const QString& key, const QString& text, const QString& image,
-                         const QString& selectedImage)
+                         const QString& selectedImage, TreeNodes::FoundBy foundBy)
 {
     std::unique_ptr<TreeNode> node(new TreeNode);
     TreeNode& added = *node;
@@ -109,7 +109,8 @@ TreeNode& TreeModel::add(TreeNode& parent, const QString& key, const QString& te
     added.m_text = text;
     added.m_image = imageNumber(image);
     added.m_selectedImage = selectedImage == image ? added.m_image : imageNumber(selectedImage);
-    if (!key.isEmpty() && !m_index.insert(added))
+    added.m_indexed = !key.isEmpty() && foundBy == TreeNodes::FoundBy::index;
+    if (added.m_indexed && !m_index.insert(added))
         throw RuntimeError(ErrorNumber::KeyAlreadyThere);
     ++m_count;
 
@@ -167,10 +168,11 @@ void TreeModel::rekey(TreeNode& node, const QString& key)
         return;
     if (find(key))
         throw RuntimeError(ErrorNumber::KeyAlreadyThere);
-    if (!node.m_key.isEmpty())
+    if (node.m_indexed)
         m_index.remove(node);
     node.m_key = key;
-    if (!key.isEmpty())
+    node.m_indexed = !key.isEmpty();
+    if (node.m_indexed)
         m_index.insert(node);
 }
 
@@ -225,7 +227,7 @@ void TreeModel::destroy(std::unique_ptr<TreeNode> chain)
             node->m_first->m_previous->m_next = std::move(chain);
             chain = std::move(node->m_first);
         }
-        if (!node->m_key.isEmpty() && !m_index.isEmpty())
+        if (node->m_indexed && !m_index.isEmpty())
             m_index.remove(*node);
         if (node->m_withheld)
             m_withheld.erase(node.get());

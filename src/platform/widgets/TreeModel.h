@@ -32,7 +32,7 @@ public:
     static TreeModel& of(const TreeNode& node);
 
     TreeNode& add(TreeNode& parent, const QString& key, const QString& text, const QString& image,
-                  const QString& selectedImage);
+                  const QString& selectedImage, TreeNodes::FoundBy foundBy);
     TreeNode* find(const QString& key) const { return m_index.find(key); }
     int count() const { return m_count; }
     void remove(TreeNode& node);

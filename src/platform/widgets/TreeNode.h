@@ -82,6 +82,7 @@ private:
     friend class KeyIndex;
     friend class TreeModel;
     friend class TreeNodeRef;
+    friend class TreeNodes;
     friend class TreeView;
 
     TreeModel& model() const;
@@ -105,6 +106,7 @@ private:
     bool m_bold : 1 = false;
     bool m_withheld : 1 = false;
     bool m_referenced : 1 = false;
+    bool m_indexed : 1 = false;
 };
 
 /// A reference to a node that turns null when the node, or its tree, goes. Copies are cheap and refer to the same node.

@@ -4,9 +4,9 @@
 #include "TreeModel.h"
 
 TreeNode& TreeNodes::Add(TreeNode* parent, const QString& key, const QString& text, const QString& image,
-                         const QString& selectedImage)
+                         const QString& selectedImage, FoundBy foundBy)
 {
-    return m_model.add(parent ? *parent : m_model.root(), key, text, image, selectedImage);
+    return m_model.add(parent ? *parent : m_model.root(), key, text, image, selectedImage, foundBy);
 }
 
 TreeNode& TreeNodes::Item(const QString& key) const
@@ -19,6 +19,21 @@ TreeNode& TreeNodes::Item(const QString& key) const
 TreeNode* TreeNodes::find(const QString& key) const
 {
     return m_model.find(key);
+}
+
+TreeNode* TreeNodes::findByWalk(const QString& key) const
+{
+    std::vector<TreeNode*> chains{Root()};
+    while (!chains.empty()) {
+        TreeNode* node = chains.back();
+        chains.pop_back();
+        for (; node; node = node->Next()) {
+            if (!node->m_indexed && node->m_key == key)
+                return node;
+            chains.push_back(node->Child());
+        }
+    }
+    return nullptr;
 }
 
 TreeNode* TreeNodes::Root() const
