@@ -1,4 +1,5 @@
 #include "Application.h"
+#include "DatabasesRoom.h"
 #include "FilesRoom.h"
 #include "Resources.h"
 #include "ShellPanes.h"
@@ -21,6 +22,7 @@ int main(int argc, char** argv)
     initQuorvaneResources();
     registerShellPanes();
     registerFilesRoom();
+    registerDatabasesRoom();
 
     mdiMain window(commandLine);
     window.MDIForm_Load();

@@ -10,6 +10,7 @@
 #include "Settings.h"
 #include "frmDateFormat.h"
 #include "frmTimeFormat.h"
+#include "modGUI.h"
 
 #include <algorithm>
 
@@ -51,12 +52,6 @@ std::vector<GridColumn> columns()
         {.name = u"DEFAULT_VALUE"_s},
         {.name = u"REMARKS"_s},
     };
-}
-
-QString outOfRange(const QString& what, int minimum, int maximum)
-{
-    return what + u" is out of range.\nPlease enter a value between "_s + QString::number(minimum) + u" and "_s +
-           QString::number(maximum) + u"."_s;
 }
 
 } // namespace
@@ -239,7 +234,7 @@ QString frmFields::validate()
 
     // The pane of a field ends at 32767.
     if (!isWithin(u"FIELD_NUMBER"_s, 1, 65535))
-        return refuse(outOfRange(u"Field Number"_s, 1, 65535), u"FIELD_NUMBER"_s);
+        return refuse(modGUI::OutOfRange(u"Field Number"_s, 1, 65535), u"FIELD_NUMBER"_s);
     const QString number = text(u"FIELD_NUMBER"_s);
     if (conversions::Val(number) != conversions::Val(loaded(u"FIELD_NUMBER"_s)) &&
         finds(u"SELECT FIELD_NAME FROM TW_FIELD WHERE FILE_NAME = '"_s + quotedFile() + u"' AND FIELD_NUMBER = "_s +
@@ -247,17 +242,18 @@ QString frmFields::validate()
         return refuse(u"That Field Number has already been used in this File."_s, u"FIELD_NUMBER"_s);
 
     if (!isWithin(u"OFFSET"_s, 0, 65535))
-        return refuse(outOfRange(u"Offset"_s, 0, 65535), u"OFFSET"_s);
+        return refuse(modGUI::OutOfRange(u"Offset"_s, 0, 65535), u"OFFSET"_s);
     const LocalTypeLimits limits = limitsOf(text(u"LOCAL_TYPE_NAME"_s));
     const auto isOutside = [this](const QString& column, const LocalTypeLimits::Range& range) {
         return !isWithin(column, range.minimum, range.maximum);
     };
     if (isOutside(u"LENGTH"_s, limits.Length))
-        return refuse(outOfRange(u"Length"_s, limits.Length.minimum, limits.Length.maximum), u"LENGTH"_s);
+        return refuse(modGUI::OutOfRange(u"Length"_s, limits.Length.minimum, limits.Length.maximum), u"LENGTH"_s);
     if (isOutside(u"PRECISION"_s, limits.Precision))
-        return refuse(outOfRange(u"Precision"_s, limits.Precision.minimum, limits.Precision.maximum), u"PRECISION"_s);
+        return refuse(modGUI::OutOfRange(u"Precision"_s, limits.Precision.minimum, limits.Precision.maximum),
+                      u"PRECISION"_s);
     if (isOutside(u"SCALE"_s, limits.Scale))
-        return refuse(outOfRange(u"Scale"_s, limits.Scale.minimum, limits.Scale.maximum), u"SCALE"_s);
+        return refuse(modGUI::OutOfRange(u"Scale"_s, limits.Scale.minimum, limits.Scale.maximum), u"SCALE"_s);
     return {};
 }
 

@@ -191,10 +191,7 @@ void frmFile::deleteRow()
 
 void frmFile::cancel(State)
 {
-    if (name().isEmpty())
-        showCollection();
-    else
-        Display(owners() + QStringList{name()});
+    cancelByName();
 }
 
 void frmFile::buttonClicked(const QString&)

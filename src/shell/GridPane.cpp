@@ -217,6 +217,11 @@ void GridPane::remember()
     m_replacing = false;
 }
 
+void GridPane::takeFocus()
+{
+    m_grid->setFocus();
+}
+
 // Validation ---------------------------------------------------------------------------------------------------------
 
 bool GridPane::isWithin(const QString& column, double minimum, double maximum) const

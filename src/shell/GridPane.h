@@ -67,6 +67,9 @@ public:
     static int ToSearchable(const QString& text);
     void tbr_ButtonClick(ToolButton& button) final;
 
+    /// Gives the grid the focus, for its pane to be worked on by keyboard.
+    void takeFocus();
+
     /// The key parts of the node, datasource first.
     const QStringList& keys() const { return m_keys; }
 
@@ -123,6 +126,11 @@ protected:
     /// A routine of this form, for a call stack.
     const char* routine(const char* operation) const;
 
+    /// What the list of a column offers in the present row.
+    virtual QStringList itemsOf(const GridColumn& column) const { return column.items; }
+    /// What a new row begins with below the present last row.
+    virtual QString newRowValue(const GridColumn& column) const { return column.newRow; }
+
 private:
     enum class Leave { Cell, Row };
 
@@ -145,8 +153,6 @@ private:
     /// The cell has taken another text from its editor.
     virtual void cellChanged(const QString&) {}
     virtual void lookUp(const QString&) {}
-    /// What a new row begins with below the present last row.
-    virtual QString newRowValue(const GridColumn& column) const { return column.newRow; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -90,7 +90,7 @@ void GridPane::openEditor()
     case CellEditor::Combo:
         m_editor = m_combo;
         m_combo->clear();
-        m_combo->addItems(column().items);
+        m_combo->addItems(itemsOf(column()));
         break;
     case CellEditor::LookUp:
         m_editor = m_lookUp;

@@ -5,6 +5,7 @@
 #include "Conversions.h"
 #include "DropDown.h"
 #include "Events.h"
+#include "GridPane.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "RoutineNames.h"
@@ -16,7 +17,6 @@
 #include "modString.h"
 
 #include <QCheckBox>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -40,20 +40,16 @@ ItemPane& pane(Form& form)
 } // namespace
 
 ItemPane::ItemPane(const Kind& kind, std::vector<Property> properties, QWidget* parent)
-    : PaneForm(QLatin1String(kind.form), parent), m_kind(kind), m_sheet(new PropertySheet(std::move(properties), this)),
-      m_action(new QPushButton(this)), m_cancel(new QPushButton(u"Cancel"_s, this))
+    : ActionPane(kind.form, kind.toolBar, parent), m_kind(kind), m_sheet(new PropertySheet(std::move(properties), this))
 {
-    m_action->setObjectName(u"cmdAction"_s);
-    m_cancel->setObjectName(u"cmdCancel"_s);
-    connect(m_action, &QPushButton::clicked, this, [this] { press(u"OK"_s); });
-    connect(m_cancel, &QPushButton::clicked, this, [this] { press(u"Cancel"_s); });
     connect(m_sheet, &PropertySheet::TextChanged, this, &ItemPane::txtProperty_Change);
     connect(m_sheet, &PropertySheet::ListChanged, this, &ItemPane::cboDropdown_Change);
     connect(m_sheet, &PropertySheet::FlagClicked, this, &ItemPane::chkProperty_Click);
     connect(m_sheet, &PropertySheet::ButtonClicked, this, &ItemPane::clickButton);
 
     body()->addWidget(m_sheet);
-    m_sheet->addActions({m_action, m_cancel});
+    makeActions();
+    m_sheet->addActions({cmdAction(), cmdCancel()});
     body()->addStretch(1);
 
     Routine routine(this->routine("Form_Load"));
@@ -80,11 +76,6 @@ const char* ItemPane::routine(const char* operation) const
 dao::Database& ItemPane::db() const
 {
     return *m_connection->db();
-}
-
-ToolBar& ItemPane::toolBar() const
-{
-    return mdiMain::instance().toolBar(QLatin1String(m_kind.toolBar));
 }
 
 ItemPane::State ItemPane::state() const
@@ -185,7 +176,7 @@ void ItemPane::Delete(const QStringList& keys)
             return;
         lblTitle()->setText(title(State::Delete));
         enterState(State::Delete, u"&Delete"_s);
-        const bool goes = boxes::ask(QLatin1String(m_kind.deleteQuestion));
+        const bool goes = boxes::ask(QLatin1String(m_kind.deleteQuestion)) && mayDelete();
         requireLoaded();
         if (goes)
             press(u"OK"_s);
@@ -195,7 +186,7 @@ void ItemPane::Delete(const QStringList& keys)
 void ItemPane::tbr_ButtonClick(ToolButton& button)
 {
     const forms::Running running(*this);
-    Routine routine(this->routine("tbr_ButtonClick"));
+    Routine routine(stackedRoutine("tbr_ButtonClick"), this->routine("tbr_ButtonClick"));
     routine.run([&] {
         if (m_owners.isEmpty())
             return;
@@ -217,13 +208,10 @@ void ItemPane::tbr_ButtonClick(ToolButton& button)
             undo(state());
             requireLoaded();
             button.setEnabled(false);
+        } else {
+            toolBarClicked(key);
         }
     });
-}
-
-void ItemPane::press(const QString& button)
-{
-    toolBar().Button(button).press();
 }
 
 void ItemPane::up()
@@ -234,7 +222,11 @@ void ItemPane::up()
     mdiMain& window = mdiMain::instance();
     if (TreeNode* node = window.tvwExplorer().Nodes().find(CalcParentKey()))
         node->setSelected(true);
-    window.tvwExplorer().setFocus();
+    auto* grid = dynamic_cast<GridPane*>(window.currentPane());
+    if (m_kind.upFocusesGrid && grid)
+        grid->takeFocus();
+    else
+        window.tvwExplorer().setFocus();
 }
 
 void ItemPane::ok()
@@ -341,6 +333,23 @@ void ItemPane::followUpdate()
     modGUI::ExpandToNode(CalcNodeKey());
 }
 
+void ItemPane::rereadCollection()
+{
+    mdiMain& window = mdiMain::instance();
+    TreeNodes& nodes = window.tvwExplorer().Nodes();
+    const TreeNodeRef parent = nodes.find(CalcParentKey());
+    if (!parent || !parent->Child())
+        return;
+    const TreeNode* selected = window.tvwExplorer().SelectedItem();
+    const bool wasSelected = selected && selected->Key() == CalcNodeKey();
+    parent->setExpanded(false);
+    if (parent)
+        parent->setExpanded(true);
+    requireLoaded();
+    if (TreeNode* node = wasSelected ? nodes.find(CalcNodeKey()) : nullptr)
+        node->setSelected(true);
+}
+
 void ItemPane::removeNode()
 {
     CNodes& nodes = mdiMain::instance().nodes();
@@ -364,12 +373,25 @@ void ItemPane::undo(State state)
         EnableEdit(false);
 }
 
+void ItemPane::startAgain(State state)
+{
+    if (state == State::Add)
+        AddNew(m_owners);
+    else if (state == State::Edit)
+        Edit(m_owners + QStringList{m_name});
+}
+
 void ItemPane::cancel(State state)
 {
     if (state == State::Add)
         showCollection();
     else
         Display(m_owners + QStringList{m_name});
+}
+
+void ItemPane::cancelByName()
+{
+    ItemPane::cancel(m_name.isEmpty() ? State::Add : State::Display);
 }
 
 // Controls -----------------------------------------------------------------------------------------------------------
@@ -383,7 +405,7 @@ void ItemPane::PopulateCombos()
 bool ItemPane::ValidateFields()
 {
     bool valid = false;
-    Routine routine(this->routine("ValidateFields"));
+    Routine routine(stackedRoutine("ValidateFields"), this->routine("ValidateFields"));
     routine.run([&] { valid = validate(); });
     requireLoaded();
     return valid;
@@ -412,16 +434,15 @@ void ItemPane::fill(const dao::Recordset& row)
 
 void ItemPane::blank()
 {
-    // The lists first: losing their selection, they change the texts behind them.
-    for (const QString& prototype : {lists, texts})
-        modBoundControls::SetControls(m_sheet->controls(), prototype, {});
+    // Lists and check boxes first: they change the texts behind them.
+    modBoundControls::SetControls(m_sheet->controls(), lists, {});
     modBoundControls::SetControls(m_sheet->controls(), checks, u"0"_s);
+    modBoundControls::SetControls(m_sheet->controls(), texts, {});
 }
 
 void ItemPane::enterState(State state, const QString& actionCaption)
 {
     ToolBar& bar = toolBar();
-    const bool acting = state != State::Display;
     switch (state) {
     case State::Display:
         modGUI::SetToolbarState(bar, isProtected() ? 1 : 0);
@@ -436,12 +457,7 @@ void ItemPane::enterState(State state, const QString& actionCaption)
         modGUI::SetToolbarState(bar, 1, bar.Tag() + " Delete"_L1);
         break;
     }
-    if (!actionCaption.isEmpty())
-        m_action->setText(actionCaption);
-    m_action->setVisible(acting);
-    m_cancel->setVisible(acting);
-    m_action->setEnabled(acting);
-    m_cancel->setEnabled(acting);
+    showActions(state != State::Display, actionCaption);
 }
 
 void ItemPane::txtProperty_Change(const QString& column)
@@ -453,7 +469,7 @@ void ItemPane::txtProperty_Change(const QString& column)
         textChanged(column);
         if (makesKeyChanged(column))
             m_keyChanged = true;
-        m_action->setEnabled(true);
+        cmdAction()->setEnabled(true);
     });
 }
 
@@ -528,9 +544,12 @@ void ItemPane::setFocusTo(const QString& column)
         entry.setFocus();
 }
 
-bool ItemPane::refuse(const QString& message, const QString& column)
+bool ItemPane::refuse(const QString& message, const QString& column, const QString& boxTitle)
 {
-    boxes::inform(message);
+    if (boxTitle.isEmpty())
+        boxes::inform(message);
+    else
+        boxes::show({.prompt = message, .icon = boxes::Icon::Information, .title = boxTitle});
     if (!isUnloaded())
         setFocusTo(column);
     return false;
@@ -550,18 +569,4 @@ bool ItemPane::isWithin(const QString& column, int spinner) const
         return false;
     const double number = conversions::Val(entered);
     return number >= limits.Min() && number <= limits.Max();
-}
-
-void ItemPane::keyPressEvent(QKeyEvent* event)
-{
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    auto* focused = qobject_cast<QPushButton*>(focusWidget());
-    if (isEnter && focused)
-        focused->click();
-    else if (isEnter && m_action->isVisible())
-        m_action->click();
-    else if (event->key() == Qt::Key_Escape && m_cancel->isVisible())
-        m_cancel->click();
-    else
-        PaneForm::keyPressEvent(event);
 }

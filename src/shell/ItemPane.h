@@ -1,16 +1,13 @@
 #pragma once
 
-#include "PaneForm.h"
+#include "ActionPane.h"
 #include "PaneRegistry.h"
 #include "PropertySheet.h"
-#include "ToolbarPane.h"
 #include "modDatabase.h"
 
 #include <QStringList>
 
 class CConnection;
-class QPushButton;
-class ToolBar;
 
 namespace dao
 {
@@ -22,7 +19,7 @@ class Recordset;
 /// the bar's own tag with " Add", " Edit" or " Delete".
 ///
 /// A pane states its properties, its statements, its messages and its titles, and where it departs from the family.
-class ItemPane : public PaneForm, public ToolbarPane
+class ItemPane : public ActionPane
 {
     Q_OBJECT
 
@@ -68,6 +65,8 @@ protected:
         bool nodeOpens = false;
         /// Where entry begins; the name unless it is another column.
         const char* firstColumn = nullptr;
+        /// Whether "Up1" gives the focus to the grid; to the tree otherwise.
+        bool upFocusesGrid = false;
     };
 
     ItemPane(const Kind& kind, std::vector<Property> properties, QWidget* parent);
@@ -94,19 +93,25 @@ protected:
     QString quoted(const QString& column) const { return modDatabase::SQLQuote(text(column)); }
     void enable(const QString& column, bool enabled);
     void setFocusTo(const QString& column);
-    /// Shows a message of validation, moves the focus and gives false.
-    bool refuse(const QString& message, const QString& column);
+    /// Shows a message of validation, moves the focus and gives false. The program's title stands over it unless
+    /// another one is given.
+    bool refuse(const QString& message, const QString& column, const QString& boxTitle = {});
     /// Whether the statement finds a row.
     bool finds(const QString& statement) const;
     /// Whether the number in a column lies within the limits of its arrows.
     bool isWithin(const QString& column, int spinner) const;
-    ToolBar& toolBar() const;
-    /// A routine of this form, for a call stack.
+    /// A routine of this form, for a report.
     const char* routine(const char* operation) const;
 
     void blank();
     void showCollection();
+    /// Reads the level of the row's node anew where it has been read, so that its names stand in order.
+    void rereadCollection();
     void removeNode();
+    /// An "Undo" that begins again what is being done.
+    void startAgain(State state);
+    /// A "Cancel" that goes by whether the pane knows a row.
+    void cancelByName();
     /// What a click on the button behind an entry does, under the trap of its own routine.
     void clickButton(const QString& name);
 
@@ -126,6 +131,8 @@ protected:
     virtual void listChanged(const QString& column);
 
 private:
+    /// The name of a routine on the call stack, where it is not the one of reports.
+    virtual const char* stackedRoutine(const char* operation) const { return routine(operation); }
     virtual QString parentKey() const = 0;
     virtual QString title(State state) const = 0;
     /// The row that the keys name.
@@ -141,6 +148,8 @@ private:
     virtual bool validate() = 0;
 
     virtual void insertRow();
+    /// Asked when the user has confirmed a delete.
+    virtual bool mayDelete() { return true; }
     /// Asked before anything of an edit is done.
     virtual bool mayUpdate() { return true; }
     /// Carries a changed key to the rows that depend on it.
@@ -150,15 +159,14 @@ private:
     virtual void deleteRow() = 0;
 
     virtual void buttonClicked(const QString& name);
-
-    void keyPressEvent(QKeyEvent* event) override;
+    /// A button of the tool bar that the family does not know.
+    virtual void toolBarClicked(const QString&) {}
 
     bool connectTo(const QString& datasource);
     void enterState(State state, const QString& actionCaption);
     void txtProperty_Change(const QString& column);
     void cboDropdown_Change(const QString& column);
     void chkProperty_Click(const QString& column);
-    void press(const QString& button);
 
     QString nodeKey(const QString& name) const;
     const Property& property(const QString& column) const;
@@ -171,8 +179,6 @@ private:
 
     Kind m_kind;
     PropertySheet* m_sheet;
-    QPushButton* m_action;
-    QPushButton* m_cancel;
     CConnection* m_connection = nullptr;
     modDatabase::FieldInfos m_fields;
     QStringList m_owners;

@@ -22,10 +22,10 @@ struct Call {
 };
 
 struct Operations {
-    Call Display;
-    Call AddNew;
-    Call Edit;
-    Call Delete;
+    Call Display = {};
+    Call AddNew = {};
+    Call Edit = {};
+    Call Delete = {};
 };
 
 namespace detail

@@ -60,17 +60,15 @@ void PropertySheet::addRow(const Property& property)
     const int row = m_rows->rowCount();
     auto* line = new QHBoxLayout;
     line->setSpacing(unit / 2);
-    QWidget* entry = makeEntry(property, *line);
-    m_entries.insert(QLatin1String(property.column), entry);
-
-    const QString prompt = QLatin1String(property.prompt);
-    entry->setToolTip(QLatin1String(property.toolTip));
-    entry->setAccessibleName(spoken(prompt));
-    if (!prompt.isEmpty()) {
-        auto* label = new QLabel(prompt, this);
-        label->setBuddy(entry);
+    QLabel* prompt = promptOf(property, *makeEntry(property, *line));
+    if (property.kind == EntryKind::Flag) {
+        addFlag(*line, prompt);
+        return;
+    }
+    m_flags = nullptr;
+    if (prompt) {
         const bool isTall = property.kind == EntryKind::Memo;
-        m_rows->addWidget(label, row, 0, isTall ? Qt::AlignTop : Qt::AlignVCenter);
+        m_rows->addWidget(prompt, row, 0, isTall ? Qt::AlignTop : Qt::AlignVCenter);
     }
     if (property.button.name) {
         auto* button = new QPushButton(this);
@@ -92,6 +90,36 @@ void PropertySheet::addRow(const Property& property)
     }
     line->addStretch(1);
     m_rows->addLayout(line, row, 1);
+}
+
+QLabel* PropertySheet::promptOf(const Property& property, QWidget& entry)
+{
+    m_entries.insert(QLatin1String(property.column), &entry);
+    const QString prompt = QLatin1String(property.prompt);
+    entry.setToolTip(QLatin1String(property.toolTip));
+    entry.setAccessibleName(spoken(prompt));
+    if (prompt.isEmpty())
+        return nullptr;
+    auto* label = new QLabel(prompt, this);
+    label->setBuddy(&entry);
+    return label;
+}
+
+/// Flags that follow each other share a block of a few columns.
+void PropertySheet::addFlag(QHBoxLayout& line, QLabel* prompt)
+{
+    constexpr int columns = 3;
+    if (!m_flags) {
+        m_flags = new QGridLayout;
+        m_flags->setHorizontalSpacing(3 * unit);
+        m_flags->setVerticalSpacing(unit / 2);
+        m_rows->addLayout(m_flags, m_rows->rowCount(), 1, Qt::AlignLeft);
+    }
+    if (prompt)
+        line.addWidget(prompt);
+    line.addStretch(1);
+    const int place = m_flags->count();
+    m_flags->addLayout(&line, place / columns, place % columns);
 }
 
 QWidget* PropertySheet::makeEntry(const Property& property, QHBoxLayout& row)

@@ -111,6 +111,9 @@ protected:
 private:
     void followPalette();
     void addRow(const Property& property);
+    void addFlag(QHBoxLayout& line, QLabel* prompt);
+    /// Names the entry, and gives the label of its prompt, or null.
+    QLabel* promptOf(const Property& property, QWidget& entry);
     QWidget* makeEntry(const Property& property, QHBoxLayout& row);
     QWidget* makeText(const Property& property, bool hidden);
     void addControl(const char* name, int index, const QString& tag, QWidget* widget);
@@ -120,4 +123,6 @@ private:
     CCtrls m_texts;
     QHash<QString, QWidget*> m_entries;
     QGridLayout* m_rows;
+    /// The block of flags that the next flag belongs to, or null.
+    QGridLayout* m_flags = nullptr;
 };

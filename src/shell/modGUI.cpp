@@ -123,4 +123,9 @@ void SetToolbarState(ToolBar& toolBar, int state, const QString& tag)
     enable(u"ViewData"_s, !acting);
 }
 
+QString OutOfRange(const QString& what, int minimum, int maximum)
+{
+    return u"%1 is out of range.\nPlease enter a value between %2 and %3."_s.arg(what).arg(minimum).arg(maximum);
+}
+
 } // namespace modGUI

@@ -1,7 +1,7 @@
 #include "FieldFixture.h"
 
 #include "FaultSweep.h"
-#include "GridFixture.h"
+#include "GridTest.h"
 #include "PaneRegistry.h"
 
 #include <QLineEdit>
@@ -89,7 +89,7 @@ TEST_F(FieldRecalculate, ClosesGapsAndUndoesOverlaps)
     start();
     boxes.expectInform(recalculated(u"PAYROLL"_s));
     recalculate(u"PAYROLL"_s);
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 4"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 4"_s}));
 }
 
 TEST_F(FieldRecalculate, FieldsOfOneOffsetComeOneBehindTheOther)
@@ -98,7 +98,7 @@ TEST_F(FieldRecalculate, FieldsOfOneOffsetComeOneBehindTheOther)
     start();
     boxes.expectInform(recalculated(u"PAYROLL"_s));
     recalculate(u"PAYROLL"_s);
-    const QStringList all = fields(u"PAYROLL"_s);
+    const QStringList all = fieldsOf(u"PAYROLL"_s);
     EXPECT_TRUE(all == (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 4"_s}) ||
                 all == (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 4"_s, u"BONUS 3 8"_s}))
         << all.join(',').toStdString();
@@ -112,7 +112,7 @@ TEST_F(FieldRecalculate, FieldsBeyondTheRecordAreWarnedOfAndStayWritten)
     boxes.expectInform(tooLong(3));
     boxes.expectInform(recalculated(u"PAYROLL"_s));
     recalculate(u"PAYROLL"_s);
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 4"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 4"_s}));
     EXPECT_EQ(displayed, QStringList{shown(u"PAYROLL"_s)});
 }
 
@@ -210,7 +210,7 @@ TEST_F(FieldRecalculate, ApostrophesAreDoubledAndOtherScriptsKept)
                            "AND FIELD_NUMBER = 5"_s,
                            u"UPDATE TW_FIELD SET OFFSET = 2 WHERE FILE_NAME = 'O''HARA🚀' AND FIELD_NAME = '🚀\"Ü' "
                            "AND FIELD_NUMBER = 9"_s}));
-    EXPECT_EQ(fields(file), (QStringList{u"IT'S 5 0"_s, u"🚀\"Ü 9 2"_s}));
+    EXPECT_EQ(fieldsOf(file), (QStringList{u"IT'S 5 0"_s, u"🚀\"Ü 9 2"_s}));
     EXPECT_EQ(displayed, QStringList{shown(file)});
 }
 
@@ -225,7 +225,7 @@ TEST_F(FieldRecalculate, AnOffsetBeyond32767IsAnOverflow)
     EXPECT_EQ(errors.shown().front().trappedIn, u"mdiMain.mnu_FieldRecalculate_Click"_s);
     // What was written before stays, and nothing follows.
     EXPECT_EQ(statements.writes(), (QStringList{setOffset(0, u"EMPLOYEE"_s, 1), setOffset(20000, u"BONUS"_s, 3)}));
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 20000"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 20000"_s}));
     EXPECT_EQ(displayed, QStringList());
 }
 
@@ -242,7 +242,7 @@ TEST_F(FieldRecalculate, AFieldWithoutALengthEndsItBehindItsOffset)
     EXPECT_EQ(errors.shown().front().additional, u"None"_s);
     EXPECT_EQ(statements.statements(),
               readings + QStringList({setOffset(0, u"EMPLOYEE"_s, 1), setOffset(4, u"BONUS"_s, 3)}));
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 82"_s, u"BONUS 3 4"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 82"_s, u"BONUS 3 4"_s}));
     EXPECT_EQ(displayed, QStringList());
 }
 
@@ -257,7 +257,7 @@ TEST_F(FieldRecalculate, AFileWithoutARecordSizeEndsItBeforeAnyOffset)
     EXPECT_EQ(errors.shown().front().number, u"94"_s);
     EXPECT_EQ(errors.shown().front().trappedIn, u"mdiMain.mnu_FieldRecalculate_Click"_s);
     EXPECT_EQ(statements.statements(), readings.first(1));
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 90"_s, u"BONUS 3 4"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 90"_s, u"BONUS 3 4"_s}));
     EXPECT_EQ(displayed, QStringList());
 }
 
@@ -268,7 +268,7 @@ TEST_F(FieldRecalculate, AnOffsetOf32767IsStillOne)
     boxes.expectInform(tooLong(32755));
     boxes.expectInform(recalculated(u"PAYROLL"_s));
     recalculate(u"PAYROLL"_s);
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 32763"_s, u"BONUS 3 32759"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 32763"_s, u"BONUS 3 32759"_s}));
 }
 
 TEST_F(FieldRecalculate, ARecordSizeBeyond32767IsRoomEnough)

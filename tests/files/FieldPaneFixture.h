@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ItemFixture.h"
+#include "ItemTest.h"
 
 /// What the pane of a field sends and says.
 namespace fieldpane

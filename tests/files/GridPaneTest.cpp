@@ -1,7 +1,7 @@
 #include "GridPane.h"
 
 #include "CellGrid.h"
-#include "GridFixture.h"
+#include "GridTest.h"
 #include "MousePointer.h"
 
 #include <QApplication>

@@ -216,7 +216,7 @@ TEST_F(ItemPaneGuards, TheFirstFieldComesUpBelowACollectionThatShowsNone)
     press(u"OK"_s);
     EXPECT_EQ(lines(key(none)), QStringList{u"fd \"FIRST\" Field"_s});
     EXPECT_EQ(selectedKey(), key(none + QStringList{u"fd=FIRST"_s}));
-    EXPECT_EQ(fields(u"EMPTY"_s), QStringList{u"FIRST 1 0"_s});
+    EXPECT_EQ(fieldsOf(u"EMPTY"_s), QStringList{u"FIRST 1 0"_s});
 }
 
 // The rest of the family, for a field --------------------------------------------------------------------------------

@@ -1,7 +1,7 @@
 #include "RecordSize.h"
 
 #include "Form.h"
-#include "GridFixture.h"
+#include "GridTest.h"
 #include "RuntimeError.h"
 
 #include <QLineEdit>

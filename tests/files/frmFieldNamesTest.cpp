@@ -121,7 +121,7 @@ TEST_F(FieldsOfOHara, ARenameIsCarriedToTheColumns)
                            update(u"HELD"_s, u"1"_s, u"8"_s), u"SELECT * "_s + row(u"HELD"_s) + ' '_L1}));
     EXPECT_EQ(selectedKey(), key(of(u"HELD"_s)));
     EXPECT_EQ(children(key(collection(u"O'HARA"_s))), (QStringList{u"GONE"_s, u"HELD"_s}));
-    EXPECT_EQ(fields(u"O'HARA"_s), (QStringList{u"HELD 1 0"_s, u"GONE 2 8"_s}));
+    EXPECT_EQ(fieldsOf(u"O'HARA"_s), (QStringList{u"HELD 1 0"_s, u"GONE 2 8"_s}));
 }
 
 TEST_F(FieldsOfOHara, TheColumnsDontFollowAChangedLength)
@@ -151,7 +151,7 @@ TEST_F(FieldsOfOHara, ADeleteLooksForItsColumnsAndRemovesItsNode)
                            u"SELECT DATABASE_NAME, TABLE_NAME, COLUMN_NAME FROM TW_COLUMN WHERE TABLE_NAME = 'IRISH' "
                            "AND FIELD_NAME = 'GONE'"_s,
                            u"DELETE "_s + row(u"GONE"_s)}));
-    EXPECT_EQ(fields(u"O'HARA"_s), QStringList{u"KEPT 1 0"_s});
+    EXPECT_EQ(fieldsOf(u"O'HARA"_s), QStringList{u"KEPT 1 0"_s});
     EXPECT_EQ(children(key(collection(u"O'HARA"_s))), QStringList{u"KEPT"_s});
     EXPECT_EQ(takeShown(), QStringList{"frmFields "_L1 + datasource + "/O'HARA"_L1});
 }

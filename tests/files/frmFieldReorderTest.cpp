@@ -132,7 +132,7 @@ TEST_F(FieldReorder, NumbersTheFieldsInTheOrderThatTheUserArranged)
     });
     EXPECT_EQ(statements.statements(),
               (QStringList{byNumber, renumber(1, u"BONUS"_s), renumber(2, u"SALARY"_s), renumber(3, u"EMPLOYEE"_s)}));
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"BONUS 1 4"_s, u"SALARY 2 8"_s, u"EMPLOYEE 3 0"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"BONUS 1 4"_s, u"SALARY 2 8"_s, u"EMPLOYEE 3 0"_s}));
 }
 
 TEST_F(FieldReorder, NumbersTheFieldsAlphabeticallyWithTheBoxTicked)
@@ -146,7 +146,7 @@ TEST_F(FieldReorder, NumbersTheFieldsAlphabeticallyWithTheBoxTicked)
     });
     EXPECT_EQ(statements.statements(), (QStringList{byNumber, byName, renumber(1, u"BONUS"_s),
                                                     renumber(2, u"EMPLOYEE"_s), renumber(3, u"SALARY"_s)}));
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"BONUS 1 4"_s, u"EMPLOYEE 2 0"_s, u"SALARY 3 8"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"BONUS 1 4"_s, u"EMPLOYEE 2 0"_s, u"SALARY 3 8"_s}));
 }
 
 TEST_F(FieldReorder, TickingTheBoxReadsAnewAndDropsMoves)
@@ -169,7 +169,7 @@ TEST_F(FieldReorder, ClosesTheGapsBetweenNumbers)
     start();
     expectComplete();
     open(u"PAYROLL"_s, [](DialogForm& dialog) { DialogScript::click(dialog, ok); });
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 4"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 2 8"_s, u"BONUS 3 4"_s}));
 }
 
 TEST_F(FieldReorder, EachFieldIsNumberedUnderItsStatusText)
@@ -271,7 +271,7 @@ TEST_F(FieldReorder, ApostrophesAreDoubledAndOtherScriptsKept)
                   u"UPDATE TW_FIELD SET FIELD_NUMBER = 01 WHERE FILE_NAME = 'O''HARA🚀' AND FIELD_NAME = '🚀\"Ü'"_s,
                   u"UPDATE TW_FIELD SET FIELD_NUMBER = 02 WHERE FILE_NAME = 'O''HARA🚀' AND FIELD_NAME = 'IT''S'"_s,
               }));
-    EXPECT_EQ(fields(file), (QStringList{u"🚀\"Ü 1 2"_s, u"IT'S 2 0"_s}));
+    EXPECT_EQ(fieldsOf(file), (QStringList{u"🚀\"Ü 1 2"_s, u"IT'S 2 0"_s}));
 }
 
 TEST_F(FieldReorder, AFieldNodeLeadsToTheFieldsOfItsFile)
@@ -359,7 +359,7 @@ TEST_F(FieldReorder, ThePromptAndTheButtonsServeTheKeyboard)
         list(dialog).setFocus();
         QTest::keyClick(&list(dialog), Qt::Key_Return);
     });
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"BONUS 1 4"_s, u"EMPLOYEE 2 0"_s, u"SALARY 3 8"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"BONUS 1 4"_s, u"EMPLOYEE 2 0"_s, u"SALARY 3 8"_s}));
 }
 
 TEST_F(FieldReorder, AFailureNamesTheRoutineAndTheStatementAndLeavesWhatWasWritten)
@@ -381,7 +381,7 @@ TEST_F(FieldReorder, AFailureNamesTheRoutineAndTheStatementAndLeavesWhatWasWritt
     EXPECT_EQ(shown.callStack.first(3), (QStringList{u"frmFieldReorder.cmdOK_Click"_s, u"frmFieldReorder.Display"_s,
                                                      u"mdiMain.mnu_FieldReorder_Click"_s}));
     EXPECT_EQ(statements.statements(), (QStringList{byNumber, renumber(1, u"EMPLOYEE"_s), renumber(2, u"SALARY"_s)}));
-    EXPECT_EQ(fields(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 14 8"_s, u"BONUS 21 4"_s}));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), (QStringList{u"EMPLOYEE 1 0"_s, u"SALARY 14 8"_s, u"BONUS 21 4"_s}));
 }
 
 TEST_F(FieldReorder, AListThatCannotBeReadIsReportedWithItsStatementAndStaysEmpty)

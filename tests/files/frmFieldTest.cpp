@@ -239,7 +239,7 @@ TEST_F(FieldPane, TheFirstFieldOfAFileHasTheNumberOneAndNoOffset)
 TEST_F(FieldPane, ThreeFieldsAreAddedOneBehindTheOther)
 {
     beginToAdd();
-    const QStringList before = fields(u"STOCK"_s);
+    const QStringList before = fieldsOf(u"STOCK"_s);
     statements.clear();
 
     fillIn(u"a"_s, u"STRING"_s);
@@ -262,7 +262,7 @@ TEST_F(FieldPane, ThreeFieldsAreAddedOneBehindTheOther)
     entry(u"OFFSET"_s).setFocus();
     hit(Qt::Key_Return);
 
-    EXPECT_EQ(fields(u"STOCK"_s), before + QStringList({u"A 6 34"_s, u"B_C 7 44"_s, u"D 8 48"_s}));
+    EXPECT_EQ(fieldsOf(u"STOCK"_s), before + QStringList({u"A 6 34"_s, u"B_C 7 44"_s, u"D 8 48"_s}));
     EXPECT_EQ(storedField(u"B_C"_s), QStringList{u"STOCK|7|B_C|PACKED|44|4|8|0|2||it's; 5%|"_s});
     EXPECT_EQ(storedField(u"D"_s), QStringList{u"STOCK|8|D|DATE|48|10|10|0|0|YYYY-MM-DD||\"q\""_s});
     EXPECT_EQ(children(key(stock())),

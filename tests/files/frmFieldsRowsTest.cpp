@@ -3,7 +3,7 @@
 #include "CellGrid.h"
 #include "DialogForm.h"
 #include "DialogScript.h"
-#include "GridFixture.h"
+#include "GridTest.h"
 #include "ToolBar.h"
 
 #include <QLineEdit>

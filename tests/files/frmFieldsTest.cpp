@@ -3,7 +3,7 @@
 #include "CellGrid.h"
 #include "DialogScript.h"
 #include "FaultSweep.h"
-#include "GridFixture.h"
+#include "GridTest.h"
 #include "Settings.h"
 #include "ToolBar.h"
 

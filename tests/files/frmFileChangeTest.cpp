@@ -60,7 +60,7 @@ TEST_F(FilePane, ARenameIsCarriedToFieldsAndTables)
     EXPECT_EQ(selectedKey(), key(file(u"FULL"_s)));
     EXPECT_EQ(children(key({u"FI"_s})), (QStringList{u"FULL"_s, u"KEY"_s, u"PAYROLL"_s, u"STOCK"_s}));
     EXPECT_EQ(line(node(key(file(u"FULL"_s)))), u"fi \"FULL\" File"_s);
-    EXPECT_EQ(fields(u"FULL"_s), QStringList{u"ONLY 1 3"_s});
+    EXPECT_EQ(fieldsOf(u"FULL"_s), QStringList{u"ONLY 1 3"_s});
     EXPECT_EQ(stored(u"SELECT TABLE_NAME FROM TW_TABLE WHERE FILE_NAME = 'FULL'"_s), QStringList{u"ITEMS"_s});
     // The level below speaks of the new name.
     clickExpander(key(file(u"FULL"_s) + QStringList{u"FD"_s}));
@@ -320,7 +320,7 @@ TEST_F(FilePane, DeletingAFileInUseAsksTwice)
     remove(boxes::Answer::Yes);
     EXPECT_EQ(statements.writes(),
               (QStringList{deleteFrom(u"TW_FILE"_s, u"PAYROLL"_s), deleteFrom(u"TW_FIELD"_s, u"PAYROLL"_s)}));
-    EXPECT_EQ(fields(u"PAYROLL"_s), QStringList());
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s), QStringList());
     // Tables and columns stay.
     EXPECT_EQ(wholeCatalog().filter(u"TW_TABLE"_s), before.filter(u"TW_TABLE"_s));
     EXPECT_EQ(wholeCatalog().filter(u"TW_COLUMN"_s), before.filter(u"TW_COLUMN"_s));

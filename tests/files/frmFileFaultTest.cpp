@@ -112,7 +112,7 @@ TEST_F(FilePaneFaults, WithinADelete)
                .goOn =
                    [&] {
                        EXPECT_TRUE(find(key(file(u"STOCK"_s))));
-                       if (!files().filter(u"STOCK"_s).isEmpty() || !fields(u"STOCK"_s).isEmpty())
+                       if (!files().filter(u"STOCK"_s).isEmpty() || !fieldsOf(u"STOCK"_s).isEmpty())
                            remove(3);
                    }});
 }

@@ -1,4 +1,4 @@
-#include "GridFixture.h"
+#include "GridTest.h"
 
 #include "CellGrid.h"
 #include "FaultSweep.h"

@@ -3,7 +3,7 @@
 #include "CConnections.h"
 #include "CellGrid.h"
 #include "Database.h"
-#include "GridFixture.h"
+#include "GridTest.h"
 #include "Recordset.h"
 
 #include <algorithm>

@@ -1,11 +1,14 @@
 #include "CConnections.h"
 #include "Database.h"
+#include "DatabasesRoom.h"
 #include "FilesRoom.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "Settings.h"
 #include "ShellPanes.h"
+#include "ToolBar.h"
 #include "WorkbenchStyle.h"
+#include "frmColumnReorder.h"
 #include "frmDSNAdmin.h"
 #include "frmDateFormat.h"
 #include "frmFieldReorder.h"
@@ -159,6 +162,38 @@ void takeFiles(mdiMain& window, Photographer& camera)
     takeModal(camera, u"yes-to-all"_s, [] { frmYesToAll::GetAnswer(u"Replace the file 'EMPLOYEE'?"_s); });
 }
 
+void takeItemPane(mdiMain& window, Photographer& camera, const QString& pane, const QString& name,
+                  const QStringList& keys)
+{
+    window.PaneDisplay(pane, keys);
+    camera.take(window, name);
+    window.PaneEdit(pane, keys);
+    camera.take(window, name + u"-edit"_s);
+    window.PaneAddNew(pane, keys.first(keys.size() - 1));
+    camera.take(window, name + u"-add"_s);
+    takeModal(camera, name + u"-delete-question"_s, [&] { window.PaneDelete(pane, keys); });
+    camera.take(window, name + u"-delete"_s);
+}
+
+void takeDatabases(mdiMain& window, Photographer& camera)
+{
+    const QStringList table{u"Ledger"_s, u"PAYROLL"_s, u"EMPLOYEE"_s};
+    takeItemPane(window, camera, u"frmDatabase"_s, u"database"_s, table.first(2));
+    takeItemPane(window, camera, u"frmTable"_s, u"table"_s, table);
+    takeItemPane(window, camera, u"frmColumn"_s, u"column"_s, table + QStringList{u"SALARY"_s});
+    window.PaneDisplay(u"frmDatabases"_s, table.first(1));
+    camera.take(window, u"databases"_s);
+    window.PaneDisplay(u"frmTables"_s, table.first(2));
+    camera.take(window, u"tables"_s);
+    window.PaneDisplay(u"frmColumns"_s, table);
+    camera.take(window, u"columns"_s);
+    window.PaneDisplay(u"frmSpecialCols"_s, table);
+    camera.take(window, u"special-columns"_s);
+    window.toolBar(u"tbrSpecialCols"_s).Button(u"Special Column Edit"_s).press();
+    camera.take(window, u"special-columns-edit"_s);
+    takeModal(camera, u"column-order"_s, [&] { frmColumnReorder::Display(table); });
+}
+
 /// Lets a statement fail and takes the form that reports it.
 void takeErrorForm(Photographer& camera)
 {
@@ -198,6 +233,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
         QApplication::setPalette(darkPalette());
     registerShellPanes();
     registerFilesRoom();
+    registerDatabasesRoom();
     Photographer camera(QDir(folder), suffix);
     mdiMain window({});
     window.MDIForm_Load();
@@ -206,6 +242,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     takePanes(window, camera);
     takeTree(window, camera);
     takeFiles(window, camera);
+    takeDatabases(window, camera);
     takeMenus(window, camera);
     takeErrorForm(camera);
     takeDatasourceWindow(window, camera);

@@ -10,10 +10,12 @@
 #include "frmTWErr.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -202,6 +204,75 @@ void MainWindowTest::expectUnreachable(const ScriptedBoxes::Meanwhile& meanwhile
 void MainWindowTest::change(const QString& statement) const
 {
     world.run(datasource, statement);
+}
+
+void MainWindowTest::addFile(const QString& file, int recordSize) const
+{
+    change(
+        u"INSERT INTO TW_FILE (FILE_NAME, RECORD_SIZE) VALUES ('%1', %2)"_s.arg(QString(file).replace('\''_L1, "''"_L1))
+            .arg(recordSize));
+}
+
+void MainWindowTest::addField(const QString& file, const QString& name, int number, int offset, int length) const
+{
+    change(
+        u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME, FIELD_NUMBER, OFFSET, LENGTH) VALUES ('%1', '%2', %3, %4, %5)"_s
+            .arg(QString(file).replace('\''_L1, "''"_L1), QString(name).replace('\''_L1, "''"_L1))
+            .arg(number)
+            .arg(offset)
+            .arg(length));
+}
+
+QStringList MainWindowTest::fieldsOf(const QString& file) const
+{
+    QStringList lines;
+    for (const QStringList& row :
+         world.rows(datasource, "SELECT FIELD_NAME, FIELD_NUMBER, OFFSET FROM TW_FIELD WHERE FILE_NAME = '"_L1 +
+                                    QString(file).replace('\''_L1, "''"_L1) + "' ORDER BY FIELD_NUMBER, FIELD_NAME"_L1))
+        lines.append(row.join(' '_L1));
+    return lines;
+}
+
+QStringList MainWindowTest::stored(const QString& select) const
+{
+    QStringList lines;
+    for (const QStringList& row : world.rows(datasource, select))
+        lines.append(row.join('|'_L1));
+    return lines;
+}
+
+QStringList MainWindowTest::sent() const
+{
+    // The statements of the levels: a name, and the order that the names come in.
+    static const QRegularExpression level(
+        u"^SELECT (FILE_NAME FROM TW_FILE (WHERE FILE_NAME NOT IN \\('CNTRL', .*)?ORDER BY FILE_NAME ASC"
+        "|FIELD_NAME FROM TW_FIELD WHERE .* ORDER BY (FIELD_NAME|OFFSET) ASC"
+        "|DATABASE_NAME FROM TW_DB (WHERE DATABASE_NAME <> 'TW' )?ORDER BY DATABASE_NAME ASC"
+        "|TABLE_NAME FROM TW_TABLE WHERE .* ORDER BY TABLE_NAME ASC"
+        "|COLUMN_NAME FROM TW_COLUMN WHERE .* AND COLUMN_TYPE = 0 ORDER BY COLUMN_NUMBER ASC"
+        "|USER_NAME FROM TW_(USER|DBPRV|TBLPRV) .*ORDER BY USER_NAME( ASC| ))$"_s);
+    QStringList own = statements.statements();
+    own.removeIf([](const QString& statement) { return level.match(statement).hasMatch(); });
+    return own;
+}
+
+void MainWindowTest::keepCatalog()
+{
+    while (CConnections::instance().Count() > 0)
+        CConnections::instance().Remove(1);
+    ASSERT_TRUE(QFile::copy(world.catalogFile(datasource), world.folder() + "/asItWas"_L1));
+}
+
+void MainWindowTest::beginAnew()
+{
+    if (window)
+        window->FetchTreeviewRoot();
+    else
+        start();
+    const QString file = world.catalogFile(datasource);
+    for (const char* suffix : {"", "-wal", "-shm"})
+        QFile::remove(file + QLatin1String(suffix));
+    ASSERT_TRUE(QFile::copy(world.folder() + "/asItWas"_L1, file));
 }
 
 QStringList MainWindowTest::wholeCatalog() const

@@ -59,6 +59,17 @@ protected:
     void expectUnreachable(const ScriptedBoxes::Meanwhile& meanwhile = {});
     /// Changes the catalog behind the program's back.
     void change(const QString& statement) const;
+    void addFile(const QString& file, int recordSize) const;
+    void addField(const QString& file, const QString& name, int number, int offset, int length) const;
+    /// The fields of a file in the order of their numbers, each as "EMPLOYEE 1 0": name, number, offset.
+    QStringList fieldsOf(const QString& file) const;
+    /// The rows of a SELECT as lines, read past the driver.
+    QStringList stored(const QString& select) const;
+    /// What the program has sent since the statements were cleared, without what fills the tree.
+    QStringList sent() const;
+    /// Puts the catalog aside, and brings it back with nothing connected and the tree closed.
+    void keepCatalog();
+    void beginAnew();
     /// All rows of the eight tables that are edited, each behind the name of its table.
     QStringList wholeCatalog() const;
 

@@ -2,7 +2,6 @@
 
 #include "CellGrid.h"
 #include "DropDown.h"
-#include "FilesRoom.h"
 #include "Form.h"
 #include "PaneRegistry.h"
 #include "ToolBar.h"
@@ -34,7 +33,7 @@ constexpr std::array entryNames{"cboDropdown_", "chkProperty_", "txtProperty_"};
 } // namespace
 
 /// Sees each statement before the recorder does.
-class ItemTest::Interloper final : public dao::StatementObserver
+class ItemFixture::Interloper final : public dao::StatementObserver
 {
 public:
     Interloper(QString beginning, std::function<void()> action)
@@ -56,46 +55,19 @@ private:
     dao::StatementObserver* m_former;
 };
 
-ItemTest::ItemTest() = default;
+ItemFixture::ItemFixture() = default;
 
-ItemTest::~ItemTest() = default;
+ItemFixture::~ItemFixture() = default;
 
-void ItemTest::SetUp()
+void ItemFixture::TearDown()
 {
-    FieldTest::SetUp();
-    registerFilesRoom();
-    if (m_recordsCollections)
-        recordCollections();
-
-    addFile(u"STOCK"_s, 40);
-    const auto add = [&](int number, const char* name, const char* type, int offset, int length, int precision,
-                         int scale, const char* format) {
-        change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, "
-               "PRECISION, SCALE, FORMAT) VALUES ('STOCK', %1, '%2', '%3', %4, %5, %6, %7, '%8')"_s.arg(
-                   QString::number(number), QLatin1String(name), QLatin1String(type), QString::number(offset),
-                   QString::number(length), QString::number(precision), QString::number(scale), QLatin1String(format)));
-    };
-    add(1, "CODE", "STRING", 0, 10, 10, 0, "");
-    add(2, "PRICE", "PACKED", 10, 4, 8, 2, "");
-    add(3, "SOLD", "DATE", 14, 12, 11, 0, "DD.MM.YY");
-    add(4, "FLAGS", "HEXADECIMAL", 26, 4, 8, 0, "");
-    add(5, "PIECES", "INTEGER-4", 30, 4, 10, 0, "");
-    for (const char* statement : {
-             "UPDATE TW_FILE SET FILE_ORGANISATION = 'INDEXED', RECORD_TYPE = 'FIXED' WHERE FILE_NAME = 'STOCK'",
-             "INSERT INTO TW_DB (DATABASE_NAME) VALUES ('OTHER')",
-             "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) VALUES ('SALES', 'ITEMS', 'STOCK')",
-             "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) VALUES ('OTHER', 'ITEMS', 'EMPTY')",
-             "INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, LENGTH) "
-             "VALUES ('SALES', 'ITEMS', 1, 'ARTICLE', 'CODE', 10)",
-             "INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, LENGTH) "
-             "VALUES ('OTHER', 'ITEMS', 1, 'ELSEWHERE', 'CODE', 10)",
-         })
-        change(QLatin1String(statement));
+    m_interloper.reset();
+    MainWindowTest::TearDown();
 }
 
-void ItemTest::recordCollections()
+void ItemFixture::record(const std::vector<std::pair<QString, int>>& recorded)
 {
-    for (const auto& [name, parts] : {std::pair(u"frmFiles"_s, 1), std::pair(u"frmFields"_s, 2)}) {
+    for (const auto& [name, parts] : recorded) {
         panes::Operations operations;
         operations.Display = {parts, [this, name = name](Form&, const QStringList& keys) {
                                   m_shown.append(name + ' '_L1 + keys.join('/'_L1));
@@ -105,15 +77,7 @@ void ItemTest::recordCollections()
     }
 }
 
-void ItemTest::TearDown()
-{
-    m_interloper.reset();
-    FieldTest::TearDown();
-    for (const char* pane : {"frmFile", "frmField", "frmFiles", "frmFields"})
-        panes::remove(QLatin1String(pane));
-}
-
-void ItemTest::begin(const QStringList& steps)
+void ItemFixture::begin(const QStringList& steps)
 {
     if (!window) {
         start();
@@ -126,19 +90,19 @@ void ItemTest::begin(const QStringList& steps)
     m_shown.clear();
 }
 
-void ItemTest::open(const QStringList& steps)
+void ItemFixture::open(const QStringList& steps)
 {
     begin(steps);
     click(key(steps));
 }
 
-void ItemTest::command(const QStringList& steps, const QString& menuItem)
+void ItemFixture::command(const QStringList& steps, const QString& menuItem)
 {
     begin(steps);
     choose(key(steps), menuItem);
 }
 
-QWidget& ItemTest::control(const QString& name) const
+QWidget& ItemFixture::control(const QString& name) const
 {
     QWidget* pane = window->currentPane();
     if (auto* found = pane ? pane->findChild<QWidget*>(name) : nullptr)
@@ -146,7 +110,7 @@ QWidget& ItemTest::control(const QString& name) const
     throw std::runtime_error("There is no control " + name.toStdString());
 }
 
-QWidget& ItemTest::entry(const QString& column) const
+QWidget& ItemFixture::entry(const QString& column) const
 {
     for (const char* name : entryNames) {
         if (auto* found = window->currentPane()->findChild<QWidget*>(QLatin1String(name) + column))
@@ -155,22 +119,22 @@ QWidget& ItemTest::entry(const QString& column) const
     throw std::runtime_error("There is no entry for " + column.toStdString());
 }
 
-DropDown& ItemTest::list(const QString& column) const
+DropDown& ItemFixture::list(const QString& column) const
 {
     return dynamic_cast<DropDown&>(entry(column));
 }
 
-UpDown& ItemTest::arrows(int index) const
+UpDown& ItemFixture::arrows(int index) const
 {
     return dynamic_cast<UpDown&>(control(u"spnUpDn_"_s + QString::number(index)));
 }
 
-QString ItemTest::limits(int index) const
+QString ItemFixture::limits(int index) const
 {
     return dynamic_cast<QLabel&>(control(u"lblMinMax_"_s + QString::number(index))).text();
 }
 
-QString ItemTest::text(const QString& column) const
+QString ItemFixture::text(const QString& column) const
 {
     QWidget& found = control(u"txtProperty_"_s + column);
     if (const auto* edit = qobject_cast<QLineEdit*>(&found))
@@ -178,7 +142,7 @@ QString ItemTest::text(const QString& column) const
     return dynamic_cast<QPlainTextEdit&>(found).toPlainText();
 }
 
-QStringList ItemTest::texts(const QStringList& columns) const
+QStringList ItemFixture::texts(const QStringList& columns) const
 {
     QStringList all;
     for (const QString& column : columns)
@@ -186,7 +150,7 @@ QStringList ItemTest::texts(const QStringList& columns) const
     return all;
 }
 
-QStringList ItemTest::open() const
+QStringList ItemFixture::open() const
 {
     QStringList columns;
     for (QWidget* found : window->currentPane()->findChildren<QWidget*>()) {
@@ -198,7 +162,7 @@ QStringList ItemTest::open() const
     return columns;
 }
 
-void ItemTest::clear(const QString& column)
+void ItemFixture::clear(const QString& column)
 {
     QWidget& found = entry(column);
     ASSERT_TRUE(found.isVisible() && found.isEnabled()) << column.toStdString();
@@ -208,26 +172,26 @@ void ItemTest::clear(const QString& column)
     hit(Qt::Key_Delete);
 }
 
-void ItemTest::write(const QString& column, const QString& text)
+void ItemFixture::write(const QString& column, const QString& text)
 {
     clear(column);
     QTest::keyClicks(&entry(column), text);
 }
 
-void ItemTest::paste(const QString& column, const QString& text)
+void ItemFixture::paste(const QString& column, const QString& text)
 {
     clear(column);
     QApplication::clipboard()->setText(text);
     hit(Qt::Key_V, Qt::ControlModifier);
 }
 
-void ItemTest::hit(Qt::Key key, Qt::KeyboardModifiers modifiers)
+void ItemFixture::hit(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     ASSERT_TRUE(window->focusWidget());
     QTest::keyClick(window->focusWidget(), key, modifiers);
 }
 
-void ItemTest::pick(const QString& column, const QString& item)
+void ItemFixture::pick(const QString& column, const QString& item)
 {
     DropDown& found = list(column);
     ASSERT_TRUE(found.isVisible() && found.isEnabled()) << column.toStdString();
@@ -238,7 +202,7 @@ void ItemTest::pick(const QString& column, const QString& item)
         QTest::keyClick(&found, found.currentIndex() < wanted ? Qt::Key_Down : Qt::Key_Up);
 }
 
-void ItemTest::press(const QString& key)
+void ItemFixture::press(const QString& key)
 {
     const QString name = "tbr"_L1 + window->currentPane()->name().mid(3);
     QToolButton* button = window->toolBar(name).Button(key).widget();
@@ -246,14 +210,14 @@ void ItemTest::press(const QString& key)
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
-void ItemTest::clickButton(const QString& name)
+void ItemFixture::clickButton(const QString& name)
 {
     QWidget& button = control(name);
     ASSERT_TRUE(button.isVisible() && button.isEnabled()) << name.toStdString();
     QTest::mouseClick(&button, Qt::LeftButton);
 }
 
-QString ItemTest::state() const
+QString ItemFixture::state() const
 {
     const ToolBar& bar = window->toolBar("tbr"_L1 + window->currentPane()->name().mid(3));
     QStringList enabled;
@@ -264,7 +228,7 @@ QString ItemTest::state() const
     return bar.Button(u"OK"_s).Tag() + ": "_L1 + enabled.join(' '_L1);
 }
 
-QString ItemTest::focus() const
+QString ItemFixture::focus() const
 {
     const QWidget* focused = window->focusWidget();
     if (!focused)
@@ -273,32 +237,12 @@ QString ItemTest::focus() const
     return name.contains('_'_L1) ? name.section('_'_L1, 1) : name;
 }
 
-QStringList ItemTest::stored(const QString& select) const
-{
-    QStringList lines;
-    for (const QStringList& row : world.rows(datasource, select))
-        lines.append(row.join('|'_L1));
-    return lines;
-}
-
-QStringList ItemTest::sent() const
-{
-    QStringList own = statements.statements();
-    own.removeIf([](const QString& statement) {
-        return statement.startsWith("SELECT FILE_NAME FROM TW_FILE"_L1) ||
-               (statement.startsWith("SELECT FIELD_NAME FROM TW_FIELD"_L1) && statement.endsWith(" ASC"_L1)) ||
-               statement.startsWith("SELECT DATABASE_NAME FROM TW_DB"_L1) ||
-               statement.startsWith("SELECT USER_NAME FROM TW_USER"_L1);
-    });
-    return own;
-}
-
-QStringList ItemTest::takeShown()
+QStringList ItemFixture::takeShown()
 {
     return std::exchange(m_shown, {});
 }
 
-QStringList ItemTest::gridNames() const
+QStringList ItemFixture::gridNames() const
 {
     QStringList names;
     const auto& grid = dynamic_cast<CellGrid&>(control(u"grd"_s));
@@ -307,13 +251,13 @@ QStringList ItemTest::gridNames() const
     return names;
 }
 
-void ItemTest::meanwhile(const QString& beginning, std::function<void()> action)
+void ItemFixture::meanwhile(const QString& beginning, std::function<void()> action)
 {
     m_interloper.reset();
     m_interloper = std::make_unique<Interloper>(beginning, std::move(action));
 }
 
-QStringList ItemTest::pressOkTwice()
+QStringList ItemFixture::pressOkTwice()
 {
     QStringList routines;
     bool came = false;

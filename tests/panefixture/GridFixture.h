@@ -10,11 +10,9 @@ class QLineEdit;
 class ctlTextLookup;
 
 /// A user in front of a grid pane in the real main window. Cells go by the name of their heading.
-class GridTest : public MainWindowTest
+class GridFixture : public MainWindowTest
 {
 protected:
-    void SetUp() override;
-
     /// Starts the program and clicks its way to the grid of a node: open({"FI"}).
     void open(const QStringList& steps);
     /// Clicks the node of the grid, as open does, in the program that runs.
@@ -58,9 +56,4 @@ protected:
     /// The editor that shows, or null.
     QWidget* editor() const;
     QString editorText() const;
-
-    /// The rows of a table as the catalog has them, in order of the first column.
-    QStringList stored(const QString& select) const;
-    /// What the grid has sent since the statements were cleared, without what the tree reads.
-    QStringList sent() const;
 };

@@ -1,31 +1,27 @@
 #pragma once
 
-#include "FieldFixture.h"
+#include "DialogScript.h"
+#include "MainWindowFixture.h"
 
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 class DropDown;
 class QLabel;
 class UpDown;
 
-/// A user in front of an item pane in the real main window. Entries go by the column that they are bound to. The
-/// collections' panes only write down that they were shown, unless a test takes the real ones.
-///
-/// Besides the usual catalog there is a file STOCK with a field of each kind that the field pane treats in a way of its
-/// own: CODE (STRING), PRICE (PACKED), SOLD (DATE), FLAGS (HEXADECIMAL), PIECES (INTEGER-4); and a table ITEMS over it
-/// in the database SALES, whose column ARTICLE maps CODE. A table ITEMS in the database OTHER has nothing to do with it
-/// but the name of a field.
-class ItemTest : public FieldTest
+/// A user in front of an item pane in the real main window. Entries go by the column that they are bound to.
+class ItemFixture : public MainWindowTest
 {
 protected:
-    ItemTest();
-    ~ItemTest() override;
-    void SetUp() override;
+    ItemFixture();
+    ~ItemFixture() override;
     void TearDown() override;
 
-    /// For the constructor: the collections show in their own grids, and takeShown has nothing to tell.
-    void takeRealCollections() { m_recordsCollections = false; }
+    /// Panes that only write down that they were shown, by name and number of key parts.
+    void record(const std::vector<std::pair<QString, int>>& panes);
 
     /// Starts the program and opens the tree down to the parent of a node.
     void begin(const QStringList& steps);
@@ -66,11 +62,7 @@ protected:
     /// The column, or the button, that has the window's focus.
     QString focus() const;
 
-    /// The rows of a SELECT as lines, read past the driver.
-    QStringList stored(const QString& select) const;
-    /// What the program has sent since the statements were cleared, without what fills the tree.
-    QStringList sent() const;
-    /// The collections' panes that were shown since the last asking, as "frmFields Ledger1/STOCK".
+    /// The recorded panes that were shown since the last asking, as "frmFields Ledger1/STOCK".
     QStringList takeShown();
     /// The first cells of the grid that shows, without the row for a new row.
     QStringList gridNames() const;
@@ -80,12 +72,11 @@ protected:
     /// lets events run. Tells in which routines it came; nothing when it only came behind them.
     QStringList pressOkTwice();
 
+    DialogScript dialogs;
+
 private:
     class Interloper;
 
-    void recordCollections();
-
-    bool m_recordsCollections = true;
     QStringList m_shown;
     std::unique_ptr<Interloper> m_interloper;
 };

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QStringList>
+
+class CConnection;
+
+namespace dao
+{
+class Database;
+}
+
+/// What the panes and the grids of databases, tables and columns have in common.
+namespace definitions
+{
+
+/// Whether a database is the catalog's own, which may be looked at and not changed.
+bool isCatalogDatabase(const QString& database);
+
+/// A display name may be left out; otherwise it is the name itself in any case of letters.
+bool isDisplayName(const QString& displayName, const QString& name);
+
+/// A name that a special column of a table has. Case counts.
+bool isReservedColumn(const QString& column);
+
+/// Whether columns of an SQL type have a length, a precision and attributes of their own. All others take those of the
+/// type.
+bool isCharacterType(const QString& sqlTypeName);
+
+/// The statement that lists the drivers that a database of the user's can have.
+QString drivers();
+
+/// The condition that a file is not one of the catalog's own.
+QString isUserFile();
+
+/// The names of a search: what stands in SEARCHABLE is the place in this list.
+const QStringList& searches();
+
+/// The names of a connection's SQL types, in the order of its catalog.
+QStringList sqlTypeNames(CConnection& connection);
+
+/// The statement that lists the fields which the columns of a table can map to.
+QString fieldsOfTable(dao::Database& db, const QString& database, const QString& table);
+
+/// A number behind those of all columns of a table, as a text.
+QString nextColumnNumber(dao::Database& db, const QString& database, const QString& table);
+
+/// How many columns a table has, special ones included, as a text.
+QString countColumns(dao::Database& db, const QString& database, const QString& table);
+
+/// The condition that selects a table, or the columns of a table.
+QString ofTable(const QString& database, const QString& table);
+
+} // namespace definitions
