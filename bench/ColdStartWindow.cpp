@@ -1,3 +1,4 @@
+#include "DatabasesRoom.h"
 #include "FilesRoom.h"
 #include "ShellPanes.h"
 #include "WorkbenchStyle.h"
@@ -45,6 +46,7 @@ int main(int argc, char** argv)
     QApplication::setStyle(new WorkbenchStyle);
     registerShellPanes();
     registerFilesRoom();
+    registerDatabasesRoom();
     mdiMain window({});
     window.MDIForm_Load();
     window.installEventFilter(&untilPainted);

@@ -194,7 +194,7 @@ void frmFields::findNextNumber()
     const auto rows = db().OpenRecordset(u"SELECT FIELD_NUMBER FROM TW_FIELD WHERE FILE_NAME = '"_s + quotedFile() +
                                          u"' ORDER BY FIELD_NUMBER DESC"_s);
     const dao::Value highest = rows->Eof() ? dao::Value() : rows->Fields().Item(0).Value();
-    setLookedUp(QString::number(highest.IsNull() ? 1 : highest.Long() + 1));
+    setLookedUp(QString::number((highest.IsNull() ? 0 : highest.Long()) + qint64{1}));
 }
 
 void frmFields::sumOffset()

@@ -163,8 +163,10 @@ QString GridPane::lookedUp() const
 
 void GridPane::setLookedUp(const QString& text)
 {
-    if (m_editor)
-        setEditorText(text);
+    if (!m_editor)
+        return;
+    setEditorText(text);
+    txtCell_Change(*lineEdit());
 }
 
 void GridPane::txtCell_Change(QLineEdit& edit)
@@ -278,7 +280,7 @@ bool GridPane::Cell_Keypress(QKeyEvent& event)
         if (!usedUp)
             return;
         if (m_editor == m_combo) {
-            modAPIMisc::ComboKeyPress(*m_combo, event.text());
+            usedUp = modAPIMisc::ComboKeyPress(*m_combo, event.text());
             return;
         }
         QLineEdit& edit = *lineEdit();

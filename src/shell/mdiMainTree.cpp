@@ -4,6 +4,7 @@
 #include "Routine.h"
 #include "modGUI.h"
 
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -132,6 +133,8 @@ void mdiMain::tvwExplorer_ContextKey(TreeNode* node, QPoint globalPosition)
     Routine routine("mdiMain.tvwExplorer_ContextKey");
     routine.run([&] {
         m_currentItem = NodeToDragItem(node);
+        // A command of the menu takes nodes away by the user's hand, as one under the mouse does.
+        const QScopedValueRollback inPress(m_inPress, true);
         modGUI::ShowContextMenu(m_currentItem, globalPosition);
     });
 }

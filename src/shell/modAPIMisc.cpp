@@ -7,7 +7,8 @@
 
 bool modAPIMisc::ComboKeyPress(QComboBox& combo, const QString& key)
 {
-    if (key.isEmpty() || key.at(0) < u' ')
+    constexpr char16_t last = 128;
+    if (key.isEmpty() || key.at(0) < u' ' || key.at(0) > last)
         return false;
     Routine routine("modAPIMisc.ComboKeyPress");
     routine.run([&] {

@@ -392,6 +392,23 @@ TEST_F(FieldPane, TheFormatSetsLengthAndPrecision)
     EXPECT_EQ(texts({u"LENGTH"_s, u"PRECISION"_s}), (QStringList{u"10"_s, u"10"_s}));
 }
 
+TEST_F(FieldPane, ATypeWhoseNameHoldsDateOrTimeHasThatBuilder)
+{
+    for (const char* name : {"DATE-TEXT", "TIME-TEXT", "DATE-TIME"})
+        change(u"INSERT INTO TW_LOCDT (LOCAL_TYPE_NAME, ATTRIBUTES) VALUES ('%1', "
+               "'CHARACTER;DEFAULT_FORMAT=DD;DEFAULT_LENGTH=2;DEFAULT_PRECISION=2')"_s.arg(QLatin1String(name)));
+    command(stock(), u"mnu_FieldAddNew"_s);
+    const auto leave = [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCancel"_s); };
+    for (const auto& [type, builder] :
+         {std::pair(u"DATE-TEXT"_s, u"frmDateFormat"_s), std::pair(u"TIME-TEXT"_s, u"frmTimeFormat"_s),
+          std::pair(u"DATE-TIME"_s, u"frmDateFormat"_s)}) {
+        pick(u"LOCAL_TYPE_NAME"_s, type);
+        dialogs.expect(builder, leave);
+        clickButton(u"cmdFormat"_s);
+        dialogs.verify();
+    }
+}
+
 TEST_F(FieldPane, TheBuilderOfTheTypeWritesTheFormat)
 {
     open(field(u"SOLD"_s));

@@ -427,6 +427,12 @@ TEST_F(FieldsGrid, TheNextFieldNumberIsLookedUp)
     hit(Qt::Key_Return);
     pressLookUp();
     EXPECT_EQ(editorText(), u"1"_s);
+    change(u"UPDATE TW_FIELD SET FIELD_NUMBER = 2147483647 WHERE FIELD_NAME = 'PRICE'"_s);
+    openFields();
+    click(blankRow(), u"Field Number"_s);
+    hit(Qt::Key_Return);
+    pressLookUp();
+    EXPECT_EQ(editorText(), u"2147483648"_s);
 }
 
 TEST_F(FieldsGrid, TheOffsetIsSummedFromTheFieldsBefore)

@@ -96,3 +96,13 @@ TEST_F(ComboKeyPress, ControlCharactersAreLeftToTheList)
         EXPECT_EQ(shown(), u"DATE"_s);
     }
 }
+
+TEST_F(ComboKeyPress, CharactersBeyond128AreLeftToTheList)
+{
+    combo.setCurrentIndex(0);
+    EXPECT_TRUE(modAPIMisc::ComboKeyPress(combo, QString(QChar(128))));
+    for (const QString& key : {QString(QChar(129)), u"\u00e9"_s, u"\U0001F680"_s}) {
+        EXPECT_FALSE(modAPIMisc::ComboKeyPress(combo, key));
+        EXPECT_EQ(shown(), u"DATE"_s);
+    }
+}

@@ -4,7 +4,11 @@
 #include "CConnections.h"
 #include "Settings.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -162,6 +166,29 @@ TEST_F(ClearCatalog, ThePaneOfARowThatIsGoneGivesWayToTheDatasource)
     choose(key(), u"mnu_DSNClear"_s);
     EXPECT_EQ(asked.take(), QStringList{u"frmDSN.Display(%1)"_s.arg(datasource)});
     EXPECT_EQ(selectedKey(), key());
+}
+
+TEST_F(ClearCatalog, ByTheMenuKeyThePaneOfARowThatIsGoneGivesWayToo)
+{
+    RecordingPanes asked;
+    start();
+    expandTo(key({u"US"_s}));
+    click(key({u"US"_s}));
+    click(key({u"US"_s, u"us=CLERK"_s}));
+    type(Qt::Key_Home);
+    asked.take();
+    expectYes();
+    expectCleared();
+    QTimer::singleShot(0, [] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(menu);
+        for (QAction* entry : menu->actions()) {
+            if (entry->objectName() == "mnu_DSNClear"_L1)
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+        }
+    });
+    type(Qt::Key_Menu);
+    EXPECT_EQ(asked.take(), QStringList{u"frmDSN.Display(%1)"_s.arg(datasource)});
 }
 
 TEST_F(ClearCatalog, NoLeavesEverything)
