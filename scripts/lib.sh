@@ -38,7 +38,12 @@ configure() {
         return
     fi
     say "configuring $preset"
-    (cd "$ROOT" && cmake --preset "$preset" >&2) || die "configuring $preset failed"
+    local options=()
+    if [[ -n ${CI:-} ]]; then
+        # Nobody debugs there: line numbers are enough, and a quarter of the compilers' time is saved.
+        options=(-DCMAKE_CXX_FLAGS_DEBUG=-g1)
+    fi
+    (cd "$ROOT" && cmake --preset "$preset" "${options[@]}" >&2) || die "configuring $preset failed"
 }
 
 # build PRESET [FILE...]: everything, or the named files of the build folder.
