@@ -17,6 +17,8 @@ namespace
 
 /// Lengths and precisions end here, whatever their type says.
 constexpr std::int32_t mostBytes = 32767;
+/// Scales, radixes and file parameters end here.
+constexpr int mostOfNumbers = 65535;
 
 const QStringList noYes{u"No"_s, u"Yes"_s};
 
@@ -122,14 +124,24 @@ bool frmColumns::isReadOnly() const
 
 // Types --------------------------------------------------------------------------------------------------------------
 
-/// What all but a character type decide upon.
+/// What all but a character type decide upon takes no editor, unless the row holds something else there that is to be
+/// mended.
 bool frmColumns::isLocked(const QString& column)
 {
     static const QStringList decided{u"LENGTH"_s, u"PRECISION"_s,      u"NULLABLE"_s,
                                      u"MONEY"_s,  u"AUTO_INCREMENT"_s, u"UNSIGNED_ATTRIBUTE"_s,
                                      u"RADIX"_s,  u"SEARCHABLE"_s,     u"CASE_SENSITIVE"_s};
     const QString type = text(u"SQL_TYPE_NAME"_s);
-    return !type.isEmpty() && !definitions::isCharacterType(type) && decided.contains(column);
+    return !type.isEmpty() && !definitions::isCharacterType(type) && decided.contains(column) && !isToBeMended(column);
+}
+
+bool frmColumns::isToBeMended(const QString& column) const
+{
+    if (column == "RADIX"_L1)
+        return !isWithin(column, 0, mostOfNumbers);
+    const CSQLDT* type = connection().SQLDTs().find(text(u"SQL_TYPE_NAME"_s));
+    return type &&
+           ((column == "LENGTH"_L1 && !IsValidLength(*type)) || (column == "PRECISION"_L1 && !IsValidPrecision(*type)));
 }
 
 void frmColumns::cellChanged(const QString& column)
@@ -162,14 +174,13 @@ QString frmColumns::validate()
         return failing;
     if (QString failing = validateType(); !failing.isEmpty())
         return failing;
-    constexpr int most = 65535;
     const struct {
         QString column;
         QString what;
     } numbers[] = {{u"SCALE"_s, u"Scale"_s}, {u"RADIX"_s, u"Radix"_s}, {u"SETFILEPARAMETER"_s, u"SetFileParameter"_s}};
     for (const auto& [column, what] : numbers)
-        if (!isWithin(column, 0, most))
-            return refuse(modGUI::OutOfRange(what, 0, most), column);
+        if (!isWithin(column, 0, mostOfNumbers))
+            return refuse(modGUI::OutOfRange(what, 0, mostOfNumbers), column);
     return {};
 }
 
@@ -180,8 +191,9 @@ QString frmColumns::validateKey()
     if (!isWithin(u"COLUMN_NUMBER"_s, 1, 32767))
         return refuse(modGUI::OutOfRange(u"Column Number"_s, 1, 32767), u"COLUMN_NUMBER"_s);
     // Special columns do not count.
-    if (number != loaded(u"COLUMN_NUMBER"_s) && finds("SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_L1 + ofTable() +
-                                                      " AND COLUMN_TYPE = 0 AND COLUMN_NUMBER = "_L1 + number))
+    if (conversions::Val(number) != conversions::Val(loaded(u"COLUMN_NUMBER"_s)) &&
+        finds("SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_L1 + ofTable() +
+              " AND COLUMN_TYPE = 0 AND COLUMN_NUMBER = "_L1 + number))
         return refuse("This Table already contains a column with a \nColumn Number of "_L1 + number,
                       u"COLUMN_NUMBER"_s);
 

@@ -29,6 +29,7 @@ private:
 
     QString validateKey();
     QString validateType();
+    bool isToBeMended(const QString& column) const;
     bool IsValidLength(const CSQLDT& type) const;
     bool IsValidPrecision(const CSQLDT& type) const;
     QString flag(const QString& column) const;

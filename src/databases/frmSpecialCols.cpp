@@ -4,6 +4,7 @@
 #include "Database.h"
 #include "Definitions.h"
 #include "DropDown.h"
+#include "Events.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "ToolBar.h"
@@ -126,19 +127,20 @@ void frmSpecialCols::Display(const QString& datasource, const QString& database,
         CConnection* connection = CConnections::instance().Item(datasource);
         if (!connection)
             return;
+        if (m_fields.isEmpty())
+            m_fields = modDatabase::FetchFieldInfo(*connection->db(), u"TW_COLUMN"_s);
+        if (m_fields.isEmpty())
+            return;
         m_connection = connection;
         m_datasource = datasource;
         m_database = database;
         m_table = table;
         lblTitle()->setText(table + " - Special Columns"_L1);
         toolBar().Button(u"Up1"_s).setToolTipText("Up to Table '"_L1 + table + '\''_L1);
-        m_column->setCurrentIndex(-1);
+        blank();
         modBoundControls::PopulateList(*m_column, db(),
                                        "SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_L1 +
                                            definitions::ofTable(database, table) + " ORDER BY COLUMN_NAME ASC"_L1);
-        m_stored.fill(false);
-        for (QCheckBox* box : m_boxes)
-            box->setChecked(false);
         for (const auto rows =
                  db().OpenRecordset("SELECT * FROM TW_COLUMN WHERE "_L1 + definitions::ofTable(database, table) +
                                     " AND COLUMN_NUMBER = 1 AND COLUMN_TYPE > 0 ORDER BY COLUMN_TYPE"_L1);
@@ -154,6 +156,17 @@ void frmSpecialCols::Display(const QString& datasource, const QString& database,
         showState(false);
         lblDescription()->setText("This is a list of all the Special Columns in Table '"_L1 + table + "'."_L1);
     });
+}
+
+/// At rest, and closed to changes: what has not been read yet may be there.
+void frmSpecialCols::blank()
+{
+    m_stored.fill(false);
+    for (QCheckBox* box : m_boxes)
+        box->setChecked(false);
+    m_column->setCurrentIndex(-1);
+    showState(false);
+    toolBar().Button(u"Special Column Edit"_s).setEnabled(false);
 }
 
 /// A column that the table has no more is still the one that is stored.
@@ -209,7 +222,7 @@ void frmSpecialCols::tbr_ButtonClick(ToolButton& button)
             return;
         const QString& key = button.Key();
         if (key == "Up1"_L1)
-            mdiMain::instance().PaneDisplay(u"frmTable"_s, {m_datasource, m_database, m_table});
+            up();
         else if (key == "Special Column Edit"_L1)
             edit();
         else if (key == "OK"_L1)
@@ -217,6 +230,19 @@ void frmSpecialCols::tbr_ButtonClick(ToolButton& button)
         else if (key == "Cancel"_L1)
             cancel();
     });
+}
+
+void frmSpecialCols::up()
+{
+    mdiMain& window = mdiMain::instance();
+    window.PaneDisplay(u"frmTable"_s, {m_datasource, m_database, m_table});
+    events::yield();
+    requireLoaded();
+    TreeView& tree = window.tvwExplorer();
+    if (TreeNode* node = tree.Nodes().find("DSN="_L1 + m_datasource + ":DB="_L1 + m_datasource + ":db="_L1 +
+                                           m_database + ":TA="_L1 + m_database + ":ta="_L1 + m_table + ':'_L1))
+        tree.setSelectedItem(node);
+    tree.setFocus();
 }
 
 QString frmSpecialCols::first(const QString& statement) const

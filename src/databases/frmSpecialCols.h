@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ActionPane.h"
+#include "modDatabase.h"
 
 #include <QStringList>
 
@@ -34,8 +35,10 @@ private:
     QCheckBox& chkActive(int index) const { return *m_boxes.at(static_cast<std::size_t>(index - 1)); }
     void chkActive_Click(int index);
     void buildList();
+    void blank();
     void showColumn(const QString& column);
     void showState(bool editing);
+    void up();
     void edit();
     void ok();
     void insert(int index);
@@ -50,6 +53,7 @@ private:
     std::array<bool, count> m_stored{};
     DropDown* m_column = nullptr;
     CConnection* m_connection = nullptr;
+    modDatabase::FieldInfos m_fields;
     QString m_datasource;
     QString m_database;
     QString m_table;
