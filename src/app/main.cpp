@@ -3,6 +3,7 @@
 #include "FilesRoom.h"
 #include "Resources.h"
 #include "ShellPanes.h"
+#include "UsersRoom.h"
 #include "WorkbenchStyle.h"
 #include "mdiMain.h"
 
@@ -23,6 +24,7 @@ int main(int argc, char** argv)
     registerShellPanes();
     registerFilesRoom();
     registerDatabasesRoom();
+    registerUsersRoom();
 
     mdiMain window(commandLine);
     window.MDIForm_Load();

@@ -446,8 +446,10 @@ void frmColumn::followUpdate()
 }
 
 /// A criteria names a column behind its database and table.
-bool frmColumn::mayDelete()
+bool frmColumn::confirmsDelete()
 {
+    if (!ItemPane::confirmsDelete())
+        return false;
     requireLoaded();
     const QString database = SQLQuote(this->database());
     const QString table = SQLQuote(this->table());

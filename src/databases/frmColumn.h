@@ -33,7 +33,7 @@ private:
     void carryKey() override;
     void updateRow() override;
     void followUpdate() override;
-    bool mayDelete() override;
+    bool confirmsDelete() override;
     void deleteRow() override;
     void undo(State state) override;
     void cancel(State state) override;

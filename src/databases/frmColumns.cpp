@@ -22,20 +22,10 @@ constexpr int mostOfNumbers = 65535;
 
 const QStringList noYes{u"No"_s, u"Yes"_s};
 
-QString shownFlag(const QString& stored)
-{
-    return noYes.at(conversions::Val(stored) == 1 ? 1 : 0);
-}
-
 /// A stored search shows as a flag of the number before it: only "All except LIKE" is a "Yes".
 QString shownSearch(const QString& stored)
 {
     return noYes.at(conversions::Val(stored) - 1 == 1 ? 1 : 0);
-}
-
-GridColumn flag(const QString& name, const QString& newRow)
-{
-    return {.name = name, .editor = CellEditor::Combo, .items = noYes, .newRow = newRow, .shown = &shownFlag};
 }
 
 std::vector<GridColumn> columns()
@@ -49,13 +39,13 @@ std::vector<GridColumn> columns()
         {.name = u"LENGTH"_s},
         {.name = u"PRECISION"_s},
         {.name = u"SCALE"_s, .newRow = u"0"_s},
-        flag(u"NULLABLE"_s, u"No"_s),
-        flag(u"UNSIGNED_ATTRIBUTE"_s, u"No"_s),
-        flag(u"UPDATABLE"_s, u"Yes"_s),
-        flag(u"VISIBLE"_s, u"Yes"_s),
-        flag(u"MONEY"_s, u"No"_s),
-        flag(u"AUTO_INCREMENT"_s, u"No"_s),
-        flag(u"CASE_SENSITIVE"_s, u"No"_s),
+        flagColumn(u"NULLABLE"_s, false),
+        flagColumn(u"UNSIGNED_ATTRIBUTE"_s, false),
+        flagColumn(u"UPDATABLE"_s, true),
+        flagColumn(u"VISIBLE"_s, true),
+        flagColumn(u"MONEY"_s, false),
+        flagColumn(u"AUTO_INCREMENT"_s, false),
+        flagColumn(u"CASE_SENSITIVE"_s, false),
         {.name = u"SEARCHABLE"_s,
          .editor = CellEditor::Combo,
          .items = definitions::searches(),
@@ -243,11 +233,6 @@ bool frmColumns::IsValidLength(const CSQLDT& type) const
 bool frmColumns::IsValidPrecision(const CSQLDT& type) const
 {
     return isWithin(u"PRECISION"_s, 0, std::min(type.PRECISION, mostBytes));
-}
-
-QString frmColumns::flag(const QString& column) const
-{
-    return QString::number(ToBoolean(text(column)) ? 1 : 0);
 }
 
 QString frmColumns::ofLoadedNumber() const

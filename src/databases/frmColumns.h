@@ -32,7 +32,6 @@ private:
     bool isToBeMended(const QString& column) const;
     bool IsValidLength(const CSQLDT& type) const;
     bool IsValidPrecision(const CSQLDT& type) const;
-    QString flag(const QString& column) const;
     QString search() const;
     /// The condition that selects the table.
     QString ofTable() const;

@@ -53,10 +53,7 @@ QString frmDatabases::selectStatement() const
 
 void frmDatabases::populateLists()
 {
-    QStringList drivers;
-    for (const auto rows = db().OpenRecordset(definitions::drivers()); !rows->Eof(); rows->MoveNext())
-        drivers.append(rows->View(0).toString());
-    setItems(u"DRIVER_NAME"_s, drivers);
+    setItems(u"DRIVER_NAME"_s, firstColumn(definitions::drivers()));
 }
 
 QStringList frmDatabases::itemsOf(const GridColumn& column) const

@@ -23,10 +23,28 @@
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+const QStringList noYes{u"No"_s, u"Yes"_s};
+
+} // namespace
+
+GridColumn flagColumn(const QString& name, bool newRow)
+{
+    return {.name = name,
+            .editor = CellEditor::Combo,
+            .items = noYes,
+            .newRow = noYes.at(newRow ? 1 : 0),
+            .shown = [](const QString& stored) { return noYes.at(conversions::Val(stored) == 1 ? 1 : 0); }};
+}
+
 GridPane::GridPane(const Kind& kind, std::vector<GridColumn> columns, QWidget* parent)
     : PaneForm(QLatin1String(kind.form), parent), m_kind(kind), m_columns(std::move(columns)),
       m_grid(new CellGrid(u"grd"_s, this))
 {
+    if (m_kind.newRowMark)
+        m_grid->setNewRowMark(QLatin1String(m_kind.newRowMark));
     body()->addWidget(m_grid, 1);
     buildEditors();
     connect(m_grid, &CellGrid::RowColChange, this, &GridPane::LeaveCell);
@@ -241,6 +259,14 @@ bool GridPane::isWithin(const QString& column, double minimum, double maximum) c
 bool GridPane::finds(const QString& statement) const
 {
     return !db().OpenRecordset(statement)->Eof();
+}
+
+QStringList GridPane::firstColumn(const QString& statement) const
+{
+    QStringList values;
+    for (const auto rows = db().OpenRecordset(statement); !rows->Eof(); rows->MoveNext())
+        values.append(rows->View(0).toString());
+    return values;
 }
 
 QString GridPane::refuse(const QString& message, const QString& column)

@@ -39,6 +39,9 @@ struct GridColumn {
     modGrid::ShownForm shown = nullptr;
 };
 
+/// A column of a flag, which shows as "Yes" or "No".
+GridColumn flagColumn(const QString& name, bool newRow);
+
 /// The pane of all rows of a node as a grid: what all eight of them have in common. A cell is edited in an editor that
 /// lies over it. When the current cell moves to another row, or the user clicks beside the cells, the row that was
 /// changed is validated and written: under another key by removing it and adding it anew, else by an update, in either
@@ -81,6 +84,8 @@ protected:
         const char* form;
         const char* table;
         const char* toolBar;
+        /// What marks the row for a new row, if anything.
+        const char* newRowMark = nullptr;
     };
     /// Where "Up1" leads: a pane, its keys, the node to select, and what the button says.
     struct Owner {
@@ -104,6 +109,11 @@ protected:
     /// What the cell held when the row was entered or last written.
     const QString& loaded(const QString& column) const;
     QString quotedLoaded(const QString& column) const { return modDatabase::SQLQuote(loaded(column)); }
+    /// The number that is stored for what a flag shows.
+    QString flag(const QString& column) const
+    {
+        return ToBoolean(text(column)) ? QStringLiteral("1") : QStringLiteral("0");
+    }
     /// What has been typed into a masked cell, if anything.
     std::optional<QString> typed(const QString& column) const;
     /// Sets a cell as the user would.
@@ -117,6 +127,8 @@ protected:
     bool isWithin(const QString& column, double minimum, double maximum) const;
     /// Whether the statement finds a row.
     bool finds(const QString& statement) const;
+    /// The first column of all rows that the statement finds.
+    QStringList firstColumn(const QString& statement) const;
     /// Shows a message of validation and gives the column back.
     QString refuse(const QString& message, const QString& column);
     void setItems(const QString& column, const QStringList& items);

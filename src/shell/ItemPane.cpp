@@ -176,7 +176,7 @@ void ItemPane::Delete(const QStringList& keys)
             return;
         lblTitle()->setText(title(State::Delete));
         enterState(State::Delete, u"&Delete"_s);
-        const bool goes = boxes::ask(QLatin1String(m_kind.deleteQuestion)) && mayDelete();
+        const bool goes = confirmsDelete();
         requireLoaded();
         if (goes)
             press(u"OK"_s);
@@ -199,7 +199,8 @@ void ItemPane::tbr_ButtonClick(ToolButton& button)
         } else if (key == tag + " Edit"_L1) {
             Edit(m_owners + QStringList{m_name});
         } else if (key == tag + " Delete"_L1) {
-            Delete(m_owners + QStringList{m_name});
+            if (mayDelete())
+                Delete(m_owners + QStringList{m_name});
         } else if (key == "OK"_L1) {
             ok();
         } else if (key == "Cancel"_L1) {
@@ -270,7 +271,7 @@ void ItemPane::okEdit()
         carryKey();
     updateRow();
     if (m_name != m_loadedName)
-        renameNode();
+        renameNode(parentKey() + QLatin1String(m_kind.nodeType) + '='_L1);
     followUpdate();
     requireLoaded();
     Display(m_owners + QStringList{m_name});
@@ -290,22 +291,28 @@ void ItemPane::insertRow()
     db().Execute(modDatabase::MakeInsert(values, m_fields, QLatin1String(m_kind.table)));
 }
 
-void ItemPane::renameNode()
+bool ItemPane::confirmsDelete()
+{
+    return boxes::ask(QLatin1String(m_kind.deleteQuestion));
+}
+
+void ItemPane::renameNode(const QString& beginning)
 {
     mdiMain& window = mdiMain::instance();
     CNodes& nodes = window.nodes();
-    const QString formerKey = nodeKey(m_loadedName);
-    if (!nodes.find(formerKey))
+    const QString formerKey = beginning + m_loadedName + ':'_L1;
+    const QString key = beginning + m_name + ':'_L1;
+    CNode* node = nodes.find(formerKey);
+    if (!node)
         return;
-    if (window.tvwExplorer().Nodes().find(CalcNodeKey())) {
+    if (window.tvwExplorer().Nodes().find(key)) {
         // It stood for a row that somebody has removed meanwhile: the level is out of date.
-        window.tvwExplorer_Expand(&window.tvwExplorer().Nodes().Item(CalcParentKey()));
+        window.tvwExplorer_Expand(CNodes::treeNode(*node)->Parent());
         return;
     }
-    nodes.ChangeKey(formerKey, CalcNodeKey());
-    CNode& node = nodes.Item(CalcNodeKey());
-    node.setNodeData(m_name);
-    if (TreeNode* shown = CNodes::treeNode(node))
+    nodes.ChangeKey(formerKey, key);
+    node->setNodeData(m_name);
+    if (TreeNode* shown = CNodes::treeNode(*node))
         shown->setText(m_name);
 }
 
@@ -335,19 +342,23 @@ void ItemPane::followUpdate()
 
 void ItemPane::rereadCollection()
 {
-    mdiMain& window = mdiMain::instance();
-    TreeNodes& nodes = window.tvwExplorer().Nodes();
-    const TreeNodeRef parent = nodes.find(CalcParentKey());
-    if (!parent || !parent->Child())
-        return;
-    const TreeNode* selected = window.tvwExplorer().SelectedItem();
+    TreeView& tree = mdiMain::instance().tvwExplorer();
+    const TreeNode* selected = tree.SelectedItem();
     const bool wasSelected = selected && selected->Key() == CalcNodeKey();
-    parent->setExpanded(false);
-    if (parent)
-        parent->setExpanded(true);
-    requireLoaded();
-    if (TreeNode* node = wasSelected ? nodes.find(CalcNodeKey()) : nullptr)
+    rereadNode(CalcParentKey());
+    if (TreeNode* node = wasSelected ? tree.Nodes().find(CalcNodeKey()) : nullptr)
         node->setSelected(true);
+}
+
+void ItemPane::rereadNode(const QString& key)
+{
+    const TreeNodeRef node = mdiMain::instance().tvwExplorer().Nodes().find(key);
+    if (!node || !node->Child())
+        return;
+    node->setExpanded(false);
+    if (node)
+        node->setExpanded(true);
+    requireLoaded();
 }
 
 void ItemPane::removeNode()
@@ -529,6 +540,11 @@ void ItemPane::buttonClicked(const QString&) {}
 bool ItemPane::isBlank(const QString& column) const
 {
     return modString::Trim(text(column)).isEmpty();
+}
+
+int ItemPane::columnSize(const QString& column) const
+{
+    return static_cast<int>(m_fields.Item(column).Size);
 }
 
 void ItemPane::enable(const QString& column, bool enabled)

@@ -91,6 +91,8 @@ protected:
     bool isBlank(const QString& column) const;
     /// The text as it goes between the apostrophes of a statement.
     QString quoted(const QString& column) const { return modDatabase::SQLQuote(text(column)); }
+    /// The size that the driver reports of a column.
+    int columnSize(const QString& column) const;
     void enable(const QString& column, bool enabled);
     void setFocusTo(const QString& column);
     /// Shows a message of validation, moves the focus and gives false. The program's title stands over it unless
@@ -107,6 +109,11 @@ protected:
     void showCollection();
     /// Reads the level of the row's node anew where it has been read, so that its names stand in order.
     void rereadCollection();
+    /// The same for any node by its key.
+    void rereadNode(const QString& key);
+    /// Gives a node the pane's name in place of the loaded one, wherever it stands: `beginning` is its key without that
+    /// name. Nothing happens where the tree has no such node.
+    void renameNode(const QString& beginning);
     void removeNode();
     /// An "Undo" that begins again what is being done.
     void startAgain(State state);
@@ -126,6 +133,8 @@ protected:
     virtual void cancel(State state);
     /// A text has changed; behind Undo having been enabled.
     virtual void textChanged(const QString& column);
+    /// Asks whether the row is to go.
+    virtual bool confirmsDelete();
     /// Whether the change of a key column makes the row another one.
     virtual bool makesKeyChanged(const QString& column) const;
     virtual void listChanged(const QString& column);
@@ -148,7 +157,7 @@ private:
     virtual bool validate() = 0;
 
     virtual void insertRow();
-    /// Asked when the user has confirmed a delete.
+    /// Asked before the tool bar begins a delete.
     virtual bool mayDelete() { return true; }
     /// Asked before anything of an edit is done.
     virtual bool mayUpdate() { return true; }
@@ -174,7 +183,6 @@ private:
     void ok();
     void okAdd();
     void okEdit();
-    void renameNode();
     void up();
 
     Kind m_kind;

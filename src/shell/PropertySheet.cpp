@@ -94,7 +94,7 @@ void PropertySheet::addRow(const Property& property)
 
 QLabel* PropertySheet::promptOf(const Property& property, QWidget& entry)
 {
-    m_entries.insert(QLatin1String(property.column), &entry);
+    m_entries.insert(&entry == m_confirmation ? m_confirmation->objectName() : QLatin1String(property.column), &entry);
     const QString prompt = QLatin1String(property.prompt);
     entry.setToolTip(QLatin1String(property.toolTip));
     entry.setAccessibleName(spoken(prompt));
@@ -125,6 +125,11 @@ void PropertySheet::addFlag(QHBoxLayout& line, QLabel* prompt)
 QWidget* PropertySheet::makeEntry(const Property& property, QHBoxLayout& row)
 {
     const QString column = QLatin1String(property.column);
+    if (property.kind == EntryKind::Confirmation) {
+        m_confirmation = makeConfirmation(property);
+        row.addWidget(m_confirmation);
+        return m_confirmation;
+    }
     const bool isMirrored = property.kind == EntryKind::List || property.kind == EntryKind::Flag;
     QWidget* text = makeText(property, isMirrored || property.kind == EntryKind::Hidden);
 
@@ -182,6 +187,16 @@ QWidget* PropertySheet::makeText(const Property& property, bool hidden)
     made->setHidden(hidden);
     addControl("txtProperty", property.index, column, made);
     return made;
+}
+
+PropertyEdit* PropertySheet::makeConfirmation(const Property& property)
+{
+    auto* edit = new PropertyEdit(this);
+    edit->setObjectName(u"txtConfirm"_s);
+    edit->setFixedWidth(entryWidth);
+    edit->setEchoMode(QLineEdit::Password);
+    m_confirmed = QLatin1String(property.column);
+    return edit;
 }
 
 void PropertySheet::addControl(const char* name, int index, const QString& tag, QWidget* widget)
@@ -263,4 +278,6 @@ void PropertySheet::setColumns(const modDatabase::FieldInfos& columns)
         else if (auto* memo = qobject_cast<PropertyMemo*>(bound.Ctl.Widget))
             memo->setColumn(columns.Item(bound.Key));
     }
+    if (m_confirmation)
+        m_confirmation->setColumn(columns.Item(m_confirmed));
 }

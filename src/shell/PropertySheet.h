@@ -25,6 +25,8 @@ enum class EntryKind {
     Memo,
     /// A text that does not show.
     Password,
+    /// A second entry of the password of the same column, bound to nothing: txtConfirm.
+    Confirmation,
     /// A number with arrows beside it.
     Number,
     /// A choice from a list; the statement's value stands in a hidden text beside it.
@@ -90,7 +92,8 @@ public:
     UpDown& spinner(int index) const;
     QLabel& minMax(int index) const;
     QPushButton& button(const QString& name) const;
-    /// What the user works with for a column: its list or check box where it has one, else its text.
+    /// What the user works with for a column: its list or check box where it has one, else its text. The confirmation
+    /// of a password goes by its own name.
     QWidget& entry(const QString& column) const;
 
     /// Puts buttons below the last property.
@@ -116,12 +119,16 @@ private:
     QLabel* promptOf(const Property& property, QWidget& entry);
     QWidget* makeEntry(const Property& property, QHBoxLayout& row);
     QWidget* makeText(const Property& property, bool hidden);
+    PropertyEdit* makeConfirmation(const Property& property);
     void addControl(const char* name, int index, const QString& tag, QWidget* widget);
 
     std::vector<Property> m_properties;
     Controls m_controls;
     CCtrls m_texts;
     QHash<QString, QWidget*> m_entries;
+    /// The second entry of a password, and the column that it is entered for.
+    PropertyEdit* m_confirmation = nullptr;
+    QString m_confirmed;
     QGridLayout* m_rows;
     /// The block of flags that the next flag belongs to, or null.
     QGridLayout* m_flags = nullptr;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "GridPane.h"
+
+/// A grid with users and passwords. A stored password never shows, and one that has been typed is kept aside until the
+/// row is written or left.
+class PasswordGrid : public GridPane
+{
+protected:
+    PasswordGrid(const Kind& kind, std::vector<GridColumn> columns, const QString& passwordColumn, QWidget* parent);
+
+    /// A masked column for passwords.
+    static GridColumn passwordColumn(const QString& name);
+
+    /// Whether there is a password to be written: one of nothing but blanks is none.
+    bool isPasswordTyped() const;
+    /// The typed password as it goes between the apostrophes of a statement; empty without one.
+    QString quotedPassword() const;
+    /// Tells, for a row whose user has changed, that its password is going to be lost.
+    void warnOfLostPassword();
+
+private:
+    QString m_column;
+};

@@ -1,0 +1,85 @@
+#include "PasswordPane.h"
+
+#include "Boxes.h"
+#include "modBoundControls.h"
+
+#include <QEvent>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+PasswordPane::PasswordPane(const Kind& kind, std::vector<Property> properties, const QString& passwordColumn,
+                           QWidget* parent)
+    : ItemPane(kind, std::move(properties), parent), m_column(passwordColumn)
+{
+    passwordBox().installEventFilter(this);
+}
+
+QLineEdit& PasswordPane::passwordBox() const
+{
+    return static_cast<QLineEdit&>(sheet().entry(m_column));
+}
+
+QLineEdit& PasswordPane::txtConfirm() const
+{
+    return static_cast<QLineEdit&>(sheet().entry(u"txtConfirm"_s));
+}
+
+void PasswordPane::fill(const dao::Recordset& row)
+{
+    Controls shown = sheet().controls();
+    std::erase_if(shown, [this](const Control& control) { return control.Tag == m_column; });
+    modBoundControls::PopulateFields(shown, u"txtProperty"_s, row);
+}
+
+/// Both boxes look filled, whatever is stored.
+void PasswordPane::displayed()
+{
+    const QString filler(qMax(columnSize(m_column) - 1, 0), ' '_L1);
+    passwordBox().setText(filler);
+    txtConfirm().setText(filler);
+    txtConfirm().end(false);
+}
+
+void PasswordPane::adding()
+{
+    txtConfirm().clear();
+}
+
+void PasswordPane::enableEntries(bool enabled)
+{
+    ItemPane::enableEntries(enabled);
+    txtConfirm().setEnabled(enabled);
+}
+
+void PasswordPane::undo(State state)
+{
+    if (state == State::Add)
+        txtConfirm().clear();
+    ItemPane::undo(state);
+}
+
+bool PasswordPane::wantsToEnterPassword()
+{
+    const bool wanted = boxes::ask(u"The password will be re-set to blank unless you specify a new one.\n"
+                                   "Do you wish to specify a new password now?"_s);
+    requireLoaded();
+    if (wanted)
+        setFocusTo(m_column);
+    return wanted;
+}
+
+bool PasswordPane::isPasswordConfirmed()
+{
+    if (isPasswordBlank() || text(m_column) == txtConfirm().text())
+        return true;
+    return refuse(u"Password and Confirmation do not match!  Please re-enter the password."_s, m_column);
+}
+
+/// What is typed replaces the filler.
+bool PasswordPane::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == &passwordBox() && event->type() == QEvent::FocusIn)
+        QMetaObject::invokeMethod(&passwordBox(), &QLineEdit::selectAll, Qt::QueuedConnection);
+    return ItemPane::eventFilter(watched, event);
+}

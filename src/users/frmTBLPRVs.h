@@ -1,0 +1,28 @@
+#pragma once
+
+#include "GridPane.h"
+
+/// What users may do with a table, in a grid. The user of a row that is there already cannot be changed: the statement
+/// that would remove the row is malformed, and refused.
+class frmTBLPRVs : public GridPane
+{
+    Q_OBJECT
+
+public:
+    explicit frmTBLPRVs(QWidget* parent = nullptr);
+
+private:
+    QString title() const override;
+    QString selectStatement() const override;
+    QString nodeKey() const override;
+    std::optional<Owner> owner() const override;
+    void populateLists() override;
+    QString validate() override;
+    void replaceRow() override;
+    void updateRow() override;
+
+    /// The condition that selects the rows of the table.
+    QString ofTable() const;
+    const QString& database() const { return keys().at(1); }
+    const QString& table() const { return keys().at(2); }
+};

@@ -1,0 +1,167 @@
+#include "frmUser.h"
+
+#include "Boxes.h"
+#include "Database.h"
+#include "Privileges.h"
+#include "Recordset.h"
+#include "mdiMain.h"
+#include "modUpdate.h"
+
+using namespace Qt::StringLiterals;
+using modDatabase::BuildDelete;
+using modDatabase::SQLQuote;
+
+namespace
+{
+
+const QString undeletable = u"You cannot delete the ADMIN User!"_s;
+
+std::vector<Property> properties()
+{
+    return {
+        {.prompt = "&User Name:", .column = "USER_NAME", .index = 0, .isKey = true},
+        {.prompt = "&Password:", .column = "USER_PASSWORD", .kind = EntryKind::Password, .index = 1},
+        {.prompt = "&Confirm Password:", .column = "USER_PASSWORD", .kind = EntryKind::Confirmation},
+        {.prompt = "Re&marks:",
+         .column = "REMARKS",
+         .kind = EntryKind::Memo,
+         .index = 2,
+         .toolTip = "Any notes you wish to make about this User"},
+    };
+}
+
+} // namespace
+
+frmUser::frmUser(QWidget* parent)
+    : PasswordPane({.form = "frmUser",
+                    .table = "TW_USER",
+                    .collection = "frmUsers",
+                    .toolBar = "tbrUser",
+                    .deleteQuestion = "Are you sure you want to delete this user?",
+                    .nameColumn = "USER_NAME",
+                    .nodeType = "us",
+                    .nodeImage = "User"},
+                   properties(), u"USER_PASSWORD"_s, parent)
+{
+}
+
+QString frmUser::parentKey() const
+{
+    return "DSN="_L1 + datasource() + ":US="_L1 + datasource() + ':'_L1;
+}
+
+QString frmUser::title(State state) const
+{
+    switch (state) {
+    case State::Add:
+        return "Add New User to "_L1 + datasource();
+    case State::Edit:
+        return name() + " - Edit User Properties"_L1;
+    case State::Delete:
+        return name() + " - Delete User"_L1;
+    default:
+        return name() + " - User Properties"_L1;
+    }
+}
+
+QString frmUser::selectStatement() const
+{
+    return "SELECT * FROM TW_USER WHERE USER_NAME = '"_L1 + SQLQuote(name()) + "' "_L1;
+}
+
+bool frmUser::validate()
+{
+    const QString user = text(u"USER_NAME"_s);
+    if (user.isEmpty())
+        return refuse(u"Please enter a User Name."_s, u"USER_NAME"_s);
+    const bool isOther = user != loadedName();
+    if (isOther && finds("SELECT * FROM TW_USER WHERE USER_NAME = '"_L1 + SQLQuote(user) + '\''_L1))
+        return refuse("A user called '"_L1 + user +
+                          "' already exits in the Datasource.\nUse a unique name to identify this user."_L1,
+                      u"USER_NAME"_s);
+    if (isOther && isPasswordBlank() && wantsToEnterPassword())
+        return false;
+    return isPasswordConfirmed();
+}
+
+bool frmUser::mayUpdate()
+{
+    if (!privileges::isAdministrator(loadedName()) || privileges::isAdministrator(text(u"USER_NAME"_s)))
+        return true;
+    return refuse(u"You cannot change the name of the ADMIN user."_s, u"USER_NAME"_s);
+}
+
+void frmUser::carryKey()
+{
+    modUpdate::UpdateUser(datasource(), loadedName(), name());
+}
+
+/// Goes by the stored name, under which there is nothing more when the name has changed.
+void frmUser::updateRow()
+{
+    const QString password =
+        isPasswordBlank() ? QString() : QString("USER_PASSWORD = '"_L1 + quoted(u"USER_PASSWORD"_s) + "', "_L1);
+    db().Execute("UPDATE TW_USER SET "_L1 + password + "REMARKS = '"_L1 + quoted(u"REMARKS"_s) +
+                 "' WHERE USER_NAME = '"_L1 + SQLQuote(loadedName()) + '\''_L1);
+}
+
+/// The user stands under each database and table that it has rights on.
+void frmUser::followUpdate()
+{
+    if (name() != loadedName()) {
+        const QString databases = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ":db="_L1;
+        for (const auto rows = db().OpenRecordset("SELECT DATABASE_NAME FROM TW_DBPRV WHERE USER_NAME = '"_L1 +
+                                                  SQLQuote(name()) + '\''_L1);
+             !rows->Eof(); rows->MoveNext()) {
+            const QString database = rows->View(0).toString();
+            renameNode(databases + database + ":DBPRV="_L1 + database + ":dbprv="_L1);
+        }
+        for (const auto rows = db().OpenRecordset(
+                 "SELECT DATABASE_NAME, TABLE_NAME FROM TW_TBLPRV WHERE USER_NAME = '"_L1 + SQLQuote(name()) + '\''_L1);
+             !rows->Eof(); rows->MoveNext()) {
+            const QString database = rows->View(0).toString();
+            const QString table = rows->View(1).toString();
+            renameNode(databases + database + ":TA="_L1 + database + ":ta="_L1 + table + ":TBLPRV="_L1 + table +
+                            ":tblprv="_L1);
+        }
+    }
+    PasswordPane::followUpdate();
+}
+
+// Deleting -----------------------------------------------------------------------------------------------------------
+
+bool frmUser::mayDelete()
+{
+    if (!privileges::isAdministrator(text(u"USER_NAME"_s)))
+        return true;
+    boxes::inform(undeletable);
+    return false;
+}
+
+bool frmUser::confirmsDelete()
+{
+    if (!privileges::isAdministrator(text(u"USER_NAME"_s)))
+        return PasswordPane::confirmsDelete();
+    boxes::inform(u"You cannot delete User 'ADMIN'"_s);
+    return false;
+}
+
+void frmUser::deleteRow()
+{
+    if (privileges::isAdministrator(name())) {
+        boxes::inform(undeletable);
+        return;
+    }
+    const QString criterion = "USER_NAME = '"_L1 + SQLQuote(name()) + '\''_L1;
+    for (const QString& table : {u"TW_USER"_s, u"TW_DBPRV"_s, u"TW_TBLPRV"_s})
+        db().Execute(BuildDelete(table, criterion));
+    removeNode();
+    rereadNode(parentKey());
+    rereadNode("DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ':'_L1);
+    showCollection();
+}
+
+void frmUser::cancel(State)
+{
+    cancelByName();
+}
