@@ -1,6 +1,7 @@
 #include "DatabasesRoom.h"
 #include "FilesRoom.h"
 #include "ShellPanes.h"
+#include "UsersRoom.h"
 #include "WorkbenchStyle.h"
 #include "mdiMain.h"
 
@@ -47,6 +48,7 @@ int main(int argc, char** argv)
     registerShellPanes();
     registerFilesRoom();
     registerDatabasesRoom();
+    registerUsersRoom();
     mdiMain window({});
     window.MDIForm_Load();
     window.installEventFilter(&untilPainted);

@@ -14,6 +14,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -62,7 +64,7 @@ void PropertySheet::addRow(const Property& property)
     line->setSpacing(unit / 2);
     QLabel* prompt = promptOf(property, *makeEntry(property, *line));
     if (property.kind == EntryKind::Flag) {
-        addFlag(*line, prompt);
+        addFlag(property, *line, prompt);
         return;
     }
     m_flags = nullptr;
@@ -105,11 +107,14 @@ QLabel* PropertySheet::promptOf(const Property& property, QWidget& entry)
     return label;
 }
 
-/// Flags that follow each other share a block of a few columns.
-void PropertySheet::addFlag(QHBoxLayout& line, QLabel* prompt)
+/// Flags that follow each other share a line, or a block of a few columns.
+void PropertySheet::addFlag(const Property& property, QHBoxLayout& line, QLabel* prompt)
 {
-    constexpr int columns = 3;
     if (!m_flags) {
+        const auto first = m_properties.cbegin() + (&property - m_properties.data());
+        const auto end =
+            std::find_if(first, m_properties.cend(), [](const Property& next) { return next.kind != EntryKind::Flag; });
+        m_flagColumns = end - first > 4 ? 3 : 4;
         m_flags = new QGridLayout;
         m_flags->setHorizontalSpacing(3 * unit);
         m_flags->setVerticalSpacing(unit / 2);
@@ -119,7 +124,7 @@ void PropertySheet::addFlag(QHBoxLayout& line, QLabel* prompt)
         line.addWidget(prompt);
     line.addStretch(1);
     const int place = m_flags->count();
-    m_flags->addLayout(&line, place / columns, place % columns);
+    m_flags->addLayout(&line, place / m_flagColumns, place % m_flagColumns);
 }
 
 QWidget* PropertySheet::makeEntry(const Property& property, QHBoxLayout& row)

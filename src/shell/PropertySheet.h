@@ -114,7 +114,7 @@ protected:
 private:
     void followPalette();
     void addRow(const Property& property);
-    void addFlag(QHBoxLayout& line, QLabel* prompt);
+    void addFlag(const Property& property, QHBoxLayout& line, QLabel* prompt);
     /// Names the entry, and gives the label of its prompt, or null.
     QLabel* promptOf(const Property& property, QWidget& entry);
     QWidget* makeEntry(const Property& property, QHBoxLayout& row);
@@ -132,4 +132,5 @@ private:
     QGridLayout* m_rows;
     /// The block of flags that the next flag belongs to, or null.
     QGridLayout* m_flags = nullptr;
+    int m_flagColumns = 0;
 };

@@ -7,6 +7,7 @@
 #include "Settings.h"
 #include "ShellPanes.h"
 #include "ToolBar.h"
+#include "UsersRoom.h"
 #include "WorkbenchStyle.h"
 #include "frmColumnReorder.h"
 #include "frmDSNAdmin.h"
@@ -194,6 +195,21 @@ void takeDatabases(mdiMain& window, Photographer& camera)
     takeModal(camera, u"column-order"_s, [&] { frmColumnReorder::Display(table); });
 }
 
+void takeUsers(mdiMain& window, Photographer& camera)
+{
+    const QString ledger = u"Ledger"_s;
+    takeItemPane(window, camera, u"frmUser"_s, u"user"_s, {ledger, u"PAYMASTER"_s});
+    takeItemPane(window, camera, u"frmDBPRV"_s, u"database-privilege"_s, {ledger, u"PAYROLL"_s, u"PAYMASTER"_s});
+    takeItemPane(window, camera, u"frmTBLPRV"_s, u"table-privilege"_s,
+                 {ledger, u"PAYROLL"_s, u"EMPLOYEE"_s, u"PAYMASTER"_s});
+    window.PaneDisplay(u"frmUsers"_s, {ledger});
+    camera.take(window, u"users"_s);
+    window.PaneDisplay(u"frmDBPRVs"_s, {ledger, u"PAYROLL"_s});
+    camera.take(window, u"database-privileges"_s);
+    window.PaneDisplay(u"frmTBLPRVs"_s, {ledger, u"PAYROLL"_s, u"EMPLOYEE"_s});
+    camera.take(window, u"table-privileges"_s);
+}
+
 /// Lets a statement fail and takes the form that reports it.
 void takeErrorForm(Photographer& camera)
 {
@@ -234,6 +250,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     registerShellPanes();
     registerFilesRoom();
     registerDatabasesRoom();
+    registerUsersRoom();
     Photographer camera(QDir(folder), suffix);
     mdiMain window({});
     window.MDIForm_Load();
@@ -243,6 +260,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     takeTree(window, camera);
     takeFiles(window, camera);
     takeDatabases(window, camera);
+    takeUsers(window, camera);
     takeMenus(window, camera);
     takeErrorForm(camera);
     takeDatasourceWindow(window, camera);
