@@ -1,0 +1,3 @@
+#include "InterchangeRoom.h"
+
+void registerInterchangeRoom() {}

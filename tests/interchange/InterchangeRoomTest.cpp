@@ -1,0 +1,3 @@
+#include "InterchangeRoom.h"
+
+#include <gtest/gtest.h>

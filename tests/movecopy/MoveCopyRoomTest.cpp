@@ -1,0 +1,3 @@
+#include "MoveCopyRoom.h"
+
+#include <gtest/gtest.h>
