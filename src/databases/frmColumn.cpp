@@ -9,6 +9,7 @@
 #include "Recordset.h"
 #include "Routine.h"
 #include "UpDown.h"
+#include "mdiMain.h"
 #include "modBoundControls.h"
 #include "modGUI.h"
 #include "modUpdate.h"
@@ -221,7 +222,6 @@ void frmColumn::displayed()
 
 void frmColumn::populateLists()
 {
-    m_listsFor = owners();
     sheet().list(u"SQL_TYPE_NAME"_s).refill(definitions::sqlTypeNames(connection()));
     modBoundControls::PopulateList(sheet().list(u"FIELD_NAME"_s), db(),
                                    definitions::fieldsOfTable(db(), database(), table()));
@@ -283,6 +283,8 @@ void frmColumn::adoptType()
     if (!isOpen) {
         const CSQLDT& type = connection().SQLDTs().Item(name);
         const auto adopt = [this](const QString& column, std::int32_t value) {
+            setText(column, QString::number(value));
+            // A flag that has lost its tick by that has written its own 0 over it.
             setText(column, QString::number(value));
         };
         adopt(u"LENGTH"_s, type.Length);
@@ -406,7 +408,12 @@ bool frmColumn::validate()
 
 void frmColumn::followInsert()
 {
-    rereadCollection();
+    mdiMain& window = mdiMain::instance();
+    TreeNode* level = window.tvwExplorer().Nodes().find(CalcParentKey());
+    if (level && !level->Child())
+        window.tvwExplorer_Expand(level);
+    else
+        rereadCollection();
 }
 
 void frmColumn::carryKey()

@@ -51,5 +51,4 @@ private:
     /// While a row is being filled in, a type changes nothing else.
     bool m_populating = false;
     QString m_loadedField;
-    QStringList m_listsFor;
 };
