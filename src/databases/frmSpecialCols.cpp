@@ -105,6 +105,7 @@ void frmSpecialCols::buildList()
     body()->addWidget(entries);
     body()->addLayout(actions);
     body()->addStretch(1);
+    openEntries(false);
 }
 
 dao::Database& frmSpecialCols::db() const
@@ -129,8 +130,6 @@ void frmSpecialCols::Display(const QString& datasource, const QString& database,
             return;
         if (m_fields.isEmpty())
             m_fields = modDatabase::FetchFieldInfo(*connection->db(), u"TW_COLUMN"_s);
-        if (m_fields.isEmpty())
-            return;
         m_connection = connection;
         m_datasource = datasource;
         m_database = database;
@@ -183,9 +182,14 @@ void frmSpecialCols::showState(bool editing)
     bar.Button(u"Special Column Edit"_s).setEnabled(!editing && !definitions::isCatalogDatabase(m_database));
     bar.Button(u"OK"_s).setEnabled(editing);
     bar.Button(u"Cancel"_s).setEnabled(editing);
-    showActions(editing, u"&Update"_s);
+    openEntries(editing);
+}
+
+void frmSpecialCols::openEntries(bool open)
+{
+    showActions(open, u"&Update"_s);
     for (QCheckBox* box : m_boxes)
-        box->setEnabled(editing);
+        box->setEnabled(open);
     m_column->setEnabled(false);
 }
 

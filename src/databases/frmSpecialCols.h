@@ -38,6 +38,7 @@ private:
     void blank();
     void showColumn(const QString& column);
     void showState(bool editing);
+    void openEntries(bool open);
     void up();
     void edit();
     void ok();
