@@ -80,14 +80,15 @@ void frmColumnReorder::cmdOK_Click()
 {
     Routine routine("frmColumnReorder.cmdOK_Click");
     routine.run([&] {
-        {
+        // Without a list, be it that the table has no ordinary column or that it could not be read, there is no order
+        // to give, and numbers that were only turned around would be lost.
+        if (const QStringList order = names(); !order.isEmpty()) {
             const CMouseSleeper sleeper;
             const events::LongRoutine pace;
             // The numbers are turned around first, so that no two columns have the same one at any time.
             renumber("Preparing column "_L1, [](const QString&, const dao::Value& number) {
                 return std::optional(conversions::ToLong(-static_cast<double>(number.Long())));
             });
-            const QStringList order = names();
             renumber("Re-ordering column "_L1, [&](const QString& column, const dao::Value&) {
                 const qsizetype place = order.indexOf(column);
                 return place < 0 ? std::nullopt : std::optional(static_cast<std::int32_t>(place + 1));
