@@ -9,7 +9,10 @@
 #include "frmDatabases.h"
 #include "frmSpecialCols.h"
 #include "frmTable.h"
+#include "frmTableData.h"
 #include "frmTables.h"
+#include "frmWizardFileToTable.h"
+#include "mdiMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +32,17 @@ void mnu_ColumnReorder_Click(const DragItem& item)
         frmColumnReorder::Display(item.Keys.first(3));
 }
 
+void mnu_FileFileToTableWizard_Click(const DragItem& item)
+{
+    frmWizardFileToTable::Display(item.Keys.value(0), {}, {});
+}
+
+void mnu_TableViewData_Click(const DragItem& item)
+{
+    if (item.NodeType == "ta"_L1)
+        mdiMain::instance().PaneDisplay(u"frmTableData"_s, item.Keys.first(3));
+}
+
 } // namespace
 
 void registerDatabasesRoom()
@@ -40,5 +54,8 @@ void registerDatabasesRoom()
     add<frmColumn>(u"frmColumn"_s, ItemPane::operations(4));
     add<frmColumns>(u"frmColumns"_s, GridPane::operations(3));
     add<frmSpecialCols>(u"frmSpecialCols"_s, {.Display = panes::call(&frmSpecialCols::Display)});
+    add<frmTableData>(u"frmTableData"_s, {.Display = panes::call(&frmTableData::Display)});
     commands::add(u"mnu_ColumnReorder"_s, mnu_ColumnReorder_Click);
+    commands::add(u"mnu_FileFileToTableWizard"_s, mnu_FileFileToTableWizard_Click);
+    commands::add(u"mnu_TableViewData"_s, mnu_TableViewData_Click);
 }

@@ -140,7 +140,13 @@ bool frmDatabase::validate()
 
 void frmDatabase::followInsert()
 {
-    rereadCollection();
+    mdiMain& window = mdiMain::instance();
+    TreeNode* collection = window.tvwExplorer().Nodes().find(CalcParentKey());
+    // A level that was empty has no expander that could be moved.
+    if (collection && !collection->Child())
+        window.tvwExplorer_Expand(collection);
+    else
+        rereadCollection();
 }
 
 void frmDatabase::carryKey()

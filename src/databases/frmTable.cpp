@@ -6,6 +6,7 @@
 #include "Recordset.h"
 #include "Settings.h"
 #include "UpDown.h"
+#include "frmCriteriaBuilder.h"
 #include "mdiMain.h"
 #include "modBoundControls.h"
 #include "modGUI.h"
@@ -166,12 +167,22 @@ void frmTable::buttonClicked(const QString& button)
 {
     if (button == calcColumns)
         cmdCalcColumns_Click();
+    else
+        cmdCriteria_Click();
 }
 
 void frmTable::cmdCalcColumns_Click()
 {
     const QString table = name().isEmpty() ? text(u"TABLE_NAME"_s) : name();
     setText(u"NUMBER_COLUMNS"_s, definitions::countColumns(db(), database(), table));
+}
+
+void frmTable::cmdCriteria_Click()
+{
+    const QString built =
+        frmCriteriaBuilder::GetCriteria(datasource(), database(), text(u"TABLE_NAME"_s), text(u"CRITERIA"_s));
+    requireLoaded();
+    setText(u"CRITERIA"_s, built);
 }
 
 bool frmTable::validate()

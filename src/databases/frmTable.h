@@ -31,5 +31,6 @@ private:
     void toolBarClicked(const QString& key) override;
 
     void cmdCalcColumns_Click();
+    void cmdCriteria_Click();
     const QString& database() const { return owners().at(1); }
 };

@@ -5,6 +5,7 @@
 #include "Definitions.h"
 #include "Recordset.h"
 #include "Settings.h"
+#include "frmCriteriaBuilder.h"
 #include "modGUI.h"
 
 using namespace Qt::StringLiterals;
@@ -79,8 +80,18 @@ void frmTables::lookUp(const QString& column)
 {
     if (column == "NUMBER_COLUMNS"_L1)
         countColumns();
-    else if (loaded(u"TABLE_NAME"_s).isEmpty() && text(u"TABLE_NAME"_s).isEmpty())
+    else
+        buildCriteria();
+}
+
+void frmTables::buildCriteria()
+{
+    const QString& stored = loaded(u"TABLE_NAME"_s);
+    const QString table = stored.isEmpty() ? text(u"TABLE_NAME"_s) : stored;
+    if (table.isEmpty())
         boxes::inform(u"Please enter a Table Name before adding criteria."_s);
+    else
+        setLookedUp(frmCriteriaBuilder::GetCriteria(datasource(), database(), table, lookedUp()));
 }
 
 void frmTables::countColumns()

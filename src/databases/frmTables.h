@@ -24,5 +24,6 @@ private:
     void updateRow() override;
 
     void countColumns();
+    void buildCriteria();
     const QString& database() const { return keys().at(1); }
 };

@@ -1,5 +1,6 @@
 #include "DialogForm.h"
 
+#include "Settings.h"
 #include "mdiMain.h"
 
 #include <QApplication>
@@ -8,6 +9,13 @@
 #include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
+
+namespace
+{
+
+constexpr int twipsPerPixel = 15;
+
+} // namespace
 
 DialogForm::DialogForm(const QString& name, QWidget* parent) : Form(name, parent)
 {
@@ -82,6 +90,19 @@ void DialogForm::showEvent(QShowEvent* event)
     if (!event->spontaneous())
         place();
     Form::showEvent(event);
+}
+
+QPoint DialogForm::storedPosition(const QString& section, QPoint otherwise)
+{
+    return QPoint(settings::getNumber(section, QStringLiteral("Left"), otherwise.x() * twipsPerPixel),
+                  settings::getNumber(section, QStringLiteral("Top"), otherwise.y() * twipsPerPixel)) /
+           twipsPerPixel;
+}
+
+void DialogForm::storePosition(const QString& section) const
+{
+    settings::save(section, QStringLiteral("Left"), x() * twipsPerPixel);
+    settings::save(section, QStringLiteral("Top"), y() * twipsPerPixel);
 }
 
 void DialogForm::place()

@@ -37,6 +37,10 @@ protected:
     /// What Escape presses; without one it closes the dialog as its title bar does.
     void setCancelButton(QPushButton* button) { m_cancel = button; }
 
+    /// The place that the settings have for a dialog, in twips under Left and Top, or another one.
+    static QPoint storedPosition(const QString& section, QPoint otherwise);
+    void storePosition(const QString& section) const;
+
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

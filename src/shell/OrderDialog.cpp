@@ -1,7 +1,5 @@
 #include "OrderDialog.h"
 
-#include "Settings.h"
-
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -13,8 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-constexpr int twipsPerPixel = 15;
 
 /// One section for all order dialogs.
 const QString section = u"frmColumnReorder"_s;
@@ -126,13 +122,10 @@ void OrderDialog::moveSelected(int rows)
 
 QPoint OrderDialog::position(QPoint centred) const
 {
-    return QPoint(settings::getNumber(section, u"Left"_s, centred.x() * twipsPerPixel),
-                  settings::getNumber(section, u"Top"_s, centred.y() * twipsPerPixel)) /
-           twipsPerPixel;
+    return storedPosition(section, centred);
 }
 
 void OrderDialog::savePosition() const
 {
-    settings::save(section, u"Left"_s, x() * twipsPerPixel);
-    settings::save(section, u"Top"_s, y() * twipsPerPixel);
+    storePosition(section);
 }

@@ -25,4 +25,5 @@ TEST(DatabasesRoom, EachPaneTakesAsManyKeyPartsAsItsRowHas)
     EXPECT_EQ(counts(u"frmColumn"_s), (std::vector{4, 3, 4, 4}));
     EXPECT_EQ(counts(u"frmColumns"_s), (std::vector{3, -1, -1, -1}));
     EXPECT_EQ(counts(u"frmSpecialCols"_s), (std::vector{3, -1, -1, -1}));
+    EXPECT_EQ(counts(u"frmTableData"_s), (std::vector{3, -1, -1, -1}));
 }

@@ -10,10 +10,13 @@
 #include "UsersRoom.h"
 #include "WorkbenchStyle.h"
 #include "frmColumnReorder.h"
+#include "frmCriteriaBuilder.h"
 #include "frmDSNAdmin.h"
 #include "frmDateFormat.h"
 #include "frmFieldReorder.h"
+#include "frmTableCriteria.h"
 #include "frmTimeFormat.h"
+#include "frmWizardFileToTable.h"
 #include "frmYesToAll.h"
 #include "mdiMain.h"
 #include "modGUI.h"
@@ -193,6 +196,13 @@ void takeDatabases(mdiMain& window, Photographer& camera)
     window.toolBar(u"tbrSpecialCols"_s).Button(u"Special Column Edit"_s).press();
     camera.take(window, u"special-columns-edit"_s);
     takeModal(camera, u"column-order"_s, [&] { frmColumnReorder::Display(table); });
+    takeModal(camera, u"criteria-builder"_s, [&] {
+        frmCriteriaBuilder::GetCriteria(table.at(0), table.at(1), table.at(2), u"PAYROLL_EMPLOYEE.SALARY > 2000"_s);
+    });
+    takeModal(camera, u"table-criteria"_s,
+              [&] { frmTableCriteria::GetCriteria(table.at(0), table.at(1), table.at(2)); });
+    takeModal(camera, u"file-to-table-wizard"_s,
+              [&] { frmWizardFileToTable::Display(table.at(0), table.at(1), table.at(2)); });
 }
 
 void takeUsers(mdiMain& window, Photographer& camera)
