@@ -106,6 +106,17 @@ TEST_F(DatabasesGrid, WithoutDatabasesTheBlankRowHasNoDriver)
     EXPECT_EQ(rows(), QStringList{u"||||||"_s});
 }
 
+TEST_F(DatabasesGrid, AnEmptyLevelShowsTheFirstDatabaseThatIsAdded)
+{
+    change(u"DELETE FROM TW_DB WHERE DATABASE_NAME <> 'TW'"_s);
+    openDatabases();
+    expandTo(key({u"DB"_s}));
+    change(blankRow(), u"Database Name"_s, u"first"_s);
+    leave();
+    EXPECT_EQ(nodes(), QStringList{u"FIRST"_s});
+    EXPECT_EQ(rows(), (QStringList{u"FIRST||||||"_s, u"||||||"_s}));
+}
+
 TEST_F(DatabasesGrid, NullsShowAsEmptyTexts)
 {
     change(u"UPDATE TW_DB SET DEFAULT_DIRECTORY = NULL, DRIVER_NAME = NULL, SETUP_PROCEDURE = NULL, "
