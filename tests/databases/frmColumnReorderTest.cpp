@@ -1,41 +1,15 @@
+#include "ColumnReorderFixture.h"
 #include "DBEngine.h"
-#include "DialogForm.h"
-#include "DialogScript.h"
-#include "RoomFixture.h"
 #include "Settings.h"
-#include "modDatabase.h"
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
-#include <QTest>
 
-#include <ostream>
-
-using namespace Qt::StringLiterals;
+using namespace columnreorder;
 
 namespace
 {
-
-const QString dialogName = u"frmColumnReorder"_s;
-const QString up = u"cmdUp"_s;
-const QString down = u"cmdDown"_s;
-const QString sort = u"chkSortAlpha"_s;
-const QString ok = u"cmdOK"_s;
-const QString cancel = u"cmdCancel"_s;
-const QString complete = u"Column re-ordering complete"_s;
-
-const QStringList columns{u"DB"_s, u"db=SALES"_s, u"TA"_s, u"ta=ITEMS"_s, u"CO"_s};
-const QString ofItems = u"DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ITEMS'"_s;
-const QString byNumber =
-    u"SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_s + ofItems + u" AND COLUMN_TYPE = 0 ORDER BY COLUMN_NUMBER ASC"_s;
-const QString byName =
-    u"SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_s + ofItems + u" AND COLUMN_TYPE = 0 ORDER BY COLUMN_NAME ASC"_s;
-const QString readAll = u"SELECT COLUMN_NAME, COLUMN_NUMBER, COLUMN_TYPE, FIELD_NAME FROM TW_COLUMN WHERE "_s +
-                        ofItems + u" ORDER BY COLUMN_NUMBER ASC"_s;
-
-const QStringList asItWas{u"ARTICLE 3"_s, u"PRICE 7"_s, u"LEFT 20"_s};
 
 /// The three statements that give a column another number.
 QStringList renumber(const QString& column, int number, const QString& rest)
@@ -78,74 +52,6 @@ public:
 private:
     const QLabel& m_status;
     dao::StatementObserver* m_former;
-};
-
-class ColumnReorder : public ItemTest
-{
-protected:
-    void SetUp() override
-    {
-        ItemTest::SetUp();
-        change(u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, NUMBER_COLUMNS) "
-               "VALUES ('SALES', 'ITEMS', 'TABLE', 'PAYROLL', 9), ('SALES', 'NONE', 'TABLE', 'PAYROLL', 0)"_s);
-        change(u"INSERT INTO TW_COLUMN VALUES ('SALES', 'ITEMS', 3, 'ARTICLE', 'ITEM', 'VARCHAR', 10, 12, 1, 1, 0, 1, "
-               "1, 0, 0, 1, 3, 0, 'no''ne', 'sold', 2, 0, 'Article')"_s);
-        change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, SCALE) "
-               "VALUES ('SALES', 'ITEMS', 7, 'PRICE', 'PRICE', -2), ('SALES', 'ITEMS', 20, 'LEFT', 'LEFT', 0)"_s);
-    }
-
-    static QStringList nodeOf(const QString& table)
-    {
-        return {u"DB"_s, u"db=SALES"_s, u"TA"_s, "ta="_L1 + table, u"CO"_s};
-    }
-
-    static QListWidget& list(DialogForm& dialog) { return *dialog.findChild<QListWidget*>(u"lstColumn"_s); }
-
-    static QStringList names(DialogForm& dialog)
-    {
-        QStringList all;
-        for (int row = 0; row < list(dialog).count(); ++row)
-            all.append(list(dialog).item(row)->text());
-        return all;
-    }
-
-    static QString selected(DialogForm& dialog)
-    {
-        const auto items = list(dialog).selectedItems();
-        return items.isEmpty() ? QString() : items.first()->text();
-    }
-
-    /// A real click on the row of a name.
-    static void select(DialogForm& dialog, const QString& name)
-    {
-        const auto items = list(dialog).findItems(name, Qt::MatchExactly);
-        ASSERT_EQ(items.size(), 1);
-        QTest::mouseClick(list(dialog).viewport(), Qt::LeftButton, {},
-                          list(dialog).visualItemRect(items.first()).center());
-    }
-
-    /// Opens the dialog from the context menu of a table's columns.
-    void reorder(const QStringList& node, DialogScript::Action action)
-    {
-        begin(node);
-        dialogs.expect(dialogName, std::move(action));
-        choose(key(node), u"mnu_ColumnReorder"_s);
-        dialogs.verify();
-        boxes.verify();
-        EXPECT_FALSE(forms::loaded(dialogName));
-    }
-
-    void expectComplete() { boxes.expectInform(complete); }
-
-    /// Each column of a table as "ARTICLE 3", by number.
-    QStringList numbers(const QString& table = u"ITEMS"_s) const
-    {
-        QStringList lines;
-        for (const QString& row : stored(u"SELECT COLUMN_NAME, COLUMN_NUMBER FROM TW_COLUMN WHERE TABLE_NAME = '%1' "
-                                         "ORDER BY COLUMN_NUMBER, COLUMN_NAME"_s.arg(table)))
-            lines.append(QString(row).replace('|'_L1, ' '_L1));
-        return lines;
-    }
 };
 
 } // namespace
@@ -435,147 +341,4 @@ TEST_F(ColumnReorder, TheControlsSayWhatTheyAreForAndServeTheKeyboard)
         QTest::keyClick(&list(dialog), Qt::Key_Return);
     });
     EXPECT_EQ(numbers(), (QStringList{u"ARTICLE 1"_s, u"LEFT 2"_s, u"PRICE 3"_s}));
-}
-
-// Failures -----------------------------------------------------------------------------------------------------------
-
-TEST_F(ColumnReorder, AFailureBetweenThePassesLeavesTheNumbersNegativeAndARepeatMendsThem)
-{
-    expectComplete();
-    reorder(columns, [&](DialogForm& dialog) {
-        select(dialog, u"LEFT"_s);
-        DialogScript::click(dialog, up);
-        // The second reading of all columns, behind three statements for each of them.
-        statements.clear();
-        statements.failAt(11);
-        errors.expect(Press::Ignore);
-        DialogScript::click(dialog, ok);
-        errors.verify();
-        EXPECT_EQ(statements.statements().last(), readAll);
-        EXPECT_EQ(numbers(), (QStringList{u"LEFT -20"_s, u"PRICE -7"_s, u"ARTICLE -3"_s}));
-        EXPECT_TRUE(dialog.isVisible());
-        EXPECT_FALSE(boxes.done());
-        DialogScript::click(dialog, ok);
-    });
-    ASSERT_EQ(errors.shown().size(), 1u);
-    EXPECT_EQ(errors.shown()[0].number, u"ODBC Error"_s);
-    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmColumnReorder.cmdOK_Click"_s);
-    EXPECT_EQ(errors.shown()[0].callStack.first(3),
-              (QStringList{u"frmColumnReorder.cmdOK_Click"_s, u"frmColumnReorder.Display"_s,
-                           u"mdiMain.mnu_ColumnReorder_Click"_s}));
-    EXPECT_EQ(numbers(), (QStringList{u"ARTICLE 1"_s, u"LEFT 2"_s, u"PRICE 3"_s}));
-}
-
-TEST_F(ColumnReorder, AColumnThatCannotBeWrittenDoesNotHoldTheOthersUp)
-{
-    keepCatalog();
-    const struct {
-        int failing;
-        QStringList numbers;
-    } cases[] = {
-        // Reading it, deleting it, and adding it again in the first pass; reading it in the second.
-        {5, {u"ARTICLE 1"_s, u"PRICE 2"_s, u"LEFT 3"_s}},
-        {6, {u"ARTICLE 1"_s, u"PRICE 2"_s, u"LEFT 3"_s}},
-        {7, {u"ARTICLE 1"_s, u"LEFT 3"_s}},
-        {15, {u"PRICE -7"_s, u"ARTICLE 1"_s, u"LEFT 3"_s}},
-    };
-    for (const auto& [failing, expected] : cases) {
-        SCOPED_TRACE(failing);
-        beginAnew();
-        expectComplete();
-        reorder(columns, [&, failing = failing](DialogForm& dialog) {
-            statements.clear();
-            statements.failAt(failing);
-            errors.expect(Press::Ignore);
-            DialogScript::click(dialog, ok);
-            errors.verify();
-        });
-        EXPECT_EQ(errors.shown().back().trappedIn, u"modUpdate.UpdateColumn"_s);
-        EXPECT_EQ(errors.shown().back().callStack.value(1), u"frmColumnReorder.cmdOK_Click"_s);
-        EXPECT_EQ(numbers(), expected);
-    }
-}
-
-TEST_F(ColumnReorder, RetryLosesNothing)
-{
-    keepCatalog();
-    const auto run = [&](int failing) {
-        beginAnew();
-        expectComplete();
-        begin(columns);
-        statements.clear();
-        if (failing > 0) {
-            statements.failAt(failing);
-            errors.expect(Press::Retry);
-        }
-        dialogs.expect(dialogName, [&](DialogForm& dialog) {
-            select(dialog, u"LEFT"_s);
-            DialogScript::click(dialog, up);
-            DialogScript::click(dialog, ok);
-        });
-        choose(key(columns), u"mnu_ColumnReorder"_s);
-        dialogs.verify();
-        boxes.verify();
-        errors.verify();
-        EXPECT_FALSE(forms::loaded(dialogName));
-    };
-    const auto outcome = [&] { return wholeCatalog() + gridNames() + QStringList{currentPane(), statusText()}; };
-    run(0);
-    const QStringList sent = statements.statements();
-    const QStringList expected = outcome();
-    ASSERT_GE(sent.size(), 21);
-    for (int failing = 1; failing <= sent.size(); ++failing) {
-        SCOPED_TRACE(sent[failing - 1].toStdString());
-        run(failing);
-        EXPECT_EQ(outcome(), expected);
-        QStringList all = sent;
-        all.insert(failing - 1, sent[failing - 1]);
-        EXPECT_EQ(statements.statements(), all);
-    }
-}
-
-TEST_F(ColumnReorder, AFailingListIsReportedWithItsStatementAndConfirmsNothing)
-{
-    const QString routine = u"frmColumnReorder.chkSortAlpha_Click"_s;
-    errors.expect(Press::Ignore).expect(Press::Ignore);
-    expectComplete();
-    begin(columns);
-    statements.failAt(1);
-    dialogs.expect(dialogName, [&](DialogForm& dialog) {
-        EXPECT_EQ(names(dialog), QStringList());
-        statements.failAt(1);
-        DialogScript::click(dialog, sort);
-        EXPECT_EQ(names(dialog), QStringList());
-        DialogScript::click(dialog, ok);
-    });
-    choose(key(columns), u"mnu_ColumnReorder"_s);
-    dialogs.verify();
-    ASSERT_EQ(errors.shown().size(), 2u);
-    const QStringList asked{byNumber, byName};
-    for (qsizetype k = 0; k < asked.size(); ++k) {
-        const ScriptedErrorForm::Shown& shown = errors.shown()[static_cast<std::size_t>(k)];
-        EXPECT_EQ(shown.number, u"ODBC Error"_s);
-        EXPECT_EQ(shown.trappedIn, routine);
-        EXPECT_EQ(shown.additional, modDatabase::FormatSQL(asked.at(k)));
-        EXPECT_EQ(shown.callStack.first(3),
-                  (QStringList{routine, u"frmColumnReorder.Display"_s, u"mdiMain.mnu_ColumnReorder_Click"_s}));
-    }
-    EXPECT_EQ(numbers(), asItWas);
-}
-
-TEST_F(ColumnReorder, ANumberThatIsNullIsReportedBeforeAnythingIsWritten)
-{
-    change(u"UPDATE TW_COLUMN SET COLUMN_NUMBER = NULL WHERE COLUMN_NAME = 'LEFT'"_s);
-    const QStringList catalog = wholeCatalog();
-    errors.expect(Press::Ignore);
-    reorder(columns, [&](DialogForm& dialog) {
-        EXPECT_EQ(names(dialog), (QStringList{u"LEFT"_s, u"ARTICLE"_s, u"PRICE"_s}));
-        DialogScript::click(dialog, ok);
-        EXPECT_TRUE(dialog.isVisible());
-        DialogScript::click(dialog, cancel);
-    });
-    ASSERT_EQ(errors.shown().size(), 1u);
-    EXPECT_EQ(errors.shown()[0].number, u"94"_s);
-    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmColumnReorder.cmdOK_Click"_s);
-    EXPECT_EQ(wholeCatalog(), catalog);
 }
