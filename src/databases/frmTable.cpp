@@ -48,7 +48,8 @@ std::vector<Property> properties()
          .column = "TABLE_TYPE",
          .kind = EntryKind::List,
          .index = 2,
-         .toolTip = "Specifies the type of SQL table."},
+         .toolTip = "Specifies the type of SQL table.",
+         .items = {"TABLE"}},
         {.prompt = "F&ile Name:",
          .column = "FILE_NAME",
          .kind = EntryKind::List,
@@ -136,14 +137,12 @@ bool frmTable::isProtected() const
 
 void frmTable::fill(const dao::Recordset& row)
 {
-    for (const QString& column : {u"TABLE_TYPE"_s, u"FILE_NAME"_s})
-        sheet().list(column).refill({row.Fields().Item(column).Value().Text()});
+    sheet().list(u"FILE_NAME"_s).refill({row.Fields().Item(u"FILE_NAME"_s).Value().Text()});
     ItemPane::fill(row);
 }
 
 void frmTable::populateLists()
 {
-    sheet().list(u"TABLE_TYPE"_s).refill({u"TABLE"_s});
     const bool all = settings::getNumber(u"Options"_s, u"SysTables"_s, 1) != 0;
     modBoundControls::PopulateList(sheet().list(u"FILE_NAME"_s), db(),
                                    "SELECT FILE_NAME FROM TW_FILE WHERE FILE_NAME <> '' "_L1 +

@@ -144,6 +144,17 @@ TEST_F(TablePane, TextsEndAtTheWidthOfTheirColumn)
     }
 }
 
+TEST_F(TablePane, ATypeThatTheListLacksStays)
+{
+    change(u"UPDATE TW_TABLE SET TABLE_TYPE = 'VIEW' WHERE TABLE_NAME = 'ITEMS'"_s);
+    open(table(u"ITEMS"_s));
+    EXPECT_EQ(list(u"TABLE_TYPE"_s).currentIndex(), -1);
+    EXPECT_EQ(text(u"TABLE_TYPE"_s), u"VIEW"_s);
+    write(u"REMARKS"_s, u"x"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(tables().first(), u"ITEMS|Items|VIEW|EMPTY|items.dat|2|CODE <> 'x'|x"_s);
+}
+
 TEST_F(TablePane, AFileThatTheCatalogLacksIsToBeChosenAnew)
 {
     change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'EMPTY'"_s);

@@ -1,6 +1,9 @@
 #include "TablePaneFixture.h"
 
+#include "DialogForm.h"
 #include "Settings.h"
+
+#include <QPlainTextEdit>
 
 #include <ostream>
 
@@ -159,4 +162,39 @@ TEST_F(TablePane, ATableIsNotShownWhileItsRowCannotBeRead)
     EXPECT_EQ(texts(tableColumns), nothing);
     EXPECT_EQ(state(), displayState);
     EXPECT_EQ(open(), QStringList());
+}
+
+// Criteria -----------------------------------------------------------------------------------------------------------
+
+TEST_F(TablePane, CriteriaComeFromTheirBuilderAloneAndUndoBringsTheStoredOnesBack)
+{
+    open(table(u"ITEMS"_s));
+    EXPECT_FALSE(entry(u"CRITERIA"_s).isEnabled());
+    const auto build = [&](const QString& criteria, const QString& endsWith) {
+        dialogs.expect(u"frmCriteriaBuilder"_s, [=](DialogForm& dialog) {
+            auto* text = dialog.findChild<QPlainTextEdit*>(u"txtCriteria"_s);
+            ASSERT_NE(text, nullptr);
+            text->setPlainText(criteria);
+            DialogScript::click(dialog, endsWith);
+        });
+        clickButton(u"cmdCriteria"_s);
+        dialogs.verify();
+    };
+    build(u"never"_s, u"cmdCancel"_s);
+    EXPECT_EQ(text(u"CRITERIA"_s), u"CODE <> 'x'"_s);
+    EXPECT_EQ(state(), u"Table Edit: Up1 OK Cancel"_s);
+    build(u"ITEMS.ARTICLE = 'a'"_s, u"cmdOK"_s);
+    EXPECT_EQ(text(u"CRITERIA"_s), u"ITEMS.ARTICLE = 'a'"_s);
+    EXPECT_EQ(state(), u"Table Edit: Up1 OK Cancel Undo"_s);
+    press(u"Undo"_s);
+    EXPECT_EQ(text(u"CRITERIA"_s), u"CODE <> 'x'"_s);
+    EXPECT_EQ(state(), u"Table Edit: Up1 OK Cancel"_s);
+
+    build(u"ITEMS.ARTICLE = 'a'"_s, u"cmdOK"_s);
+    statements.clear();
+    press(u"OK"_s);
+    EXPECT_EQ(statements.writes(),
+              QStringList{updateTable(u"ITEMS"_s, u"Items"_s, u"TABLE"_s, u"EMPTY"_s, u"items.dat"_s, u"2"_s,
+                                      u"ITEMS.ARTICLE = ''a''"_s, u"old one"_s)});
+    EXPECT_EQ(tables().first(), u"ITEMS|Items|TABLE|EMPTY|items.dat|2|ITEMS.ARTICLE = 'a'|old one"_s);
 }
