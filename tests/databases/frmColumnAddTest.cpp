@@ -83,7 +83,7 @@ TEST_F(ColumnPane, AnEmptyNumberIsFilledInSilently)
     fillIn(u"x"_s, u"SOLD"_s, u"DATE"_s);
     statements.clear();
     press(u"OK"_s);
-    EXPECT_EQ(statements.statements().first(3), (QStringList{nextNumber, nameIsTaken(u"X"_s), numberIsTaken(u"5"_s)}));
+    EXPECT_EQ(statements.statements().mid(0, 3), (QStringList{nextNumber, nameIsTaken(u"X"_s), numberIsTaken(u"5"_s)}));
     EXPECT_EQ(stored1(u"X"_s, u"COLUMN_NUMBER"_s), u"5"_s);
 }
 

@@ -175,14 +175,14 @@ TEST_F(ColumnPane, AnApostropheIsDoubledInStatementsAndSingleInTheKey)
     write(u"COLUMN_NUMBER"_s, u"8"_s);
     statements.clear();
     press(u"OK"_s);
-    EXPECT_EQ(sent().first(2), (QStringList{numberIsAssigned(u"8"_s, u"it''s"_s), nameIsUsed(u"it''s"_s)}));
+    EXPECT_EQ(sent().mid(0, 2), (QStringList{numberIsAssigned(u"8"_s, u"it''s"_s), nameIsUsed(u"it''s"_s)}));
     EXPECT_EQ(selectedKey(), key(column(u"it's"_s)));
     EXPECT_EQ(storedColumn(u"it's"_s),
               QStringList{u"SALES|ITEMS|8|it's|CODE|VARCHAR|12|10|0|1|1|1|1|0|0|1|3|0|none|it's|1|0|"_s});
     boxes.expectAsk(mayDelete, boxes::Answer::Yes);
     statements.clear();
     press(u"Column Delete"_s);
-    EXPECT_EQ(sent().first(3),
+    EXPECT_EQ(sent().mid(0, 3),
               (QStringList{readColumn(u"it''s"_s), criteriaName(u"it''s"_s), deleteColumn(u"it''s"_s)}));
     EXPECT_EQ(children(key(items())), (QStringList{u"PRICE"_s, u"PIECES"_s}));
 }
