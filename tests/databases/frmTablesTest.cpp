@@ -389,51 +389,6 @@ TEST_F(TablesGrid, ADisplayNameDiffersInCaseAlone)
     EXPECT_EQ(tables().first(), u"ITEMS||TABLE|EMPTY|items.dat|2|CODE <> 'x'|old one"_s);
 }
 
-// Looking up ---------------------------------------------------------------------------------------------------------
-
-TEST_F(TablesGrid, ColumnsAreCountedWithTheSpecialOnes)
-{
-    openTables();
-    click(u"ORDERS"_s, u"Number Columns"_s);
-    hit(Qt::Key_Return);
-    pressLookUp();
-    EXPECT_EQ(sent(), QStringList{countColumns(u"ORDERS"_s)});
-    EXPECT_EQ(editorText(), u"3"_s);
-    hit(Qt::Key_Escape);
-    // Under the name that is stored.
-    change(u"ITEMS"_s, u"Table Name"_s, u"orders"_s);
-    click(0, u"Number Columns"_s);
-    hit(Qt::Key_Delete);
-    statements.clear();
-    hit(Qt::Key_F4);
-    EXPECT_EQ(sent(), QStringList{countColumns(u"ITEMS"_s)});
-    EXPECT_EQ(editorText(), u"1"_s);
-}
-
-TEST_F(TablesGrid, ATableThatIsNotYetStoredHasNoColumns)
-{
-    change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME) VALUES ('SALES', 'LEFT', 'BEHIND')"_s);
-    openTables();
-    change(blankRow(), u"Table Name"_s, u"left"_s);
-    change(blankRow(), u"Number Columns"_s, u"9"_s);
-    pressLookUp();
-    EXPECT_EQ(editorText(), u"0"_s);
-    EXPECT_EQ(sent(), QStringList());
-}
-
-TEST_F(TablesGrid, CriteriaNeedATable)
-{
-    openTables();
-    click(blankRow(), u"Criteria"_s);
-    hit(Qt::Key_Return);
-    boxes.expectInform(u"Please enter a Table Name before adding criteria."_s);
-    pressLookUp();
-    boxes.verify();
-    EXPECT_EQ(current(), u"2 Criteria"_s);
-    EXPECT_NE(editor(), nullptr);
-    EXPECT_EQ(sent(), QStringList());
-}
-
 // What others do meanwhile -------------------------------------------------------------------------------------------
 
 TEST_F(TablesGrid, ATableThatIsGoneIsNotMadeAnewUnlessItIsRenamed)
