@@ -36,6 +36,13 @@ QString PasswordGrid::quotedPassword() const
     return isPasswordTyped() ? modDatabase::SQLQuote(*typed(m_column)) : QString();
 }
 
+/// Asterisks stand for a password, and blanks are none.
+void PasswordGrid::cellChanged(const QString& column)
+{
+    if (column == m_column && !isPasswordTyped())
+        setText(m_column, loaded(m_column));
+}
+
 void PasswordGrid::warnOfLostPassword()
 {
     const bool isRenamed = !isNewRow() && text(u"USER_NAME"_s) != loaded(u"USER_NAME"_s);
@@ -43,4 +50,9 @@ void PasswordGrid::warnOfLostPassword()
         return;
     boxes::inform(u"User Name has changed - password will be set to blank"_s);
     requireLoaded();
+}
+
+void PasswordGrid::showStoredPassword()
+{
+    setText(m_column, shownPassword(quotedPassword()));
 }

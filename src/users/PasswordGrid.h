@@ -18,7 +18,11 @@ protected:
     QString quotedPassword() const;
     /// Tells, for a row whose user has changed, that its password is going to be lost.
     void warnOfLostPassword();
+    /// Shows, for a row that has been added anew, whether it has been given a password.
+    void showStoredPassword();
 
 private:
+    void cellChanged(const QString& column) override;
+
     QString m_column;
 };

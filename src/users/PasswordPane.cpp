@@ -52,11 +52,12 @@ void PasswordPane::enableEntries(bool enabled)
     txtConfirm().setEnabled(enabled);
 }
 
+/// What a new row begins with is no entry to be undone.
 void PasswordPane::undo(State state)
 {
-    if (state == State::Add)
-        txtConfirm().clear();
     ItemPane::undo(state);
+    if (state == State::Add)
+        adding();
 }
 
 bool PasswordPane::wantsToEnterPassword()
@@ -66,6 +67,9 @@ bool PasswordPane::wantsToEnterPassword()
     requireLoaded();
     if (wanted)
         setFocusTo(m_column);
+    else if (state() == State::Add)
+        // Blanks that have been entered are no password, and not to be written as one.
+        setText(m_column, {});
     return wanted;
 }
 

@@ -96,6 +96,7 @@ void frmDBPRVs::replaceRow()
                  ", '"_L1 + quoted(u"SECURITY_LEVEL"_s) +
                  "', '"_L1 + quoted(u"REMARKS"_s) + "')"_L1);
     // clang-format on
+    showStoredPassword();
 }
 
 void frmDBPRVs::updateRow()

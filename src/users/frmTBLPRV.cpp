@@ -145,6 +145,14 @@ void frmTBLPRV::deleteRow()
     showCollection();
 }
 
+/// What a new row begins with is no entry to be undone.
+void frmTBLPRV::undo(State state)
+{
+    ItemPane::undo(state);
+    if (state == State::Add)
+        adding();
+}
+
 void frmTBLPRV::cancel(State)
 {
     cancelByName();

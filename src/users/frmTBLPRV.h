@@ -21,6 +21,7 @@ private:
     void carryKey() override;
     void updateRow() override;
     void deleteRow() override;
+    void undo(State state) override;
     void cancel(State state) override;
 
     /// The condition that selects the row of a user.

@@ -122,7 +122,7 @@ void frmUser::followUpdate()
             const QString database = rows->View(0).toString();
             const QString table = rows->View(1).toString();
             renameNode(databases + database + ":TA="_L1 + database + ":ta="_L1 + table + ":TBLPRV="_L1 + table +
-                            ":tblprv="_L1);
+                       ":tblprv="_L1);
         }
     }
     PasswordPane::followUpdate();
