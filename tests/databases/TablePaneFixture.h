@@ -1,7 +1,11 @@
 #pragma once
 
+#include "DialogForm.h"
 #include "DropDown.h"
 #include "RoomFixture.h"
+
+#include <QPlainTextEdit>
+#include <QTest>
 
 /// What the pane of a table sends and says.
 namespace tablepane
@@ -77,6 +81,18 @@ inline const QStringList shownItems{u"SALES"_s,     u"ITEMS"_s, u"Items"_s,     
 /// What an UPDATE or an INSERT says of the table ITEMS as it is.
 inline const QString storedItems = u"ITEMS|Items|TABLE|EMPTY|items.dat|2|CODE <> 'x'|old one"_s;
 inline const QString storedOrders = u"ORDERS||TABLE|PAYROLL||0||"_s;
+
+/// Types another text into the builder of criteria, which must show the former one.
+inline void typeCriteria(DialogForm& dialog, const QString& former, const QString& criteria)
+{
+    auto* text = dialog.findChild<QPlainTextEdit*>(u"txtCriteria"_s);
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->toPlainText(), former);
+    text->selectAll();
+    QTest::keyClick(text, Qt::Key_Delete);
+    for (const QChar character : criteria)
+        character == '\n'_L1 ? QTest::keyClick(text, Qt::Key_Return) : QTest::keyClicks(text, character);
+}
 
 /// Besides the usual catalog: the table ITEMS of SALES, in which every property is set, with the column ARTICLE and
 /// rights for CLERK.

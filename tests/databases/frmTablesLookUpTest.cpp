@@ -1,11 +1,8 @@
 #include "TablePaneFixture.h"
 
 #include "CellGrid.h"
-#include "DialogForm.h"
-#include "DialogScript.h"
 
 #include <QListWidget>
-#include <QPlainTextEdit>
 
 #include <ostream>
 
@@ -29,14 +26,12 @@ protected:
     {
         dialogs.expect(u"frmCriteriaBuilder"_s, [=](DialogForm& dialog) {
             auto* list = dialog.findChild<QListWidget*>(u"lstColumns"_s);
-            auto* text = dialog.findChild<QPlainTextEdit*>(u"txtCriteria"_s);
-            ASSERT_TRUE(list && text);
+            ASSERT_NE(list, nullptr);
             QStringList offered;
             for (int i = 0; i < list->count(); ++i)
                 offered.append(list->item(i)->text());
             EXPECT_EQ(offered, columns);
-            EXPECT_EQ(text->toPlainText(), former);
-            text->setPlainText(criteria);
+            typeCriteria(dialog, former, criteria);
             DialogScript::click(dialog, endsWith);
         });
         click(row, u"Criteria"_s);
@@ -132,6 +127,24 @@ TEST_F(TablesLookUp, CriteriaCanBeTypedAndMayBeLong)
     click(u"ITEMS"_s, u"Criteria"_s);
     hit(Qt::Key_Return);
     hit(Qt::Key_Return);
+    leave();
+    EXPECT_EQ(statements.writes(), QStringList());
+}
+
+TEST_F(TablesLookUp, CriteriaOfSeveralLinesStayAsTheyWereBuilt)
+{
+    change(u"UPDATE TW_TABLE SET REMARKS = 'one' || char(10) || 'two' WHERE TABLE_NAME = 'ITEMS'"_s);
+    openTables();
+    build(0, {u"ARTICLE"_s}, u"CODE <> 'x'"_s, u"ARTICLE = 'b'\nOR ARTICLE = 'c'"_s);
+    leave();
+    EXPECT_EQ(tables().first(), u"ITEMS|Items|TABLE|EMPTY|items.dat|2|ARTICLE = 'b'\nOR ARTICLE = 'c'|one\ntwo"_s);
+    // Looking at a text of several lines is no change.
+    statements.clear();
+    for (const char* heading : {"Criteria", "Remarks"}) {
+        click(u"ITEMS"_s, QLatin1String(heading));
+        hit(Qt::Key_Return);
+        hit(Qt::Key_Return);
+    }
     leave();
     EXPECT_EQ(statements.writes(), QStringList());
 }
