@@ -9,7 +9,6 @@
 #include "Recordset.h"
 #include "Routine.h"
 #include "UpDown.h"
-#include "mdiMain.h"
 #include "modBoundControls.h"
 #include "modGUI.h"
 #include "modUpdate.h"
@@ -383,10 +382,11 @@ bool frmColumn::validate()
         return refuseRange(u"Column Number"_s, u"COLUMN_NUMBER"_s, NumberSpinner);
     const QString number = text(u"COLUMN_NUMBER"_s);
     {
-        // Special columns count: all of them have the number 1.
+        // Special columns count: all of them have the number 1. The row itself goes by the name that it still has.
+        const QString own = name().isEmpty() ? column : name();
         const auto assigned =
             db().OpenRecordset("SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_L1 + ofTable + " AND COLUMN_NUMBER = "_L1 +
-                               number + " AND COLUMN_NAME <> '"_L1 + SQLQuote(column) + '\''_L1);
+                               number + " AND COLUMN_NAME <> '"_L1 + SQLQuote(own) + '\''_L1);
         if (!assigned->Eof()) {
             boxes::inform("Column Number "_L1 + number + " has already been assigned to Column '"_L1 +
                           assigned->View(0).toString() + "'."_L1);
@@ -408,12 +408,7 @@ bool frmColumn::validate()
 
 void frmColumn::followInsert()
 {
-    mdiMain& window = mdiMain::instance();
-    TreeNode* level = window.tvwExplorer().Nodes().find(CalcParentKey());
-    if (level && !level->Child())
-        window.tvwExplorer_Expand(level);
-    else
-        rereadCollection();
+    rereadCollection();
 }
 
 void frmColumn::carryKey()

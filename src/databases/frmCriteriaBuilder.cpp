@@ -3,6 +3,7 @@
 #include "Boxes.h"
 #include "CConnections.h"
 #include "Definitions.h"
+#include "PropertyEntry.h"
 #include "Recordset.h"
 #include "Routine.h"
 
@@ -10,8 +11,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 
 #include <array>
 
@@ -80,8 +81,8 @@ QWidget* frmCriteriaBuilder::buildColumns()
     m_columns->setAccessibleName(u"Available Columns"_s);
     m_columns->setToolTip(u"A list of the columns for which criteria can be specified.  Double clicking the column "
                           "appends it to the criteria string."_s);
-    connect(m_columns, &QListWidget::itemActivated, this,
-            [this](const QListWidgetItem* item) { append(m_table + '.'_L1 + item->text()); });
+    // Enter is the default button's, also in this list.
+    connect(m_columns, &QListWidget::itemDoubleClicked, this, &frmCriteriaBuilder::lstColumns_DblClick);
     auto* columns = new QLabel(u"Available Columns:"_s, part);
     columns->setBuddy(m_columns);
 
@@ -132,7 +133,7 @@ QWidget* frmCriteriaBuilder::buildOperators()
 QWidget* frmCriteriaBuilder::buildCriteria()
 {
     auto* part = new QWidget(this);
-    m_criteria = new QPlainTextEdit(part);
+    m_criteria = new PropertyMemo(part);
     m_criteria->setObjectName(u"txtCriteria"_s);
     m_criteria->setTabChangesFocus(true);
     m_criteria->setAccessibleName(u"Criteria String"_s);
@@ -155,17 +156,16 @@ QString frmCriteriaBuilder::GetCriteria(const QString& datasource, const QString
     routine.run([&] {
         auto& form = get<frmCriteriaBuilder>(u"frmCriteriaBuilder"_s);
         const forms::Running running(form);
-        if (!form.fill(datasource, database, table)) {
-            forms::unload(form.name());
+        const auto ended = qScopeGuard([&] { forms::unload(form.name()); });
+        if (!form.fill(datasource, database, table))
             return;
-        }
         form.m_value->clear();
-        form.m_criteria->setPlainText(criteria);
+        form.m_criteria->setText(criteria);
         form.m_criteria->moveCursor(QTextCursor::End);
         form.m_columns->setFocus();
         form.ask();
         if (form.m_accepted)
-            built = form.m_criteria->toPlainText();
+            built = form.m_criteria->text();
     });
     return built;
 }
@@ -196,6 +196,12 @@ void frmCriteriaBuilder::append(const QString& text)
     m_criteria->ensureCursorVisible();
 }
 
+void frmCriteriaBuilder::lstColumns_DblClick(const QListWidgetItem* item)
+{
+    Routine routine("frmCriteriaBuilder.lstColumns_DblClick");
+    routine.run([&] { append(m_table + '.'_L1 + item->text()); });
+}
+
 void frmCriteriaBuilder::cmdInsert_Click()
 {
     Routine routine("frmCriteriaBuilder.cmdInsert_Click");
@@ -210,6 +216,6 @@ void frmCriteriaBuilder::cmdClear_Click()
     Routine routine("frmCriteriaBuilder.cmdClear_Click");
     routine.run([&] {
         m_value->clear();
-        m_criteria->clear();
+        m_criteria->setText({});
     });
 }

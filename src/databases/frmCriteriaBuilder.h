@@ -2,9 +2,10 @@
 
 #include "DialogForm.h"
 
+class PropertyMemo;
 class QLineEdit;
 class QListWidget;
-class QPlainTextEdit;
+class QListWidgetItem;
 
 /// The dialog that edits the stored filter of a table: any SQL text, with columns named behind the database and the
 /// table, as SQL clients see them.
@@ -24,12 +25,13 @@ private:
     QWidget* buildCriteria();
     bool fill(const QString& datasource, const QString& database, const QString& table);
     void append(const QString& text);
+    void lstColumns_DblClick(const QListWidgetItem* item);
     void cmdInsert_Click();
     void cmdClear_Click();
 
     QListWidget* m_columns = nullptr;
     QLineEdit* m_value = nullptr;
-    QPlainTextEdit* m_criteria = nullptr;
+    PropertyMemo* m_criteria = nullptr;
     /// The name of the table in SQL.
     QString m_table;
     bool m_accepted = false;

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -42,6 +43,7 @@ frmTableCriteria::frmTableCriteria() : DialogForm(u"frmTableCriteria"_s)
 
     QPushButton* clear = addButton(u"cmdClear"_s, u"&Clear"_s);
     m_ok = addButton(u"cmdOK"_s, tr("OK"));
+    m_ok->setEnabled(false);
     QPushButton* cancel = addButton(u"cmdCancel"_s, tr("Cancel"));
     setDefaultButton(m_ok);
     setCancelButton(cancel);
@@ -138,6 +140,7 @@ QString frmTableCriteria::GetCriteria(const QString& datasource, const QString& 
             return;
         auto& form = get<frmTableCriteria>(u"frmTableCriteria"_s);
         const forms::Running running(form);
+        const auto ended = qScopeGuard([&] { forms::unload(form.name()); });
         form.fill(datasource, database, table);
         form.cmdClear_Click();
         form.m_columns->setFocus();
@@ -213,13 +216,14 @@ void frmTableCriteria::selectAll(bool selected)
             m_columns->selectAll();
         else
             m_columns->clearSelection();
-        lstColumns_Click();
     });
 }
 
+/// The first selection enables OK for good: without one left, OK says what is missing.
 void frmTableCriteria::lstColumns_Click()
 {
-    m_ok->setEnabled(!m_columns->selectedItems().isEmpty());
+    if (!m_columns->selectedItems().isEmpty())
+        m_ok->setEnabled(true);
 }
 
 void frmTableCriteria::cmdClear_Click()

@@ -353,11 +353,16 @@ void ItemPane::rereadCollection()
 void ItemPane::rereadNode(const QString& key)
 {
     const TreeNodeRef node = mdiMain::instance().tvwExplorer().Nodes().find(key);
-    if (!node || !node->Child())
+    if (!node)
         return;
-    node->setExpanded(false);
-    if (node)
-        node->setExpanded(true);
+    if (!node->Child()) {
+        // A level that was empty has no expander that could be moved.
+        mdiMain::instance().tvwExplorer_Expand(node.get());
+    } else {
+        node->setExpanded(false);
+        if (node)
+            node->setExpanded(true);
+    }
     requireLoaded();
 }
 

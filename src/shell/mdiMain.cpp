@@ -208,6 +208,9 @@ void mdiMain::buildControls()
     connect(m_tree, &TreeView::MouseDown, this, &mdiMain::tvwExplorer_MouseDown);
     connect(m_tree, &TreeView::MouseMove, this, &mdiMain::tvwExplorer_MouseMove);
     connect(m_tree, &TreeView::MouseUp, this, &mdiMain::tvwExplorer_MouseUp);
+    connect(m_tree, &TreeView::DragOver, this, &mdiMain::tvwExplorer_DragOver);
+    connect(m_tree, &TreeView::DragDrop, this, &mdiMain::tvwExplorer_DragDrop);
+    connect(m_tree, &TreeView::DragCancel, this, &mdiMain::endDrag);
     connect(m_tree, &TreeView::ContextKey, this, &mdiMain::tvwExplorer_ContextKey);
     setCentralWidget(central);
 }

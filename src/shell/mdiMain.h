@@ -97,6 +97,9 @@ public:
     /// Lets the next context menu give the selection back when it closes.
     void clearKeepSelection() { m_keepSelection = false; }
 
+    /// Set from the move that begins a drag within the tree to its end.
+    bool isDragging() const { return m_dragging; }
+    void setDragging(bool dragging) { m_dragging = dragging; }
     /// Called when the user begins to drag the current item.
     void setDragHandler(std::function<void(const DragItem&)> handler) { m_beginDrag = std::move(handler); }
 
@@ -123,6 +126,11 @@ private:
     void tvwExplorer_MouseDown(Qt::MouseButton button, QPoint position);
     void tvwExplorer_MouseMove(Qt::MouseButtons buttons, QPoint position);
     void tvwExplorer_MouseUp(Qt::MouseButton button, QPoint position);
+    void beginDrag();
+    void endDrag();
+    DragItem draggedItem() const;
+    void tvwExplorer_DragOver(QPoint position);
+    void tvwExplorer_DragDrop(QPoint position);
     bool formerSelectionIsGone() const;
     void restoreSavedSelection();
     void tvwExplorer_ContextKey(TreeNode* node, QPoint globalPosition);
@@ -145,6 +153,8 @@ private:
     QString m_savedNodeKey;
     bool m_keepSelection = false;
     bool m_dragging = false;
+    /// The node that is being dragged.
+    TreeNodeRef m_dragged;
     /// From a mouse press on the tree to the end of what its release leads to.
     bool m_inPress = false;
     /// While the code of a pane runs that the main window has called.

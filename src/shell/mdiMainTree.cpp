@@ -1,5 +1,6 @@
 #include "mdiMain.h"
 
+#include "DragHandlers.h"
 #include "NodeTypes.h"
 #include "Routine.h"
 #include "modGUI.h"
@@ -91,13 +92,62 @@ void mdiMain::tvwExplorer_MouseMove(Qt::MouseButtons buttons, QPoint position)
         const TreeNode* under = m_tree->HitTest(position);
         if (!under || under != m_tree->SelectedItem())
             return;
-        m_dragging = true;
-        Status(u"BeginDrag"_s);
-        if (m_beginDrag)
-            m_beginDrag(DragItem(m_currentItem));
-        // The drag has taken the release.
-        m_inPress = false;
+        beginDrag();
     });
+}
+
+void mdiMain::beginDrag()
+{
+    m_dragging = true;
+    Status(u"BeginDrag"_s);
+    if (m_beginDrag)
+        m_beginDrag(DragItem(m_currentItem));
+    // The drag has taken the release.
+    m_inPress = false;
+    if (!drags::handlers().over)
+        return;
+    m_dragged = m_tree->SelectedItem();
+    m_tree->setDragIcon(m_currentItem.DragIcon);
+    m_tree->BeginDrag();
+}
+
+void mdiMain::endDrag()
+{
+    m_dragging = false;
+    m_dragged = {};
+    m_tree->setDragIcon({});
+}
+
+/// What is dragged, told anew by its node; nothing once the node has gone.
+DragItem mdiMain::draggedItem() const
+{
+    return NodeToDragItem(m_dragged.get());
+}
+
+void mdiMain::tvwExplorer_DragOver(QPoint position)
+{
+    Routine routine("mdiMain.tvwExplorer_DragOver");
+    routine.run([&] {
+        Status(u"DragOver"_s);
+        TreeNode* under = m_tree->HitTest(position);
+        const DragItem target = NodeToDragItem(under);
+        m_tree->setDropHighlight(under);
+        drags::handlers().over(m_tree, draggedItem(), target);
+    });
+}
+
+void mdiMain::tvwExplorer_DragDrop(QPoint position)
+{
+    Routine routine("mdiMain.tvwExplorer_DragDrop");
+    routine.run([&] {
+        // What is judged is the place of the drop.
+        tvwExplorer_DragOver(position);
+        Status(u"DragDrop"_s);
+        const DragItem source = draggedItem();
+        const DragItem target = NodeToDragItem(m_tree->HitTest(position));
+        drags::handlers().drop(m_tree, source, target);
+    });
+    endDrag();
 }
 
 void mdiMain::tvwExplorer_MouseUp(Qt::MouseButton button, QPoint position)
