@@ -277,8 +277,14 @@ void ItemPane::okEdit()
     Display(m_owners + QStringList{m_name});
 }
 
+/// A new row belongs to what the pane was opened for, whatever an Undo has blanked.
 void ItemPane::insertRow()
 {
+    auto owner = m_owners.cbegin() + 1;
+    for (const Property& property : m_sheet->properties()) {
+        if (property.isKey && property.isFixed)
+            setText(QLatin1String(property.column), *owner++);
+    }
     Controls bound;
     for (const Control& control : m_sheet->controls()) {
         if (control.Name == texts)

@@ -351,6 +351,16 @@ TEST_F(TablePane, UndoOfAnAddEmptiesEveryText)
     EXPECT_EQ(statements.statements(), QStringList());
 }
 
+TEST_F(TablePane, WhatIsFilledInBehindAnUndoStillBelongsToTheDatabase)
+{
+    beginToAdd();
+    fillIn(u"x"_s);
+    press(u"Undo"_s);
+    fillIn(u"y"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(stored(u"SELECT DATABASE_NAME FROM TW_TABLE WHERE TABLE_NAME = 'Y'"_s), QStringList{u"SALES"_s});
+}
+
 // Validation ---------------------------------------------------------------------------------------------------------
 
 TEST_F(TablePane, RefusesWhatIsWrongOneAfterTheOther)

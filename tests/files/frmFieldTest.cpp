@@ -285,6 +285,17 @@ TEST_F(FieldPane, UndoOfAnAddEmptiesTheForm)
     EXPECT_EQ(statements.writes(), QStringList());
 }
 
+TEST_F(FieldPane, WhatIsFilledInBehindAnUndoStillBelongsToTheFile)
+{
+    beginToAdd();
+    fillIn(u"x"_s, u"STRING"_s);
+    press(u"Undo"_s);
+    fillIn(u"big"_s, u"STRING"_s);
+    write(u"FIELD_NUMBER"_s, u"6"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(storedField(u"BIG"_s).size(), 1);
+}
+
 TEST_F(FieldPane, AddingToAFileWhoseFieldsDoNotShowReadsThem)
 {
     command({u"FI"_s, u"fi=STOCK"_s, u"FD"_s}, u"mnu_FieldAddNew"_s);
