@@ -1,0 +1,82 @@
+#include "CatalogNames.h"
+
+#include "Database.h"
+#include "Recordset.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Runs a statement and hands each row over.
+template <class Take>
+void read(dao::Database& db, const QString& statement, Take take)
+{
+    const auto rows = db.OpenRecordset(statement);
+    for (; !rows->Eof(); rows->MoveNext())
+        take(*rows);
+}
+
+} // namespace
+
+QString CatalogNames::joined(std::initializer_list<QStringView> parts)
+{
+    qsizetype size = 0;
+    for (const QStringView part : parts)
+        size += part.size();
+    QString key;
+    key.reserve(size);
+    for (const QStringView part : parts)
+        key.append(part);
+    return key;
+}
+
+QString CatalogNames::columnKey(std::initializer_list<QStringView> parts)
+{
+    QString key;
+    for (const QStringView part : parts) {
+        key.append(part);
+        // No line of a file holds one.
+        key.append(u'\n');
+    }
+    return key;
+}
+
+void CatalogNames::ReadCurrentCatalog(dao::Database& db, const Progress& progress)
+{
+    read(db, u"SELECT FILE_NAME FROM TW_FILE"_s, [&](const dao::Recordset& row) {
+        progress("File", row.View(0));
+        files.insert(row.View(0).toString(), Origin::Catalog);
+    });
+    read(db, u"SELECT FILE_NAME, FIELD_NAME, OFFSET FROM TW_FIELD"_s, [&](const dao::Recordset& row) {
+        progress("Field", row.View(1));
+        fields.insert(joined({row.View(0), row.View(1)}), Origin::Catalog);
+    });
+    read(db, u"SELECT DATABASE_NAME FROM TW_DB"_s, [&](const dao::Recordset& row) {
+        progress("Database", row.View(0));
+        databases.insert(row.View(0).toString(), Origin::Catalog);
+    });
+    read(db, u"SELECT DATABASE_NAME, TABLE_NAME, FILE_NAME FROM TW_TABLE"_s, [&](const dao::Recordset& row) {
+        progress("Table", row.View(1));
+        tables.insert(joined({row.View(0), row.View(1)}), Origin::Catalog);
+    });
+    read(db, u"SELECT DATABASE_NAME, TABLE_NAME, COLUMN_NAME, COLUMN_NUMBER, FIELD_NAME, COLUMN_TYPE FROM TW_COLUMN"_s,
+         [&](const dao::Recordset& row) {
+             progress("Column", row.View(2));
+             columnTypes.insert(columnKey({row.View(0), row.View(1), row.View(5), row.View(3)}), Origin::Catalog);
+             columnNames.insert(columnKey({row.View(0), row.View(1), row.View(2)}), Origin::Catalog);
+             mappedFields.insert(columnKey({row.View(0), row.View(1), row.View(4)}), Origin::Catalog);
+         });
+    read(db, u"SELECT USER_NAME FROM TW_USER"_s, [&](const dao::Recordset& row) {
+        progress("User", row.View(0));
+        users.insert(row.View(0).toString(), Origin::Catalog);
+    });
+    read(db, u"SELECT DATABASE_NAME, USER_NAME FROM TW_DBPRV"_s, [&](const dao::Recordset& row) {
+        progress("DBPRV", row.View(1));
+        tables.insert(joined({row.View(0), u".", row.View(1)}), Origin::Catalog);
+    });
+    read(db, u"SELECT DATABASE_NAME, TABLE_NAME, USER_NAME FROM TW_TBLPRV"_s, [&](const dao::Recordset& row) {
+        progress("TBLPRV", row.View(2));
+        tables.insert(joined({row.View(0), row.View(1), u".", row.View(2)}), Origin::Catalog);
+    });
+}

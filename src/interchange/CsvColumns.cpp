@@ -1,0 +1,128 @@
+#include "CsvColumns.h"
+
+#include "RuntimeError.h"
+#include "modString.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace
+{
+
+QStringView trimmed(QStringView text)
+{
+    while (text.startsWith(u' '))
+        text = text.sliced(1);
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
+}
+
+QStringView withoutQuotes(QStringView text)
+{
+    if (text.startsWith(u'"'))
+        text = text.sliced(1);
+    if (text.endsWith(u'"'))
+        text.chop(1);
+    return text;
+}
+
+bool isRaised(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](QChar c) { return c.unicode() < 0x80 && !(c >= u'a' && c <= u'z'); });
+}
+
+} // namespace
+
+void CsvColumns::clear()
+{
+    m_columns.clear();
+    m_own.clear();
+}
+
+QStringView CsvColumns::operator[](int number) const
+{
+    if (number < 1 || number > count())
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    return m_columns[static_cast<std::size_t>(number - 1)];
+}
+
+QStringView CsvColumns::keep(QString text)
+{
+    return m_own.emplace_back(std::move(text));
+}
+
+void CsvColumns::append(QString column)
+{
+    m_columns.push_back(keep(std::move(column)));
+}
+
+void CsvColumns::set(int number, QString text)
+{
+    if (number > count())
+        setCount(number);
+    m_columns[static_cast<std::size_t>(number - 1)] = keep(std::move(text));
+}
+
+void CsvColumns::raise(int number)
+{
+    if (number > count())
+        return;
+    QStringView& column = m_columns[static_cast<std::size_t>(number - 1)];
+    if (!isRaised(column))
+        column = keep(column.toString().toUpper());
+}
+
+void splitLine(QStringView line, CsvColumns& columns)
+{
+    columns.clear();
+    for (;;) {
+        const qsizetype comma = line.indexOf(u',');
+        columns.append(withoutQuotes(trimmed(comma < 0 ? line : line.first(comma))));
+        if (comma < 0)
+            return;
+        line = line.sliced(comma + 1);
+    }
+}
+
+void scanLine(QStringView line, CsvColumns& columns)
+{
+    columns.clear();
+    while (!line.isEmpty()) {
+        const qsizetype end = line.indexOf(line.startsWith(u'"') ? u'"' : u',', 1);
+        columns.append(NoQuotes(end < 0 ? line : line.first(end)));
+        line = end < 0 ? QStringView() : line.sliced(end + 1);
+        if (line.startsWith(u','))
+            line = line.sliced(1);
+    }
+}
+
+QString NoQuotes(QStringView text)
+{
+    const QString inner = modString::TrimAll(text.toString());
+    return modString::TrimAll(withoutQuotes(inner).toString());
+}
+
+QString maskedLine(QStringView line)
+{
+    CsvColumns columns;
+    splitLine(line, columns);
+    const QString id = NoQuotes(columns[1]).toUpper();
+    const bool isUser = id == QLatin1StringView("USER");
+    if (!isUser && id != QLatin1StringView("DBPRV"))
+        return line.toString();
+
+    const int password = isUser ? 3 : 5;
+    const int whole = isUser ? 3 : 10;
+    QStringList shown;
+    for (const QStringView column : line.split(u','))
+        shown.append(column.toString());
+    if (shown.size() < password)
+        return line.toString();
+    if (shown.size() != whole)
+        shown.resize(password);
+    shown[password - 1] = QStringLiteral("**********");
+    return shown.join(u',');
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "CatalogNames.h"
+#include "CsvColumns.h"
+
+#include <QString>
+#include <QStringView>
+
+#include <initializer_list>
+
+class CConnection;
+class Findings;
+
+/// Checks the lines of a catalog's CSV file one after the other, against the catalog and the lines before them, and
+/// tells what it finds. It writes nothing. Within a line the rules run in their order, and the first error ends it.
+class LineValidator
+{
+public:
+    /// The names hold the catalog's by now; lines that pass add theirs.
+    LineValidator(CConnection& connection, CatalogNames& names, Findings& findings)
+        : m_connection(connection), m_names(names), m_findings(findings)
+    {
+    }
+
+    /// Raises 3146 where the catalog can't be asked, and 9 for a FILE line of 4 columns whose names are right.
+    void validate(int line, QStringView text);
+
+private:
+    void validateFile();
+    void validateField();
+    void validateDatabase();
+    void validateTable();
+    void validateColumn();
+    bool validateColumnType();
+    void validateUser();
+    void validateDatabasePrivilege();
+    void validateTablePrivilege();
+
+    QStringView col(int number) const { return m_columns[number]; }
+    void raise(std::initializer_list<int> columns);
+    /// Each tells of the error that it finds.
+    bool fewerThan(int columns, const char* description);
+    bool notExactly(int columns, const char* description);
+    bool notOneOf(int column, const char* names) const;
+    bool outside(int column, double low, double high, const QString& description);
+    bool isValidLOCDT(QStringView name) const;
+    bool isValidSQLDT(QStringView name) const;
+    bool isValidDriverName(const QString& name) const;
+
+    void error(const QString& description, const QString& type = {});
+    void warn(const QString& description, const QString& type = {});
+    void passed();
+
+    CConnection& m_connection;
+    CatalogNames& m_names;
+    Findings& m_findings;
+    CsvColumns m_columns;
+    int m_line = 0;
+    QString m_id;
+};
+
+/// Whether a text is a number from low to high, both included.
+bool IsValidNumeric(QStringView value, double low, double high);

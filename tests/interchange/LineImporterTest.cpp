@@ -1,0 +1,218 @@
+#include "LineImporter.h"
+#include "EngineFixture.h"
+#include "modDatabase.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class LineImporterTest : public EngineTest
+{
+protected:
+    /// Imports the lines as one file; what was sent.
+    QStringList import(const QStringList& text)
+    {
+        statements.clear();
+        findings.clear();
+        LineImporter importer(*connection, findings);
+        int number = 0;
+        for (const QString& line : text)
+            importer.ImportLine(++number, line);
+        return statements.statements();
+    }
+
+    Findings findings;
+};
+
+const QString attributes =
+    u"SELECT PRECISION, NULLABLE, CASE_SENSITIVE, SEARCHABLE, UNSIGNED_ATTRIBUTE, MONEY, AUTO_INCREMENT, RADIX "
+    "FROM TW_SQLDT WHERE SQL_TYPE_NAME = 'CHAR'"_s;
+
+} // namespace
+
+TEST_F(LineImporterTest, AFileIsOneInsert)
+{
+    EXPECT_EQ(import({uR"("file","stock","indexed","fixed",20)"_s}),
+              QStringList{u"INSERT INTO TW_FILE (FILE_NAME, FILE_ORGANISATION, RECORD_TYPE, RECORD_SIZE) "
+                          "VALUES ('STOCK', 'INDEXED', 'FIXED', 20)"_s});
+}
+
+TEST_F(LineImporterTest, FieldsAreNumberedByFileFromOne)
+{
+    const QString start = u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, "
+                          "SCALE, ENCRYPTED, FORMAT, FIELD_NUMBER, DEFAULT_VALUE)VALUES ("_s;
+    EXPECT_EQ(import({
+                  u"FIELD,PAYROLL,extra,string,12,8,8,0,1,\"dd/mm\",\"None\""_s,
+                  u"FIELD,EMPTY,A,STRING,0,8,8,0,0,\"\",\"it's\""_s,
+                  u"FIELD,payroll,MORE,STRING,20,8,8,0,0,\"\",\"\""_s,
+              }),
+              (QStringList{
+                  start + "'PAYROLL', 'EXTRA', 'STRING', 12, 8, 8, 0, 1, 'DD/MM', 1, 'None') ",
+                  start + "'EMPTY', 'A', 'STRING', 0, 8, 8, 0, 0, '', 1, 'it''s') ",
+                  start + "'PAYROLL', 'MORE', 'STRING', 20, 8, 8, 0, 0, '', 2, '') ",
+              }));
+}
+
+TEST_F(LineImporterTest, AFieldOfSixColumnsTakesTheDefaultsOfItsType)
+{
+    const CLOCDT& type = connection->LOCDTs().Item(u"STRING"_s);
+    const QStringList sent = import({u"FIELD,EMPTY,A,STRING,0,8"_s});
+    ASSERT_EQ(sent.size(), 1);
+    EXPECT_TRUE(sent[0].endsWith(
+        u"VALUES ('EMPTY', 'A', 'STRING', 0, 8, %1, %2, 0, '%3', 1, '') "_s.arg(type.DEFAULT_PRECISION())
+            .arg(type.DEFAULT_LENGTH())
+            .arg(type.DEFAULT_FORMAT().toUpper())))
+        << sent[0].toStdString();
+    EXPECT_EQ(lines(findings), QStringList());
+}
+
+TEST_F(LineImporterTest, DatabasesAndTables)
+{
+    EXPECT_EQ(import({
+                  u"DB,depot,\"/Data,1\",disam,\"Dsn=x\",Depot"_s,
+                  u"DB,store,\"/d\",disam,\"\""_s,
+                  u"TABLE,depot,parts,table,stock,\"Parts.dat\",\"A = 'b', c\",Parts"_s,
+                  u"TABLE,depot,spares,table,stock,\"s.dat\",\"\""_s,
+              }),
+              (QStringList{
+                  u"INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, CONNECT_STRING, DISPLAY_NAME) "
+                  "VALUES ('DEPOT', '/Data,1', 'DISAM', 'Dsn=x', 'Depot')"_s,
+                  u"INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, CONNECT_STRING, DISPLAY_NAME) "
+                  "VALUES ('STORE', '/d', 'DISAM', '', 'store')"_s,
+                  u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, "
+                  "CRITERIA, DISPLAY_NAME) "
+                  "VALUES ('DEPOT', 'PARTS', 'TABLE', 'STOCK', 'Parts.dat', 'A = ''b'', c', 'Parts')"_s,
+                  u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, "
+                  "CRITERIA, DISPLAY_NAME) "
+                  "VALUES ('DEPOT', 'SPARES', 'TABLE', 'STOCK', 's.dat', '', 'spares')"_s,
+              }));
+}
+
+TEST_F(LineImporterTest, OrdinaryColumnsCountUpAndSpecialOnesAreTheFirst)
+{
+    const QString start =
+        u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME, FIELD_NAME, SQL_TYPE_NAME, LENGTH, UPDATABLE, "
+        "VISIBLE, DEFAULT_VALUE, COLUMN_NUMBER, DISPLAY_NAME, PRECISION, NULLABLE, CASE_SENSITIVE, SEARCHABLE, "
+        "UNSIGNED_ATTRIBUTE, MONEY, AUTO_INCREMENT, RADIX, COLUMN_TYPE) VALUES ("_s;
+    const CSQLDT& type = connection->SQLDTs().Item(u"CHAR"_s);
+    const QString ofType = u", 0%1, 0%2, 0%3, 0%4, 0%5, 0%6, 0%7, 0%8, "_s.arg(type.PRECISION)
+                               .arg(type.NULLABLE)
+                               .arg(type.CASE_SENSITIVE)
+                               .arg(type.SEARCHABLE)
+                               .arg(type.UNSIGNED_ATTRIBUTE)
+                               .arg(type.MONEY)
+                               .arg(type.AUTO_INCREMENT)
+                               .arg(type.RADIX);
+    EXPECT_EQ(import({
+                  u"COLUMN,depot,parts,b,fb,char,8,1,0,\"It's\",B,0"_s,
+                  u"COLUMN,DEPOT,PARTS,RFA,FB,CHAR,14,0,1,\"\",\"\",1"_s,
+                  u"COLUMN,DEPOT,PARTS,A,FA,CHAR,8,1,1,\"\",\"\",0"_s,
+                  u"COLUMN,DEPOT,OTHER,A,FA,CHAR,8,1,1,\"\",\"\",0.0"_s,
+              }),
+              (QStringList{
+                  attributes,
+                  start + "'DEPOT', 'PARTS', 'B', 'FB', 'CHAR', 8, 1, 0, 'It''s', 1, 'B'" + ofType + "0)",
+                  attributes,
+                  start + "'DEPOT', 'PARTS', 'RFA', 'FB', 'CHAR', 14, 0, 1, '', 1, ''" + ofType + "1)",
+                  attributes,
+                  start + "'DEPOT', 'PARTS', 'A', 'FA', 'CHAR', 8, 1, 1, '', 2, ''" + ofType + "0)",
+                  attributes,
+                  start + "'DEPOT', 'OTHER', 'A', 'FA', 'CHAR', 8, 1, 1, '', 1, ''" + ofType + "0.0)",
+              }));
+    EXPECT_EQ(lines(findings), QStringList());
+}
+
+TEST_F(LineImporterTest, AShortColumnLineIsFilledInAndWarnedOfAgain)
+{
+    const QStringList sent = import({
+        u"COLUMN,DEPOT,PARTS,a,FA,CHAR,8,1,1,\"\""_s,
+        u"COLUMN,DEPOT,PARTS,b,FB,CHAR,8,1,1,\"\",1"_s,
+        u"COLUMN,DEPOT,PARTS,c,FC,CHAR,8,1,1,\"\",Cc"_s,
+    });
+    ASSERT_EQ(sent.size(), 6);
+    EXPECT_TRUE(sent[1].contains(u"8, 1, 1, '', 1, 'a', "_s) && sent[1].endsWith(u", 0)"_s)) << sent[1].toStdString();
+    EXPECT_TRUE(sent[3].contains(u"8, 1, 1, '', 1, 'b', "_s) && sent[3].endsWith(u", 1)"_s)) << sent[3].toStdString();
+    EXPECT_TRUE(sent[5].contains(u"8, 1, 1, '', 2, 'Cc', "_s) && sent[5].endsWith(u", 0)"_s)) << sent[5].toStdString();
+    EXPECT_EQ(lines(findings), (QStringList{u"1 WRN Column : Missing Display Name & Column Type - Assuming Default"_s,
+                                            u"2 WRN Table: Missing Display Name - Assuming Default"_s,
+                                            u"3 WRN Table: Missing Column Type - Assuming Default"_s}));
+}
+
+TEST_F(LineImporterTest, UsersAndPrivileges)
+{
+    EXPECT_EQ(
+        import({
+            u"USER,bob,\"secret\""_s,
+            u"DBPRV,bob,sales,bobby,\"Pass\",1,0,1,0,table"_s,
+            u"TBLPRV,bob,sales,orders,0,1,0,1"_s,
+        }),
+        (QStringList{
+            u"INSERT INTO TW_USER (USER_NAME, USER_PASSWORD) VALUES ('BOB', 'SECRET') "_s,
+            u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, "
+            "ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL) "
+            "VALUES ('BOB', 'SALES', 'BOBBY', 'Pass', 1, 0, 1, 0, 'TABLE')"_s,
+            u"INSERT INTO TW_TBLPRV (USER_NAME, DATABASE_NAME, TABLE_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
+            "ALLOW_DELETE) VALUES ('BOB', 'SALES', 'ORDERS', 0, 1, 0, 1)"_s,
+        }));
+}
+
+TEST_F(LineImporterTest, EmptyLinesAndUnknownKindsSendNothing)
+{
+    EXPECT_EQ(import({u""_s, u"   "_s, u"FILES,A,B,C,1"_s, u","_s}), QStringList());
+}
+
+TEST_F(LineImporterTest, AFailureShowsTheThreeStatementsAndIgnoringItLosesTheLineAlone)
+{
+    errors.expect(Press::Ignore);
+    import({u"USER,CLERK,A"_s, u"USER,BOB,B"_s});
+    ASSERT_EQ(errors.shown().size(), 1U);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVImport.Import"_s);
+    EXPECT_EQ(errors.shown()[0].number, u"ODBC Error"_s);
+    EXPECT_EQ(errors.shown()[0].additional,
+              modDatabase::FormatSQL(u"INSERT INTO TW_USER (USER_NAME, USER_PASSWORD) VALUES ('CLERK', 'A') \n"
+                                     "SELECT USER_NAME FROM TW_USER WHERE USER_NAME = 'CLERK'\n"
+                                     "DELETE FROM TW_USER WHERE USER_NAME = 'CLERK'\n"_s));
+    EXPECT_EQ(stored(u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME"_s), (QStringList{"ADMIN", "BOB", "CLERK"}));
+}
+
+TEST_F(LineImporterTest, RetrySendsTheInsertAgainAlone)
+{
+    statements.clear();
+    statements.failAt(2);
+    errors.expect(Press::Retry);
+    LineImporter importer(*connection, findings);
+    importer.ImportLine(1, u"COLUMN,SALES,ORDERS,A,BONUS,CHAR,8,1,1,\"\",\"\",0");
+    ASSERT_EQ(statements.statements().size(), 3);
+    EXPECT_EQ(statements.statements()[1], statements.statements()[2]);
+    EXPECT_EQ(stored(u"SELECT COLUMN_NUMBER FROM TW_COLUMN WHERE COLUMN_NAME = 'A'"_s), QStringList{"1"});
+}
+
+TEST_F(LineImporterTest, ALineThatLostColumnsIsReportedAndSendsNothing)
+{
+    errors.expect(Press::Ignore).expect(Press::Ignore);
+    EXPECT_EQ(import({u"FIELD,EMPTY,A,STRING,0,8,,0,0,\"\",\"\""_s, u"USER,BOB"_s}), QStringList());
+    ASSERT_EQ(errors.shown().size(), 2U);
+    EXPECT_EQ(errors.shown()[0].number, u"13"_s);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVImport.Import"_s);
+    EXPECT_EQ(errors.shown()[1].number, u"9"_s);
+}
+
+TEST_F(LineImporterTest, ANumberThatIsNoneNeverStandsInAStatement)
+{
+    const QStringList former = wholeCatalog();
+    for (const char* value : {"0); DELETE FROM TW_FILE; --", "", "1--", "0 OR 1", "x"}) {
+        errors.expect(Press::Ignore);
+        EXPECT_EQ(import({"FILE,A,INDEXED,FIXED,\""_L1 + QLatin1String(value) + '"'_L1}), QStringList()) << value;
+    }
+    EXPECT_EQ(errors.shown()[0].description, u"Type mismatch: '0); DELETE FROM TW_FILE; --' is no number (Col 5)"_s);
+    EXPECT_EQ(wholeCatalog(), former);
+}
+
+TEST_F(LineImporterTest, AnUnknownTypeIsReportedAndTheLineLost)
+{
+    errors.expect(Press::Ignore);
+    import({u"COLUMN,SALES,ORDERS,A,BONUS,NONE,8,1,1,\"\",\"\",0"_s});
+    EXPECT_EQ(errors.shown()[0].number, u"3021"_s);
+    EXPECT_EQ(statements.writes(), QStringList());
+}

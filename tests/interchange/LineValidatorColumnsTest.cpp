@@ -1,0 +1,364 @@
+#include "ValidatorFixture.h"
+
+#include <QRandomGenerator>
+
+using namespace Qt::StringLiterals;
+
+TEST_F(ValidatorTest, LinesOfColumns)
+{
+    const QString few = u"ERR COLUMN: Insufficient information to describe a Column"_s;
+    const QString noName = u"WRN Table: Missing Display Name - Assuming Default"_s;
+    const QString noType = u"WRN Table: Missing Column Type - Assuming Default"_s;
+    const QString neither = u"WRN Column : Missing Display Name & Column Type - Assuming Default"_s;
+    const QStringList& world = columnWorld;
+    check({
+        {"as it is written", world, uR"("COLUMN","DEPOT","PARTS","PART","PART","CHAR",8,1,1,"","PART",0)"_s, {}},
+        {"whatever the case", world, u"column,depot,parts,part,part,char,65535,0,0,,,0"_s, {}},
+        {"columns too many", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,PART,0,,"_s, {}},
+        {"nine columns", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1"_s, {few}},
+        {"ten columns", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,"_s, {neither}},
+        {"eleven columns, the last a number", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,0"_s, {noName}},
+        {"eleven columns, the last a number that is no type",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,9"_s,
+         {noName, u"ERR COLUMN: Invalid Column Type '9' (Col 12)"_s}},
+        {"eleven columns, the last a name", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,Part"_s, {noType}},
+        {"eleven columns, the last empty", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,"_s, {noType}},
+        {"an unknown database",
+         {},
+         u"COLUMN,depot,PARTS,PART,PART,CHAR,8,1,1,,,0"_s,
+         {u"ERR COLUMN: Database 'DEPOT' does not exist (Col 2)"_s}},
+        {"an unknown table",
+         {database},
+         u"COLUMN,DEPOT,parts,PART,PART,CHAR,8,1,1,,,0"_s,
+         {u"ERR COLUMN: Table 'PARTS' does not exist (Col 3)"_s}},
+        {"a table of the catalog alone",
+         {},
+         u"COLUMN,SALES,ORDERS,PART,BONUS,CHAR,8,1,1,,,0"_s,
+         {u"ERR COLUMN: Reference to ORDERS has not been defined in catalog"_s}},
+        {"an unknown field",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,price,CHAR,8,1,1,,,0"_s,
+         {u"ERR COLUMN: Field 'PRICE' does not exist (Col 5)"_s}},
+        {"an unknown type",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,text,8,1,1,,,0"_s,
+         {u"ERR COLUMN: SQL Type Name Invalid 'TEXT' (Col 6)"_s}},
+        {"no length",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,,1,1,,,0"_s,
+         {u"ERR COLUMN: Invalid Length '' (Col 7)"_s}},
+        {"a length too high",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,65536,1,1,,,0"_s,
+         {u"ERR COLUMN: Invalid Length '65536' (Col 7)"_s}},
+        {"updatable 2",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,2,1,,,0"_s,
+         {u"ERR COLUMN: Invalid Updatable flag '2' (Col 8)"_s}},
+        {"visible in words",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,yes,,,0"_s,
+         {u"ERR COLUMN: Invalid Visible flag 'yes' (Col 9)"_s}},
+        {"no type of column",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,"_s,
+         {u"ERR COLUMN: Invalid Column Type '' (Col 12)"_s}},
+        {"type 9",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,9"_s,
+         {u"ERR COLUMN: Invalid Column Type '9' (Col 12)"_s}},
+        {"a type between two", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,1.5"_s, {}},
+        {"two lines for one column",
+         world + QStringList{u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,0"_s},
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,0"_s,
+         {}},
+        {"two columns on one field",
+         world + QStringList{u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,0"_s},
+         u"COLUMN,DEPOT,PARTS,SPARE,PART,CHAR,8,1,1,,,0"_s,
+         {}},
+    });
+}
+
+TEST_F(ValidatorTest, SpecialColumnsBearTheNameOfTheirType)
+{
+    const QStringList names{"RFA",         "INDEX_NUMBER", "INDEX_NAME",     "INDEX_COLUMNS",
+                            "TABLE_ORDER", "ROWID",        "RELATIVE_NUMBER"};
+    std::vector<Row> rows;
+    for (int type = 1; type <= names.size(); ++type) {
+        const QString& name = names[type - 1];
+        const QString line = u"COLUMN,DEPOT,PARTS,%1,PART,CHAR,8,1,1,,,%2"_s;
+        rows.push_back({"the name", columnWorld, line.arg(name.toLower()).arg(type), {}});
+        rows.push_back(
+            {"the type with a fraction of nothing", columnWorld, line.arg(name, QString::number(type) + ".0"), {}});
+        rows.push_back({"another name",
+                        columnWorld,
+                        line.arg(u"PART"_s).arg(type),
+                        {u"ERR COLUMN: Invalid Column Name - Column Type indicates "_s + name}});
+    }
+    check(rows);
+}
+
+TEST_F(ValidatorTest, AColumnOfType8RefersToAColumnOfTheCatalogAlone)
+{
+    // The catalog holds columns whose table only the file defines.
+    change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME, FIELD_NAME) "
+           "VALUES ('DEPOT', 'PARTS', 'OLD', 'GONE')"_s);
+    check({
+        {"a column of the catalog", columnWorld, u"COLUMN,DEPOT,PARTS,NEW,PART,CHAR,8,1,1,,old,8"_s, {}},
+        {"no column",
+         columnWorld,
+         u"COLUMN,DEPOT,PARTS,NEW,PART,CHAR,8,1,1,,none,8"_s,
+         {u"ERR COLUMN: Column 'NONE' undefined (Col 11)"_s}},
+        {"a column of a line before",
+         columnWorld + QStringList{u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,0"_s},
+         u"COLUMN,DEPOT,PARTS,NEW,PART,CHAR,8,1,1,,PART,8"_s,
+         {u"ERR COLUMN: Column 'PART' undefined (Col 11)"_s}},
+    });
+}
+
+TEST_F(ValidatorTest, AColumnIsComparedWithThoseOfTheCatalog)
+{
+    change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME, FIELD_NAME) "
+           "VALUES ('DEPOT', 'PARTS', 'PART', 'PART')"_s);
+    const QString price = u"FIELD,STOCK,PRICE,STRING,8,4,4,0,0,,"_s;
+    const QString defined = u"ERR COLUMN: 'DEPOT' is already defined in Catalog (Col 2)"_s;
+    const QString mapped = u"ERR COLUMN: 'PART' is already mapped in Catalog (Col 5)"_s;
+    const QStringList world = columnWorld + QStringList{price};
+    check({
+        {"its name", world, u"COLUMN,DEPOT,PARTS,PART,PRICE,CHAR,8,1,1,,,0"_s, {defined}},
+        {"its field", world, u"COLUMN,DEPOT,PARTS,OTHER,PART,CHAR,8,1,1,,,0"_s, {mapped}},
+        {"both", world, u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,0"_s, {defined, mapped}},
+    });
+}
+
+TEST_F(ValidatorTest, LinesOfUsers)
+{
+    const QString few = u"ERR USER: Insufficient information to describe a User"_s;
+    check({
+        {"as it is written", {}, uR"("USER","BOB","secret")"_s, {}},
+        {"two columns", {}, u"USER,BOB"_s, {few}},
+        {"four columns", {}, u"USER,BOB,SECRET,MORE"_s, {few}},
+        {"a comma in the password", {}, uR"("USER","BOB","SEC,RET")"_s, {few}},
+        {"the administrator", {}, u"USER,admin,SECRET"_s, {u"ERR USER: ADMIN cannot be imported"_s}},
+        {"a user of the catalog",
+         {},
+         u"USER,clerk,SECRET"_s,
+         {u"ERR USER: 'CLERK' is already defined in Catalog (Col 2)"_s}},
+        {"a user of a line before", {user}, user, {u"ERR USER: 'BOB' is already defined in CSV (Col 2)"_s}},
+        {"no password", {}, uR"("USER","BOB","")"_s, {u"WRN USER: Password is blank"_s}},
+    });
+}
+
+TEST_F(ValidatorTest, AUserWithoutAPasswordIsDefined)
+{
+    CatalogNames names;
+    Findings findings;
+    LineValidator validator(*connection, names, findings);
+    validator.validate(1, u"USER,BOB,");
+    EXPECT_TRUE(names.users.contains(u"BOB"_s));
+}
+
+TEST_F(ValidatorTest, LinesOfDatabasePrivileges)
+{
+    const QString few = u"ERR DBPRV: Insufficient information to describe a Database Privilege"_s;
+    const QString blank = u"WRN DBPRV: Database Password is blank"_s;
+    const QStringList world{user};
+    check({
+        {"as it is written", world, uR"("DBPRV","BOB","DEPOT","BOBBY","PASS",1,1,1,1,"DATABASE")"_s, {}},
+        {"whatever the case, of no database at all", world, u"dbprv,bob,nowhere,bobby,pass,0,0,0,0,table"_s, {}},
+        {"of the catalog, which is left to refuse it", {}, u"DBPRV,CLERK,SALES,,P,1,1,1,1,TABLE"_s, {}},
+        {"twice", {user, u"DBPRV,BOB,DEPOT,,P,1,1,1,1,TABLE"_s}, u"DBPRV,BOB,DEPOT,,P,1,1,1,1,TABLE"_s, {}},
+        {"nine columns", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,1"_s, {few}},
+        {"eleven columns", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,1,TABLE,"_s, {few}},
+        {"an unknown user",
+         {},
+         u"DBPRV,bob,DEPOT,,P,1,1,1,1,TABLE"_s,
+         {u"ERR DBPRV: User 'BOB' does not exist (Col 2)"_s}},
+        {"no password", world, u"DBPRV,BOB,DEPOT,,,1,1,1,1,TABLE"_s, {blank}},
+        {"no password, and the checks go on",
+         world,
+         u"DBPRV,BOB,DEPOT,,,2,1,1,1,TABLE"_s,
+         {blank, u"ERR DBPRV: Invalid Allow Select flag (Col 6)"_s}},
+        {"select", world, u"DBPRV,BOB,DEPOT,,P,2,1,1,1,TABLE"_s, {u"ERR DBPRV: Invalid Allow Select flag (Col 6)"_s}},
+        {"insert", world, u"DBPRV,BOB,DEPOT,,P,1,-1,1,1,TABLE"_s, {u"ERR DBPRV: Invalid Allow Insert flag (Col 7)"_s}},
+        {"update", world, u"DBPRV,BOB,DEPOT,,P,1,1,x,1,TABLE"_s, {u"ERR DBPRV: Invalid Allow Update flag (Col 8)"_s}},
+        {"delete", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,,TABLE"_s, {u"ERR DBPRV: Invalid Allow Delete flag (Col 9)"_s}},
+        {"level", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,1,FIELD"_s, {u"ERR DBPRV: Invalid Security Level (Col 10)"_s}},
+        {"no level", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,1,"_s, {u"ERR DBPRV: Invalid Security Level (Col 10)"_s}},
+    });
+}
+
+TEST_F(ValidatorTest, LinesOfTablePrivileges)
+{
+    const QString few = u"ERR TBLPRV: Insufficient information to describe a Table Privilege"_s;
+    const QString known = u"TBLPRV,CLERK,SALES,ORDERS,1,1,1,1"_s;
+    check({
+        {"as it is written, of the catalog, which is left to refuse it",
+         {},
+         uR"("TBLPRV","CLERK","SALES","ORDERS",1,1,1,1)"_s,
+         {}},
+        {"whatever the case", {}, u"tblprv,clerk,sales,orders,0,0,0,0"_s, {}},
+        {"seven columns", {}, u"TBLPRV,CLERK,SALES,ORDERS,1,1,1"_s, {few}},
+        {"nine columns", {}, u"TBLPRV,CLERK,SALES,ORDERS,1,1,1,1,"_s, {few}},
+        {"an unknown user",
+         {},
+         u"TBLPRV,bob,SALES,ORDERS,1,1,1,1"_s,
+         {u"ERR TBLPRV: User 'BOB' does not exist (Col 2)"_s}},
+        {"an unknown database",
+         {},
+         u"TBLPRV,CLERK,depot,ORDERS,1,1,1,1"_s,
+         {u"ERR TBLPRV: Database 'DEPOT' does not exist (Col 3)"_s}},
+        {"an unknown table",
+         {},
+         u"TBLPRV,CLERK,SALES,parts,1,1,1,1"_s,
+         {u"ERR TBLPRV: Table 'SALES_PARTS' does not exist (Col 4)"_s}},
+        {"a key of the catalog's privileges stands among the tables", {}, u"TBLPRV,CLERK,SALES,.CLERK,1,1,1,1"_s, {}},
+        {"select", {}, u"TBLPRV,CLERK,SALES,ORDERS,2,1,1,1"_s, {u"ERR TBLPRV: Invalid Allow Select flag (Col 5)"_s}},
+        {"insert", {}, u"TBLPRV,CLERK,SALES,ORDERS,1,,1,1"_s, {u"ERR TBLPRV: Invalid Allow Insert flag (Col 6)"_s}},
+        {"update", {}, u"TBLPRV,CLERK,SALES,ORDERS,1,1,-1,1"_s, {u"ERR TBLPRV: Invalid Allow Update flag (Col 7)"_s}},
+        {"delete is called select",
+         {},
+         u"TBLPRV,CLERK,SALES,ORDERS,1,1,1,x"_s,
+         {u"ERR TBLPRV: Invalid Allow Select flag (Col 8)"_s}},
+        {"twice",
+         {known},
+         known,
+         {u"ERR TBLPRV: 'User 'CLERK', Table 'SALESORDERS' privileges already defined in CSV (Col 2)"_s}},
+        {"twice, with a flag in error",
+         {known},
+         u"TBLPRV,CLERK,SALES,ORDERS,9,1,1,1"_s,
+         {u"ERR TBLPRV: Invalid Allow Select flag (Col 5)"_s}},
+    });
+}
+
+TEST_F(ValidatorTest, OtherLines)
+{
+    check({
+        {"an empty one is skipped", {}, u""_s, {}},
+        {"blanks are a line", {}, u"  "_s, {u"ERR ?: Unknow line ID ''"_s}},
+        {"an unknown kind, as written", {}, u"Files,STOCK"_s, {u"ERR ?: Unknow line ID 'Files'"_s}},
+        {"a quote", {}, u"\""_s, {u"ERR ?: Unknow line ID ''"_s}},
+        {"a kind within quotes", {}, uR"(" USER","BOB","SECRET")"_s, {u"ERR ?: Unknow line ID ' USER'"_s}},
+        {"a heading", {}, u"FILE_NAME;FILE_ORGANISATION"_s, {u"ERR ?: Unknow line ID 'FILE_NAME;FILE_ORGANISATION'"_s}},
+    });
+}
+
+TEST_F(ValidatorTest, NumbersInEveryScriptAndForm)
+{
+    const std::vector<std::pair<QString, bool>> rows{
+        {"0", true},       {"1", true},       {"+1", true},      {"-0", true},      {"01", true},      {"1.0", true},
+        {".5", true},      {"1.", true},      {"1e0", true},     {"1E-3", true},    {" 1 ", true},     {"\t1", true},
+        {"1.0001", false}, {"1e400", false},  {"-1e400", false}, {"1e-400", true},  {"", false},       {".", false},
+        {"+", false},      {"e1", false},     {"1e", false},     {"1 0", false},    {"1_0", false},    {"0x1", false},
+        {"&H1", false},    {"$1", false},     {"1-", false},     {"(1)", false},    {"1d0", false},    {"nan", false},
+        {"inf", false},    {"\u0661", false}, {"\uFF11", false}, {"\u00B9", false}, {"\u2160", false}, {"--1", false},
+        {"1/*", false},    {"0--", false},    {"true", false},
+    };
+    for (const auto& [text, valid] : rows)
+        EXPECT_EQ(IsValidNumeric(text, 0, 1), valid) << text.toStdString();
+    EXPECT_TRUE(IsValidNumeric(u"65535", 0, 65535));
+    EXPECT_FALSE(IsValidNumeric(u"65535.01", 0, 65535));
+}
+
+TEST_F(ValidatorTest, NoLineWritesWhateverItHolds)
+{
+    const QStringList former = wholeCatalog();
+    statements.clear();
+    CatalogNames names;
+    names.ReadCurrentCatalog(*connection->db(), [](const char*, QStringView) {});
+    Findings findings;
+    LineValidator validator(*connection, names, findings);
+    QRandomGenerator random(1234);
+    const QStringList pieces{"FILE",    "FIELD",
+                             "DB",      "TABLE",
+                             "COLUMN",  "USER",
+                             "DBPRV",   "TBLPRV",
+                             ",",       ",",
+                             ",",       ",",
+                             ",",       ",",
+                             "\"",      "0",
+                             "1",       "STOCK",
+                             "PAYROLL", "SALES",
+                             "INDEXED", "FIXED",
+                             "STRING",  "DISAM",
+                             "BOB",     "; DELETE FROM TW_FILE",
+                             " ",       "--",
+                             "\u00E9"};
+    for (int number = 1; number <= 20000; ++number) {
+        QString line = pieces[random.bounded(8)] + ',';
+        for (int count = random.bounded(24); count > 0; --count)
+            line += pieces[random.bounded(static_cast<int>(pieces.size()))];
+        try {
+            validator.validate(number, line);
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.number(), ErrorNumber::SubscriptOutOfRange) << line.toStdString();
+            EXPECT_EQ(line.count(u','), 3) << line.toStdString();
+        }
+    }
+    EXPECT_EQ(statements.writes(), QStringList());
+    EXPECT_EQ(wholeCatalog(), former);
+}
+
+TEST_F(ValidatorTest, TheCatalogIsReadOnceInItsOrder)
+{
+    CatalogNames names;
+    QStringList told;
+    names.ReadCurrentCatalog(*connection->db(), [&](const char* kind, QStringView name) {
+        if (name != u"TW" && !told.contains(QLatin1String(kind)))
+            told.append(QLatin1String(kind));
+    });
+    EXPECT_EQ(told, (QStringList{"File", "Field", "Database", "Table", "Column", "User", "DBPRV", "TBLPRV"}));
+    EXPECT_EQ(statements.statements(),
+              (QStringList{
+                  u"SELECT FILE_NAME FROM TW_FILE"_s,
+                  u"SELECT FILE_NAME, FIELD_NAME, OFFSET FROM TW_FIELD"_s,
+                  u"SELECT DATABASE_NAME FROM TW_DB"_s,
+                  u"SELECT DATABASE_NAME, TABLE_NAME, FILE_NAME FROM TW_TABLE"_s,
+                  u"SELECT DATABASE_NAME, TABLE_NAME, COLUMN_NAME, COLUMN_NUMBER, FIELD_NAME, COLUMN_TYPE "
+                  "FROM TW_COLUMN"_s,
+                  u"SELECT USER_NAME FROM TW_USER"_s,
+                  u"SELECT DATABASE_NAME, USER_NAME FROM TW_DBPRV"_s,
+                  u"SELECT DATABASE_NAME, TABLE_NAME, USER_NAME FROM TW_TBLPRV"_s,
+              }));
+    EXPECT_TRUE(names.files.contains(u"CNTRL"_s));
+    EXPECT_TRUE(names.fields.contains(u"PAYROLLSALARY"_s));
+    EXPECT_TRUE(names.tables.contains(u"SALESORDERS"_s));
+    EXPECT_TRUE(names.tables.contains(u"SALES.CLERK"_s));
+    EXPECT_TRUE(names.tables.contains(u"SALESORDERS.CLERK"_s));
+    EXPECT_TRUE(names.tableFiles.isEmpty());
+    EXPECT_TRUE(names.databasePrivileges.isEmpty());
+    EXPECT_TRUE(names.tablePrivileges.isEmpty());
+    EXPECT_TRUE(names.columnTypes.contains(CatalogNames::columnKey({u"SALES", u"ORDERS", u"1", u"1"})));
+}
+
+TEST(Findings, The5001stErrorIsTheLastAndSaysSo)
+{
+    int stops = 0;
+    Findings findings([&] { ++stops; });
+    for (int line = 1; line <= 5000; ++line)
+        findings.AddError(line, u"FILE"_s, u"bad"_s);
+    findings.AddWarning(5001, u"USER"_s, u"odd"_s);
+    EXPECT_EQ(stops, 0);
+    findings.AddError(5001, u"FILE"_s, u"bad"_s);
+    EXPECT_EQ(stops, 1);
+    ASSERT_EQ(findings.all().size(), 5003U);
+    const Finding& last = findings.all().back();
+    EXPECT_EQ(last.line, 5001);
+    EXPECT_EQ(last.severity, Finding::Severity::Stopped);
+    EXPECT_EQ(last.type, u"?"_s);
+    EXPECT_EQ(last.description, u"Stopped validating after 5001 errors"_s);
+    findings.AddError(5001, u"FILE"_s, u"bad"_s);
+    EXPECT_EQ(stops, 1);
+    EXPECT_EQ(findings.errors(), 5002);
+    findings.clear();
+    EXPECT_TRUE(findings.all().empty());
+    EXPECT_EQ(findings.errors() + findings.warnings(), 0);
+}
+
+TEST(Findings, ALinePassedLeavesNothing)
+{
+    Findings findings;
+    findings.AddPassed(1, u"FILE"_s, u"fine"_s);
+    EXPECT_TRUE(findings.all().empty());
+}
