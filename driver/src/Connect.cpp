@@ -5,11 +5,14 @@
 #include "Diagnostics.h"
 #include "Engine.h"
 #include "Lower.h"
+#include "RecordTables.h"
 #include "Registry.h"
 #include "StatementLog.h"
 #include "Text.h"
 
 #include <sqlucode.h>
+
+#include <filesystem>
 
 using namespace tarnwick;
 
@@ -53,6 +56,20 @@ sqlite3* OpenCatalog(SQLHDBC handle, const std::string& path, long timeout)
     }
 }
 
+/// The tables over records that a connection serves.
+std::shared_ptr<records::RecordTables> ServeRecords(const Connection& connection, const DataSource& source,
+                                                    const ConnectString& text)
+{
+    records::Surroundings surroundings;
+    surroundings.defaultDatabase = source.defaultDatabase;
+    surroundings.catalogDirectory = std::filesystem::path(connection.catalogPath).parent_path().string();
+    surroundings.directoryOf = [text, name = source.name](const std::string& key) {
+        return DataSource::Value(text, name, key);
+    };
+    const auto badFields = source.badFieldsAreNull ? records::BadFields::Null : records::BadFields::Error;
+    return std::make_shared<records::RecordTables>(connection.engine, std::move(surroundings), badFields);
+}
+
 /// Opens the data source that a connect string describes and registers the connection.
 SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
 {
@@ -60,7 +77,8 @@ SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
     if (!lower.Loaded())
         return diagnostics::Raise(SQL_HANDLE_DBC, handle, cannotConnect, lower.Failure());
     try {
-        const DataSource source = DataSource::Read(ConnectString(connectText));
+        const ConnectString text(connectText);
+        const DataSource source = DataSource::Read(text);
         if (source.catalog.empty())
             throw ConnectError("The data source names no catalog: the key Catalog is missing.");
         Connection connection;
@@ -69,6 +87,7 @@ SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
         if (!source.statementLog.empty())
             connection.log = std::make_shared<StatementLog>(source.statementLog);
         connection.engine = OpenCatalog(handle, connection.catalogPath, source.timeout);
+        connection.tables = ServeRecords(connection, source, text);
         registry::OpenConnection(handle, std::make_shared<const Connection>(std::move(connection)));
         return SQL_SUCCESS;
     } catch (const ConnectError& error) {

@@ -1,6 +1,7 @@
 #include "DataSource.h"
 
 #include "ConnectError.h"
+#include "Text.h"
 
 #include <odbcinst.h>
 
@@ -35,19 +36,34 @@ long ReadTimeout(const std::string& text)
     return milliseconds;
 }
 
+bool ReadBadFields(const std::string& text)
+{
+    if (text.empty() || EqualIgnoringCase(text, "Error"))
+        return false;
+    if (!EqualIgnoringCase(text, "Null"))
+        throw ConnectError("The key BadFields must be Error or Null.");
+    return true;
+}
+
 } // namespace
+
+std::string DataSource::Value(const ConnectString& text, const std::string& name, const std::string& key)
+{
+    const auto given = text.Value(key);
+    return given ? *given : FromIniFile(name, key.c_str());
+}
 
 DataSource DataSource::Read(const ConnectString& text)
 {
     DataSource source;
     source.name = text.Value("DSN").value_or("");
-    const auto value = [&](const char* key) {
-        const auto given = text.Value(key);
-        return given ? *given : FromIniFile(source.name, key);
-    };
+    const auto value = [&](const char* key) { return Value(text, source.name, key); };
     source.catalog = value("Catalog");
     source.statementLog = value("StatementLog");
     source.timeout = ReadTimeout(value("Timeout"));
+    source.defaultDatabase = value("DefaultDatabase");
+    source.user = value("UID");
+    source.badFieldsAreNull = ReadBadFields(value("BadFields"));
     return source;
 }
 

@@ -15,8 +15,16 @@ struct DataSource {
     std::string statementLog; ///< `StatementLog`: receives each statement; empty for none
     long timeout;             ///< `Timeout`: milliseconds to wait for a lock
 
-    /// Throws ConnectError if `Timeout` is no number of milliseconds.
+    std::string defaultDatabase; ///< `DefaultDatabase`: the only database whose tables are served, by their own names
+    std::string user;            ///< `UID`; empty for none
+    bool badFieldsAreNull;       ///< `BadFields`: `Null` rather than `Error`
+
+    /// Throws ConnectError if `Timeout` is no number of milliseconds or `BadFields` neither of its two words.
     static DataSource Read(const ConnectString& text);
+
+    /// The value of any key, for directories that the catalog names by one: from the connect string, or from the
+    /// section of the data source `name`.
+    static std::string Value(const ConnectString& text, const std::string& name, const std::string& key);
 };
 
 } // namespace tarnwick

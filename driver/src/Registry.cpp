@@ -1,9 +1,9 @@
 #include "Registry.h"
 
-#include <atomic>
 #include <map>
 #include <mutex>
 #include <shared_mutex>
+#include <unordered_map>
 
 namespace tarnwick::registry
 {
@@ -13,8 +13,7 @@ namespace
 struct State {
     std::shared_mutex mutex;
     std::map<SQLHDBC, std::shared_ptr<const Connection>> connections;
-    std::map<SQLHSTMT, SQLHDBC> statements;
-    std::atomic<int> logs{0};
+    std::unordered_map<SQLHSTMT, SQLHDBC> statements;
 };
 
 State& TheState()
@@ -29,8 +28,6 @@ void OpenConnection(SQLHDBC handle, std::shared_ptr<const Connection> connection
 {
     State& state = TheState();
     const std::unique_lock lock(state.mutex);
-    if (connection->log)
-        ++state.logs;
     state.connections[handle] = std::move(connection);
 }
 
@@ -38,12 +35,7 @@ void CloseConnection(SQLHDBC handle)
 {
     State& state = TheState();
     const std::unique_lock lock(state.mutex);
-    const auto found = state.connections.find(handle);
-    if (found == state.connections.end())
-        return;
-    if (found->second->log)
-        --state.logs;
-    state.connections.erase(found);
+    state.connections.erase(handle);
     std::erase_if(state.statements, [handle](const auto& entry) { return entry.second == handle; });
 }
 
@@ -58,8 +50,6 @@ std::shared_ptr<const Connection> FindConnection(SQLHDBC handle)
 void AddStatement(SQLHSTMT statement, SQLHDBC connection)
 {
     State& state = TheState();
-    if (state.logs == 0)
-        return;
     const std::unique_lock lock(state.mutex);
     state.statements[statement] = connection;
 }
@@ -67,23 +57,19 @@ void AddStatement(SQLHSTMT statement, SQLHDBC connection)
 void RemoveStatement(SQLHSTMT statement)
 {
     State& state = TheState();
-    if (state.logs == 0)
-        return;
     const std::unique_lock lock(state.mutex);
     state.statements.erase(statement);
 }
 
-std::shared_ptr<const StatementLog> LogOf(SQLHSTMT statement)
+std::shared_ptr<const Connection> ConnectionOf(SQLHSTMT statement)
 {
     State& state = TheState();
-    if (state.logs == 0)
-        return nullptr;
     const std::shared_lock lock(state.mutex);
     const auto owner = state.statements.find(statement);
     if (owner == state.statements.end())
         return nullptr;
     const auto found = state.connections.find(owner->second);
-    return found == state.connections.end() ? nullptr : found->second->log;
+    return found == state.connections.end() ? nullptr : found->second;
 }
 
 } // namespace tarnwick::registry

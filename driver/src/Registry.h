@@ -12,19 +12,25 @@ namespace tarnwick
 
 class StatementLog;
 
+namespace records
+{
+class RecordTables;
+}
+
 /// What this driver knows of an open connection besides what the library below holds.
 struct Connection {
     std::string datasource;  ///< DSN, or empty
     std::string catalogPath; ///< absolute
     std::shared_ptr<const StatementLog> log;
 
-    /// The SQLite connection behind the library below, valid until SQLDisconnect. This is where modules and functions
-    /// of the family would be registered.
+    /// The SQLite connection behind the library below, valid until SQLDisconnect.
     sqlite3* engine = nullptr;
+
+    /// The tables over records, which live in `engine`.
+    std::shared_ptr<records::RecordTables> tables;
 };
 
-/// Connections and, where a statement log is kept, the statements that write to it. Every function may be called from
-/// any thread.
+/// Connections and their statements. Every function may be called from any thread.
 namespace registry
 {
 
@@ -37,8 +43,8 @@ std::shared_ptr<const Connection> FindConnection(SQLHDBC handle);
 void AddStatement(SQLHSTMT statement, SQLHDBC connection);
 void RemoveStatement(SQLHSTMT statement);
 
-/// The log of the statement's connection, or null. Costs one atomic read while no connection has a log.
-std::shared_ptr<const StatementLog> LogOf(SQLHSTMT statement);
+/// The statement's connection, or null if it is not open.
+std::shared_ptr<const Connection> ConnectionOf(SQLHSTMT statement);
 
 } // namespace registry
 

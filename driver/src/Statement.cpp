@@ -1,5 +1,6 @@
 #include "Diagnostics.h"
 #include "Lower.h"
+#include "RecordTables.h"
 #include "Registry.h"
 #include "Rewrite.h"
 #include "StatementLog.h"
@@ -14,12 +15,14 @@ namespace
 
 using Run = decltype(Lower::SQLExecDirect);
 
-/// Takes a statement in: writes it to the log, puts it into SQLite's spelling and hands it on, complete with its
+/// Takes a statement in: writes it to the log, puts it into SQLite's spelling, sees that the tables
+/// over records that it names are there, and hands it on, complete with its
 /// terminator.
 SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
 {
     diagnostics::Clear(SQL_HANDLE_STMT, statement);
-    if (const auto log = registry::LogOf(statement); log && !log->Write(text))
+    const auto connection = registry::ConnectionOf(statement);
+    if (connection && connection->log && !connection->log->Write(text))
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000",
                                   "The statement was not run: it could not be written to the statement log.");
     if (text.find_first_not_of(" \t\r\n") == std::string::npos)
@@ -27,6 +30,12 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
     if (text.find('\0') != std::string::npos)
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement holds a null character.");
     std::string rewritten = Rewrite(std::move(text));
+    try {
+        if (connection)
+            connection->tables->MakeReady(rewritten);
+    } catch (const records::RecordError& error) {
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+    }
     return run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS);
 }
 

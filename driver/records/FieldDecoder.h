@@ -1,0 +1,114 @@
+#pragma once
+
+#include "CodePage.h"
+#include "DateFormat.h"
+#include "StorageType.h"
+#include "Value.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarnwick::records
+{
+
+/// A field as the catalog lays it out in its record.
+struct Field {
+    std::string name;
+    std::string typeName; ///< `LOCAL_TYPE_NAME`
+    StorageType type;
+    std::size_t offset = 0; ///< in bytes
+    std::size_t length = 0; ///< in bytes
+    int scale = 0;          ///< digits behind the point of a number without one; below zero, zeros left out at its end
+    std::string format;     ///< of a date or time
+    bool isEncrypted = false;
+
+    bool operator==(const Field&) const;
+};
+
+/// The form in which a column shows its field.
+enum class Shown {
+    Integer, ///< of 64 bits
+    Real,
+    Decimal, ///< the number's digits as text, with all that a floating point number would lose
+    Text,
+    Bytes,
+    Bit,
+    Date,
+    Time,
+    Timestamp,
+};
+
+/// The most decimal digits that a floating point number of 8 bytes gives back as they were.
+constexpr std::size_t exactRealDigits = 15;
+
+/// The digits that a number in the field can have; 0 for a field that holds no decimal number.
+std::size_t DigitsOf(const Field& field);
+
+/// Decodes one field for one column.
+///
+/// Nothing but the bytes given is read. No bytes, blanks where a number or a date would stand, and dates of only zeros,
+/// are null.
+class FieldDecoder
+{
+public:
+    /// `page` is that of the file.
+    FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page);
+
+    /// Decodes the field's bytes. Null, or why they are no value; the text completes "the bytes ... are no INTEGER-4:
+    /// ". `room` is lent for text and bytes that are not in the record as such.
+    const char* Decode(std::string_view bytes, Value& value, std::string& room) const
+    {
+        if (bytes.empty()) {
+            value = Value::Null();
+            return nullptr;
+        }
+        return (this->*m_read)(bytes, value, room);
+    }
+
+    /// Whether a record may end inside the field, as lines do whose blanks at the end were left out.
+    bool MayEndEarly() const;
+
+private:
+    struct Decimal;
+    using Read = const char* (FieldDecoder::*)(std::string_view, Value&, std::string&) const;
+
+    static Read ReaderOf(const Field& field);
+
+    const char* ReadText(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadCountedText(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadZeroText(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadDigits(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadPacked(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadInteger(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadFloat(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadBoolean(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadBytes(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadVmsTime(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadUnixTime(std::string_view bytes, Value& value, std::string& room) const;
+    const char* RefuseEncrypted(std::string_view bytes, Value& value, std::string& room) const;
+    const char* RefuseType(std::string_view bytes, Value& value, std::string& room) const;
+
+    const char* ShowText(std::string_view text, bool inRecord, Value& value, std::string& room) const;
+    const char* ShowTextAsNumber(std::string_view text, Value& value, std::string& room) const;
+    const char* ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const;
+    const char* ShowDecimal(const Decimal& decimal, Value& value, std::string& room) const;
+    const char* ShowReal(double real, Value& value, std::string& room) const;
+    const char* ShowMoment(const Moment& moment, Value& value, std::string& room) const;
+
+    bool IsMoment() const { return m_shown == Shown::Date || m_shown == Shown::Time || m_shown == Shown::Timestamp; }
+    MomentPart Part() const;
+
+    StorageType m_type;
+    int m_scale;
+    Shown m_shown;
+    std::shared_ptr<const CodePage> m_page;
+    bool m_ebcdicDigits;
+    std::optional<DateFormat> m_format;
+    std::size_t m_formatWidth;
+    Read m_read;
+};
+
+} // namespace tarnwick::records

@@ -1,0 +1,89 @@
+#include "MappedFile.h"
+
+#include "RecordFormat.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace tarnwick::records
+{
+namespace
+{
+
+/// A file descriptor that is closed at the end of its scope; a mapping does not need it.
+class Descriptor
+{
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int Number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+[[noreturn]] void Fail(const std::string& path, int error)
+{
+    if (error == ENOENT || error == ENOTDIR)
+        throw RecordError("The data file '" + path + "' does not exist.");
+    throw RecordError("The data file '" + path + "' cannot be read: " + std::strerror(error) + ".");
+}
+
+} // namespace
+
+std::shared_ptr<const MappedFile> MappedFile::Open(const std::string& path)
+{
+    // Opening a pipe without O_NONBLOCK would wait for its writer.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    if (file.Number() < 0)
+        Fail(path, errno);
+    struct stat status {
+    };
+    if (::fstat(file.Number(), &status) != 0)
+        Fail(path, errno);
+    if (!S_ISREG(status.st_mode))
+        throw RecordError("The data file '" + path + "' is no file of records but " +
+                          (S_ISDIR(status.st_mode) ? "a folder." : "a device or a pipe."));
+    const auto size = static_cast<std::size_t>(status.st_size);
+    std::string_view content;
+    if (size > 0) {
+        void* const mapped = ::mmap(nullptr, size, PROT_READ, MAP_SHARED, file.Number(), 0);
+        if (mapped == MAP_FAILED)
+            Fail(path, errno);
+        ::madvise(mapped, size, MADV_SEQUENTIAL);
+        content = std::string_view(static_cast<const char*>(mapped), size);
+    }
+    return std::shared_ptr<const MappedFile>(new MappedFile(path, content, status.st_dev, status.st_ino));
+}
+
+MappedFile::MappedFile(std::string path, std::string_view content, unsigned long device, unsigned long node)
+    : m_path(std::move(path)), m_content(content), m_device(device), m_node(node)
+{
+}
+
+MappedFile::~MappedFile()
+{
+    if (!m_content.empty())
+        ::munmap(const_cast<char*>(m_content.data()), m_content.size());
+}
+
+bool MappedFile::IsCurrent() const
+{
+    struct stat status {
+    };
+    return ::stat(m_path.c_str(), &status) == 0 && status.st_dev == m_device && status.st_ino == m_node &&
+           static_cast<std::size_t>(status.st_size) == m_content.size();
+}
+
+} // namespace tarnwick::records

@@ -1,0 +1,152 @@
+#include "RecordCursor.h"
+
+#include <algorithm>
+
+namespace tarnwick::records
+{
+namespace
+{
+
+using Kind = RecordFormat::Kind;
+
+/// EBCDIC ends a line with its own newline character.
+constexpr char asciiNewline = '\n';
+constexpr char ebcdicNewline = '\x15';
+
+bool IsZero(std::string_view bytes)
+{
+    return bytes.find_first_not_of('\0') == std::string_view::npos;
+}
+
+} // namespace
+
+RecordCursor::RecordCursor(const RecordFormat& format, std::string_view content)
+    : m_format(format), m_content(content), m_newline(format.page->IsEbcdic() ? ebcdicNewline : asciiNewline),
+      m_next(std::min(format.skip, content.size()))
+{
+}
+
+RecordCursor::Step RecordCursor::Next()
+{
+    switch (m_format.kind) {
+    case Kind::Fixed:
+        return NextFixed();
+    case Kind::Lines:
+        return NextLine();
+    case Kind::Counted:
+        return NextCounted();
+    case Kind::Slots:
+        return NextSlot();
+    }
+    return Step::End;
+}
+
+void RecordCursor::Seek(std::uint64_t position, std::uint64_t number)
+{
+    m_next = std::min<std::size_t>(position, m_content.size());
+    m_number = number - 1;
+    Next();
+}
+
+RecordCursor::Step RecordCursor::Fail(std::string reason, std::string_view bytes)
+{
+    m_bytes = bytes;
+    m_reason = std::move(reason);
+    m_next = m_content.size();
+    return Step::Error;
+}
+
+RecordCursor::Step RecordCursor::CutShort(std::size_t wanted)
+{
+    return Fail("the file ends inside the record: " + std::to_string(Left()) + " bytes of " + std::to_string(wanted) +
+                    " are there",
+                m_content.substr(m_next));
+}
+
+std::size_t RecordCursor::ReadCount(std::size_t position) const
+{
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < m_format.countBytes; ++i) {
+        const std::size_t place = m_format.countHighByteFirst ? i : m_format.countBytes - 1 - i;
+        count = count << 8 | static_cast<unsigned char>(m_content[position + place]);
+    }
+    return count;
+}
+
+RecordCursor::Step RecordCursor::NextFixed()
+{
+    const std::size_t size = m_format.recordSize + (m_format.hasDeletionByte ? 1 : 0);
+    while (Left() > 0) {
+        ++m_number;
+        m_position = m_next;
+        if (Left() < size)
+            return CutShort(size);
+        m_bytes = m_content.substr(m_next, m_format.recordSize);
+        m_next += size;
+        if (!m_format.hasDeletionByte || m_content[m_next - 1] != '\0')
+            return Step::Record;
+    }
+    return Step::End;
+}
+
+RecordCursor::Step RecordCursor::NextLine()
+{
+    if (Left() == 0)
+        return Step::End;
+    ++m_number;
+    m_position = m_next;
+    const std::size_t found = m_content.find(m_newline, m_next);
+    const std::size_t end = found == std::string_view::npos ? m_content.size() : found;
+    m_bytes = m_content.substr(m_next, end - m_next);
+    m_next = std::min(m_content.size(), end + 1);
+    if (m_newline == asciiNewline && m_bytes.ends_with('\r'))
+        m_bytes.remove_suffix(1);
+    return Step::Record;
+}
+
+RecordCursor::Step RecordCursor::NextCounted()
+{
+    const std::size_t head = m_format.countBytes + m_format.fillerBytes;
+    while (Left() > 0) {
+        ++m_number;
+        m_position = m_next;
+        if (Left() < head)
+            return CutShort(head);
+        std::size_t size = ReadCount(m_next);
+        if (m_format.countsItself && size < head)
+            return Fail("its length is " + std::to_string(size) + ", which is less than the length's own bytes");
+        size -= m_format.countsItself ? head : 0;
+        if (Left() - head < size)
+            return CutShort(head + size);
+        const std::string_view filler = m_content.substr(m_next + m_format.countBytes, m_format.fillerBytes);
+        m_bytes = m_content.substr(m_next + head, size);
+        m_next += head + size;
+        if (!m_format.fillerMarksDeleted || IsZero(filler))
+            return Step::Record;
+    }
+    return Step::End;
+}
+
+RecordCursor::Step RecordCursor::NextSlot()
+{
+    const std::size_t size = m_format.countBytes + m_format.recordSize;
+    while (Left() > 0) {
+        ++m_number;
+        m_position = m_next;
+        if (Left() < size)
+            return CutShort(size);
+        m_bytes = m_content.substr(m_next + m_format.countBytes, m_format.recordSize);
+        const std::size_t length = m_format.countBytes > 0 ? ReadCount(m_next) : m_format.recordSize;
+        if (length > m_format.recordSize)
+            return Fail("its length is " + std::to_string(length) + ", and its slot has room for " +
+                        std::to_string(m_format.recordSize));
+        m_next += size;
+        if (m_format.countBytes > 0 ? length > 0 : !IsZero(m_bytes)) {
+            m_bytes = m_bytes.substr(0, length);
+            return Step::Record;
+        }
+    }
+    return Step::End;
+}
+
+} // namespace tarnwick::records

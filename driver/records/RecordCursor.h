@@ -1,0 +1,55 @@
+#pragma once
+
+#include "RecordFormat.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tarnwick::records
+{
+
+/// Walks through the records of a file's content. Empty slots and deleted records are passed over, but count: the
+/// number of a record is its place in the file, from 1.
+class RecordCursor
+{
+public:
+    RecordCursor(const RecordFormat& format, std::string_view content);
+
+    enum class Step { Record, End, Error };
+
+    /// Goes to the next record, or the first. `Error` is a record that the content ends in, or one whose length cannot
+    /// be; `Reason` tells which. It is the last step.
+    Step Next();
+
+    /// Goes to a record whose place `Next` gave once.
+    void Seek(std::uint64_t position, std::uint64_t number);
+
+    /// The record without its head; after an error, what there is of it.
+    std::string_view Bytes() const { return m_bytes; }
+    std::uint64_t Number() const { return m_number; }
+    /// Where the record begins in the content, its head included.
+    std::uint64_t Position() const { return m_position; }
+    const std::string& Reason() const { return m_reason; }
+
+private:
+    Step NextFixed();
+    Step NextLine();
+    Step NextCounted();
+    Step NextSlot();
+    Step Fail(std::string reason, std::string_view bytes = {});
+    Step CutShort(std::size_t wanted);
+    std::size_t ReadCount(std::size_t position) const;
+    std::size_t Left() const { return m_content.size() - m_next; }
+
+    const RecordFormat& m_format;
+    std::string_view m_content;
+    char m_newline;
+    std::size_t m_next;
+    std::uint64_t m_position = 0;
+    std::uint64_t m_number = 0;
+    std::string_view m_bytes;
+    std::string m_reason;
+};
+
+} // namespace tarnwick::records

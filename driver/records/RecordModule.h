@@ -1,0 +1,68 @@
+#pragma once
+
+#include "MappedFile.h"
+#include "RecordCursor.h"
+#include "TableDefinition.h"
+
+#include <memory>
+#include <string>
+
+struct sqlite3;
+
+namespace tarnwick::records
+{
+
+/// What a data source wants for a field whose bytes are no value.
+enum class BadFields { Error, Null };
+
+/// A table over records on its way to SQLite: the definition with its record format and decoders made.
+class RecordTable
+{
+public:
+    RecordTable(TableDefinition definition, BadFields badFields);
+
+    const TableDefinition& Definition() const { return m_definition; }
+    const RecordFormat& Format() const { return m_format; }
+    BadFields WhenBad() const { return m_badFields; }
+
+    /// Why the table cannot be read at all, in a whole sentence; empty if it can.
+    const std::string& Problem() const { return m_problem; }
+
+    /// The text of a table definition that shows the columns: with `forCriteria`, all of them and behind them the place
+    /// and the number of the record; without, those that clients see.
+    std::string Declaration(bool forCriteria) const;
+
+    /// The columns by their position in the table that clients see.
+    const std::vector<std::size_t>& Visible() const { return m_visible; }
+
+    /// The decoder of a column with a field; null for any other.
+    const FieldDecoder* Decoder(std::size_t column) const { return m_decoders[column].get(); }
+
+    /// The name under which the criteria's own statement reads all records. No client can know it.
+    std::string UnfilteredName() const;
+
+    /// The data file, mapped anew if another stands there or its size has changed. Throws RecordError.
+    std::shared_ptr<const MappedFile> File() const;
+
+private:
+    TableDefinition m_definition;
+    BadFields m_badFields;
+    RecordFormat m_format;
+    std::string m_problem;
+    std::vector<std::size_t> m_visible;
+    std::vector<std::unique_ptr<FieldDecoder>> m_decoders;
+    mutable std::shared_ptr<const MappedFile> m_file;
+};
+
+/// Makes `table` readable on a connection under its name, in place of what had that name; with a criteria, under its
+/// unfiltered name too. Tables appear without a trace in the catalog's file: SQLite looks a name that it does not find
+/// there up among its modules. Statements that are already prepared keep what they have. Gives an SQLite result code.
+int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table);
+
+/// Takes a name away again.
+void Withdraw(sqlite3* engine, const std::string& name);
+
+/// The collation of decimal numbers that are kept as text.
+void RegisterCollation(sqlite3* engine);
+
+} // namespace tarnwick::records

@@ -1,0 +1,84 @@
+#include "RecordModule.h"
+
+#include "Text.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace tarnwick::records
+{
+namespace
+{
+
+std::string Quoted(const std::string& name)
+{
+    std::string quoted = "\"";
+    for (const char c : name) {
+        quoted += c;
+        if (c == '"')
+            quoted += c;
+    }
+    return quoted + '"';
+}
+
+/// The data file of an indexed file may be named without its suffix.
+std::string ExistingPath(const TableDefinition& definition)
+{
+    std::error_code ignored;
+    if (!EqualIgnoringCase(definition.organisation, "INDEXED") || std::filesystem::exists(definition.path, ignored))
+        return definition.path;
+    const std::string withSuffix = definition.path + ".dat";
+    return std::filesystem::exists(withSuffix, ignored) ? withSuffix : definition.path;
+}
+
+} // namespace
+
+RecordTable::RecordTable(TableDefinition definition, BadFields badFields)
+    : m_definition(std::move(definition)), m_badFields(badFields)
+{
+    std::string reason = m_definition.problem;
+    try {
+        if (reason.empty())
+            m_format = RecordFormat::Read(m_definition.organisation, m_definition.recordType, m_definition.openString,
+                                          m_definition.recordSize);
+    } catch (const RecordError& error) {
+        reason = error.what();
+    }
+    if (!reason.empty())
+        m_problem = "The table " + m_definition.sqlName + " cannot be read: " + reason + ".";
+    for (std::size_t i = 0; i < m_definition.columns.size(); ++i) {
+        const Column& column = m_definition.columns[i];
+        if (column.isVisible)
+            m_visible.push_back(i);
+        m_decoders.push_back(column.field && column.problem.empty()
+                                 ? std::make_unique<FieldDecoder>(*column.field, column.shown, m_format.page)
+                                 : nullptr);
+    }
+}
+
+std::string RecordTable::Declaration(bool forCriteria) const
+{
+    std::string text = "CREATE TABLE records (";
+    const char* separator = "";
+    for (const Column& column : m_definition.columns) {
+        if (!column.isVisible && !forCriteria)
+            continue;
+        text += separator + Quoted(column.name) + " " + column.declaration;
+        separator = ", ";
+    }
+    return text + (forCriteria ? ", \"record position\" BIGINT, \"record number\" BIGINT)" : ")");
+}
+
+std::string RecordTable::UnfilteredName() const
+{
+    return "all records of " + m_definition.sqlName;
+}
+
+std::shared_ptr<const MappedFile> RecordTable::File() const
+{
+    if (!m_file || !m_file->IsCurrent())
+        m_file = MappedFile::Open(ExistingPath(m_definition));
+    return m_file;
+}
+
+} // namespace tarnwick::records

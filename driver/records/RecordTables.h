@@ -1,0 +1,45 @@
+#pragma once
+
+#include "RecordModule.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct sqlite3;
+
+namespace tarnwick::records
+{
+
+/// The tables over records of one connection. Definitions are read from the catalog, through the same connection, each
+/// time that a statement names their table; so a definition that was just changed, committed or not, counts at once.
+class RecordTables
+{
+public:
+    RecordTables(sqlite3* engine, Surroundings surroundings, BadFields badFields);
+
+    /// Makes ready what a statement names behind FROM, JOIN and the like. A table without a definition is withdrawn;
+    /// trouble with one is kept for SQLite to report when it is used. Throws RecordError if the catalog cannot be read.
+    void MakeReady(std::string_view statement);
+
+    /// The names of the tables that match a pattern of LIKE with `\` as its escape character, all of them ready; of all
+    /// tables if there is no pattern.
+    std::vector<std::string> MakeReadyLike(const std::string* pattern);
+
+private:
+    void MakeTableReady(const std::string& name, int depth);
+    void MakeNamesReady(std::string_view statement, int depth);
+
+    sqlite3* m_engine;
+    Surroundings m_surroundings;
+    BadFields m_badFields;
+    std::map<std::string, std::shared_ptr<const RecordTable>> m_tables; ///< by their names in upper case
+};
+
+/// The names in a statement that stand where a table is named, without their quotes; those of the catalog's own tables
+/// and of SQLite's are left out.
+std::vector<std::string> TablesNamedIn(std::string_view statement);
+
+} // namespace tarnwick::records

@@ -1,0 +1,221 @@
+#include "RecordsFixture.h"
+
+namespace
+{
+
+using namespace std::string_literals;
+
+const std::vector<FieldRow> account = {{"NO", "ZONED-U", 4}, {"NAME", "STRING", 6}, {"BALANCE", "PACKED", 3, 2}};
+
+/// Three accounts: one in credit, one in debit, one of nobody.
+const std::string accounts = "0001Harry \x12\x34\x5C"
+                             "0002Ivy   \x00\x75\x0D"
+                             "0003      \x00\x00\x0C"s;
+
+bool Holds(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+} // namespace
+
+TEST_F(Records, ATableIsThereAsSoonAsItIsDefined)
+{
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_ACCOUNT"), "no such table: BANK_ACCOUNT"));
+    Make("ACCOUNT", account, accounts);
+    EXPECT_EQ(Rows("SELECT * FROM [BANK_ACCOUNT]"), "1|Harry|123.45\n2|Ivy|-7.5\n3||0.0\n");
+    OdbcClient another;
+    Connect(another);
+    EXPECT_EQ(Rows(another, "SELECT name FROM bank_account WHERE balance < 0"), "Ivy\n");
+}
+
+TEST_F(Records, AChangedDefinitionCountsAtOnce)
+{
+    Make("ACCOUNT", account, accounts);
+    OdbcClient another;
+    Connect(another);
+    EXPECT_EQ(Rows(another, "SELECT NAME FROM BANK_ACCOUNT LIMIT 1"), "Harry\n");
+    Run("UPDATE TW_FIELD SET LENGTH = 3 WHERE FIELD_NAME = 'NAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT LIMIT 1"), "Har\n");
+    EXPECT_EQ(Rows(another, "SELECT NAME FROM BANK_ACCOUNT LIMIT 1"), "Har\n");
+    Run("DELETE FROM TW_TABLE WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_TRUE(Holds(Failure("SELECT NAME FROM BANK_ACCOUNT"), "no such table"));
+    EXPECT_TRUE(Holds(Failure(another, "SELECT NAME FROM BANK_ACCOUNT"), "no such table"));
+}
+
+TEST_F(Records, TheWholeSelectLanguageWorks)
+{
+    Make("ACCOUNT", account, accounts);
+    Make("OWNER", {{"NAME", "STRING", 6}, {"TOWN", "STRING", 5}}, "Harry York Ivy   Leeds");
+    EXPECT_EQ(Rows("SELECT COUNT(*), SUM(BALANCE), MIN(NAME), MAX(NAME) FROM BANK_ACCOUNT"), "3|115.95||Ivy\n");
+    EXPECT_EQ(Rows("SELECT a.NO, o.TOWN FROM BANK_ACCOUNT a LEFT JOIN BANK_OWNER o ON o.NAME = a.NAME ORDER BY 1 DESC"),
+              "3|~\n2|Leeds\n1|York\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT WHERE NO IN (SELECT NO - 1 FROM BANK_ACCOUNT) AND NAME LIKE 'h%'"),
+              "Harry\n");
+    EXPECT_EQ(Rows("SELECT (SELECT MAX(TOWN) FROM BANK_OWNER o WHERE o.NAME = a.NAME) FROM BANK_ACCOUNT a"),
+              "York\nLeeds\n~\n");
+    EXPECT_EQ(Rows("SELECT x.NO FROM BANK_OWNER o, BANK_ACCOUNT x WHERE x.NAME = o.NAME GROUP BY x.NO HAVING x.NO > 1"),
+              "2\n");
+}
+
+TEST_F(Records, ADefaultDatabaseNamesItsTablesAlone)
+{
+    Make("ACCOUNT", account, accounts);
+    Run("INSERT INTO TW_DB (DATABASE_NAME) VALUES ('OTHER')");
+    Run("INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION) VALUES "
+        "('OTHER', 'THING', 'ACCOUNT', 'ACCOUNT.dat')");
+    OdbcClient bound;
+    Connect(bound, "DefaultDatabase=BANK");
+    EXPECT_EQ(Rows(bound, "SELECT NO FROM [ACCOUNT] WHERE [BALANCE] > 5"), "1\n");
+    EXPECT_TRUE(Holds(Failure(bound, "SELECT * FROM BANK_ACCOUNT"), "no such table"));
+    EXPECT_TRUE(Holds(Failure(bound, "SELECT * FROM THING"), "no such table"));
+    EXPECT_EQ(Rows(bound, "SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'OTHER'"), "THING\n");
+}
+
+TEST_F(Records, CriteriaFilter)
+{
+    Make("ACCOUNT", account, accounts);
+    DefineTable("DEBIT", "ACCOUNT", "ACCOUNT.dat", "BANK_DEBIT.BALANCE < 0 ");
+    DefineTable("NAMED", "ACCOUNT", "ACCOUNT.dat",
+                "BANK_NAMED.NAME <> '' AND BANK_NAMED.NO IN (SELECT NO FROM "
+                "BANK_DEBIT)");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_DEBIT"), "2|Ivy|-7.5\n");
+    EXPECT_EQ(Rows("SELECT rowid, NAME FROM BANK_NAMED"), "2|Ivy\n");
+    EXPECT_EQ(
+        Rows("SELECT d.NO, a.NO FROM BANK_DEBIT d, BANK_ACCOUNT a, BANK_DEBIT e WHERE a.NO > d.NO AND e.NO = d.NO"),
+        "2|3\n");
+    OdbcClient bound;
+    Connect(bound, "DefaultDatabase=BANK");
+    EXPECT_EQ(Rows(bound, "SELECT NAME FROM DEBIT"), "Ivy\n");
+}
+
+TEST_F(Records, CriteriaMayAskForWhatClientsDoNotSee)
+{
+    Make("ACCOUNT", account, accounts);
+    DefineTable("DEBIT", "ACCOUNT", "ACCOUNT.dat", "BANK_DEBIT.BALANCE < 0");
+    Run("UPDATE TW_COLUMN SET VISIBLE = 0 WHERE TABLE_NAME = 'DEBIT' AND COLUMN_NAME = 'BALANCE'");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_DEBIT"), "2|Ivy\n");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_DEBIT"), "no such column: BALANCE"));
+}
+
+TEST_F(Records, BadCriteriaAreTheTablesError)
+{
+    Make("ACCOUNT", account, accounts);
+    DefineTable("WRONG", "ACCOUNT", "ACCOUNT.dat", "BANK_WRONG.LOST = 1");
+    DefineTable("SELF", "ACCOUNT", "ACCOUNT.dat", "NO IN (SELECT NO FROM BANK_SELF)");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_WRONG"),
+                      "The criteria of the table BANK_WRONG cannot be applied: no such column: BANK_WRONG.LOST"));
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_SELF"), "asks for the table itself"));
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_ACCOUNT"), "3\n");
+}
+
+TEST_F(Records, ABadFieldNamesFileRecordFieldAndBytes)
+{
+    std::string broken = accounts;
+    broken[13 + 11] = '\xA5';
+    Make("ACCOUNT", account, broken);
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"),
+                      "The data file '" + DataFile("ACCOUNT.dat") +
+                          "', record 2, field BALANCE: the bytes 00 A5 0D cannot be read as PACKED: a half byte is no "
+                          "digit."));
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n\n") << "only the fields that are named are decoded";
+    OdbcClient lenient;
+    Connect(lenient, "BadFields=Null");
+    EXPECT_EQ(Rows(lenient, "SELECT BALANCE FROM BANK_ACCOUNT"), "123.45\n~\n0.0\n");
+}
+
+TEST_F(Records, TroubleWithTheFileIsTold)
+{
+    Make("ACCOUNT", account, accounts + "0004Ja");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_ACCOUNT"),
+                      "', record 4: the file ends inside the record: 6 bytes of 13 are there."));
+    OdbcClient lenient;
+    Connect(lenient, "BadFields=Null");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_ACCOUNT WHERE NO > 3"), "4|Ja|~\n");
+    std::filesystem::remove(DataFile("ACCOUNT.dat"));
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_ACCOUNT"),
+                      "The data file '" + DataFile("ACCOUNT.dat") + "' does not exist."));
+    std::filesystem::create_directory(DataFile("ACCOUNT.dat"));
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_ACCOUNT"), "a folder"));
+    std::filesystem::remove(DataFile("ACCOUNT.dat"));
+    WriteData("ACCOUNT.dat", "");
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_ACCOUNT"), "");
+}
+
+TEST_F(Records, TroubleWithTheDefinitionIsTold)
+{
+    Make("ACCOUNT", account, accounts);
+    Run("UPDATE TW_FIELD SET LOCAL_TYPE_NAME = 'NONSENSE' WHERE FIELD_NAME = 'BALANCE'");
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_ACCOUNT LIMIT 1"), "1\n");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"), "the storage type 'NONSENSE'"));
+    Run("DELETE FROM TW_FIELD WHERE FIELD_NAME = 'NAME'");
+    EXPECT_TRUE(Holds(Failure("SELECT NAME FROM BANK_ACCOUNT"), "its field 'NAME' is not in the file's definition"));
+    Run("UPDATE TW_FILE SET OPEN_STRING = 'EBDCIC' WHERE FILE_NAME = 'ACCOUNT'");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_ACCOUNT"), "The table BANK_ACCOUNT cannot be read: the open string "
+                                                              "has the word 'EBDCIC'"));
+    Run("DELETE FROM TW_FILE WHERE FILE_NAME = 'ACCOUNT'");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_ACCOUNT"), "its file definition 'ACCOUNT' does not exist"));
+}
+
+TEST_F(Records, ALogicalDirectoryIsAKeyOfTheDatasource)
+{
+    Make("ACCOUNT", account, accounts);
+    Run("UPDATE TW_DB SET DEFAULT_DIRECTORY = 'LEDGER_DATA:' WHERE DATABASE_NAME = 'BANK'");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_ACCOUNT"),
+                      "the data source has no key LEDGER_DATA for the directory 'LEDGER_DATA:'"));
+    OdbcClient knowing;
+    Connect(knowing, "Ledger_Data=" + setup.File("data"));
+    EXPECT_EQ(Rows(knowing, "SELECT COUNT(*) FROM BANK_ACCOUNT"), "3\n");
+    OdbcClient named;
+    ASSERT_TRUE(named.Connect(
+        "DSN=" + setup.AddDataSource({"Catalog = " + setup.File("c.cat"), "LEDGER_DATA = " + setup.File("data")})));
+    EXPECT_EQ(Rows(named, "SELECT COUNT(*) FROM BANK_ACCOUNT"), "3\n");
+    Run("UPDATE TW_DB SET DEFAULT_DIRECTORY = 'data' WHERE DATABASE_NAME = 'BANK'");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_ACCOUNT"), "3\n") << "relative to the catalog's folder";
+}
+
+TEST_F(Records, AFileThatGrowsIsReadToItsEnd)
+{
+    Make("ACCOUNT", account, accounts);
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_ACCOUNT"), "3\n");
+    WriteData("ACCOUNT.dat", accounts + accounts);
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_ACCOUNT"), "6\n");
+    WriteData("ACCOUNT.dat", accounts.substr(0, 13));
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_ACCOUNT"), "1\n");
+}
+
+TEST_F(Records, RecordsAreNeverWritten)
+{
+    Make("ACCOUNT", account, accounts);
+    for (const char* statement :
+         {"DELETE FROM BANK_ACCOUNT", "UPDATE BANK_ACCOUNT SET NO = 1", "INSERT INTO BANK_ACCOUNT (NO) VALUES (1)"})
+        EXPECT_TRUE(Holds(Failure(statement), "may not be modified")) << statement;
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_ACCOUNT"), "3\n");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM sqlite_master WHERE name LIKE 'BANK%'"), "0\n");
+}
+
+TEST_F(Records, SpecialColumnsTellTheTruthOfAPlainFile)
+{
+    Make("ACCOUNT", account, accounts);
+    const char* const rows[] = {"1, 'RFA', 'VARCHAR', 14", "2, 'INDEX_NUMBER', 'SMALLINT', 5",
+                                "6, 'ROWID', 'INTEGER', 10"};
+    for (const char* row : rows)
+        Run("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_TYPE, COLUMN_NAME, SQL_TYPE_NAME, "
+            "PRECISION, FIELD_NAME, VISIBLE) VALUES ('BANK', 'ACCOUNT', 1, " +
+            std::string(row) + ", '', 1)");
+    EXPECT_EQ(Rows("SELECT NO, RFA, INDEX_NUMBER, ROWID FROM BANK_ACCOUNT"),
+              "1|00000000000000|~|1\n2|00000000000013|~|2\n3|00000000000026|~|3\n");
+}
+
+TEST_F(Records, ColumnsAppearAsTheirDisplayNamesSay)
+{
+    Make("ACCOUNT", account, accounts);
+    Run("UPDATE TW_COLUMN SET DISPLAY_NAME = 'Balance' WHERE COLUMN_NAME = 'BALANCE'");
+    const Result result = client.Execute("SELECT * FROM BANK_ACCOUNT");
+    ASSERT_EQ(result.columns.size(), 3u);
+    EXPECT_EQ(result.columns[2].name, "Balance");
+    EXPECT_EQ(result.columns[0].type, SQL_BIGINT);
+    EXPECT_EQ(result.columns[1].type, SQL_VARCHAR);
+    EXPECT_EQ(result.columns[1].size, 6u);
+    EXPECT_EQ(result.columns[2].type, SQL_DOUBLE);
+}
