@@ -1,3 +1,11 @@
 #include "MoveCopyRoom.h"
 
-void registerMoveCopyRoom() {}
+#include "CopyCommands.h"
+#include "DragHandlers.h"
+#include "modDragAndDrop.h"
+
+void registerMoveCopyRoom()
+{
+    drags::setHandlers({modDragAndDrop::DoDragOver, modDragAndDrop::DoDragDrop});
+    registerCopyCommands();
+}

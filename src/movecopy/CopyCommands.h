@@ -1,0 +1,4 @@
+#pragma once
+
+/// Brings the Copy commands of databases, tables and files along.
+void registerCopyCommands();

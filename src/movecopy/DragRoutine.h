@@ -1,0 +1,113 @@
+#pragma once
+
+#include "CMouseSleeper.h"
+#include "DragItem.h"
+#include "DragMode.h"
+#include "Events.h"
+#include "Routine.h"
+
+#include <functional>
+#include <memory>
+
+namespace dao
+{
+class Database;
+class Recordset;
+} // namespace dao
+
+/// An item that no node of the tree stands behind.
+DragItem dragItem(const QString& type, const QStringList& keys);
+
+/// What all routines of a drop have in common: the trap, the mode, and the connections of both sides, which are looked
+/// up among the open ones unless the caller hands them over.
+class DragRoutine
+{
+public:
+    /// What differs between the routines from the start; the names are literals.
+    struct Names {
+        const char* routine;
+        /// What reports show where that differs.
+        const char* reportedAs = nullptr;
+    };
+
+    DragRoutine(const DragRoutine&) = delete;
+    DragRoutine& operator=(const DragRoutine&) = delete;
+
+    /// Runs the body under the routine's trap and returns what it returns; false after an Ignore.
+    bool run(const std::function<bool()>& body);
+
+    DragMode mode() const { return m_mode; }
+
+protected:
+    DragRoutine(Names names, const DragItem& source, const DragItem& target, DragMode mode, dao::Database* sourceDb,
+                dao::Database* targetDb);
+    ~DragRoutine() = default;
+
+    /// False where a side has no open connection.
+    bool connect();
+    /// Asks whether to move or to copy, unless the caller knows. False for a stop.
+    bool ask(const QString& question);
+
+    std::unique_ptr<dao::Recordset> open(dao::Database& db, const QString& select);
+    void execute(dao::Database& db, const QString& statement);
+
+    dao::Database* m_sourceDb;
+    dao::Database* m_targetDb;
+
+private:
+    Routine m_routine;
+    const CMouseSleeper m_sleeper;
+    const events::LongRoutine m_pace;
+    QString m_source;
+    QString m_target;
+    DragMode m_mode;
+    QString m_statement;
+};
+
+/// A routine that carries one object: a row, and perhaps what hangs under it.
+class ItemDrag : public DragRoutine
+{
+public:
+    ItemDrag(Names names, const DragItem& source, const DragItem& target, DragMode mode, dao::Database* sourceDb,
+             dao::Database* targetDb)
+        : DragRoutine(names, source, target, mode, sourceDb, targetDb)
+    {
+    }
+
+    /// Finds the connections, asks if need be, and tells in the status line what goes on. False where the routine ends
+    /// here.
+    bool begin(const QString& question, const QString& status);
+
+    /// Whether the target has a row for a statement.
+    bool targetHas(const QString& select);
+    /// Reads from one of the sides.
+    std::unique_ptr<dao::Recordset> fromSource(const QString& select) { return open(*m_sourceDb, select); }
+    std::unique_ptr<dao::Recordset> fromTarget(const QString& select) { return open(*m_targetDb, select); }
+
+    void toTarget(const QString& statement) { execute(*m_targetDb, statement); }
+    /// Deletes from the source, if the object is moved.
+    void afterMove(const QString& deletion);
+
+    /// The end of a routine that did all it had to do: true.
+    bool done();
+};
+
+/// A routine that carries all objects of a collection, one by one.
+class CollectionDrag : public DragRoutine
+{
+public:
+    CollectionDrag(Names names, const DragItem& source, const DragItem& target, DragMode mode)
+        : DragRoutine(names, source, target, mode, nullptr, nullptr)
+    {
+    }
+
+    /// Asks if need be, then finds the connections. False where the routine ends here.
+    bool begin(const QString& question);
+
+    /// Carries each object by its name, the first column of the statement's rows on the source. One that fails brings
+    /// up the question whether to go on, until the user has answered it for all.
+    void each(const QString& select, const QString& whetherToGoOn, const std::function<bool(const QString&)>& carry);
+
+    dao::Database* sourceDb() const { return m_sourceDb; }
+    dao::Database* targetDb() const { return m_targetDb; }
+};

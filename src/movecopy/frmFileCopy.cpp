@@ -1,0 +1,85 @@
+#include "frmFileCopy.h"
+
+#include "CollectionView.h"
+#include "Database.h"
+#include "Insertions.h"
+#include "Recordset.h"
+#include "Routine.h"
+#include "mdiMain.h"
+#include "modDatabase.h"
+
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+using insertions::bareOrNull;
+using insertions::quoted;
+using modDatabase::SQLQuote;
+
+frmFileCopy::frmFileCopy() : CopyDialog(u"frmFileCopy"_s, tr("Copy File"))
+{
+    addOriginal(u"lblFilename"_s, tr("Source File:"), m_label);
+    addName(u"txtFilename"_s, tr("&New Filename:"));
+}
+
+void frmFileCopy::Display(dao::Database& db, const QString& file)
+{
+    Routine routine("frmFileCopy.Display");
+    routine.run([&] {
+        auto& form = get<frmFileCopy>(u"frmFileCopy"_s);
+        const forms::Running running(form);
+        form.m_database = &db;
+        form.m_original = file;
+        form.m_label->setText(file);
+        form.proposeName(form.rules());
+        form.ask();
+    });
+}
+
+CopyDialog::NameRules frmFileCopy::rules() const
+{
+    return {
+        .unique = u"SELECT FILE_NAME FROM TW_FILE WHERE FILE_NAME = '?'"_s,
+        .original = m_original,
+        .missing = u"You have not entered a filename.\n"
+                   "Do you want me to find a unique name for this new File?"_s,
+        .select =
+            [](const QString& name) { return u"SELECT * FROM TW_FILE WHERE FILE_NAME = '%1'"_s.arg(SQLQuote(name)); },
+        .column = u"FILE_NAME"_s,
+        .taken =
+            [](const QString& name) {
+                return u"There is already a file called '%1' in this datasource.\n"
+                       "Would you like me to generate a unique name for this new File?"_s.arg(name);
+            }};
+}
+
+void frmFileCopy::cmdOk_Click()
+{
+    run("frmFileCopy.cmdOk_Click", [this] {
+        const QString name = settledName(rules());
+        if (name.isEmpty())
+            return false;
+        copy(name);
+        const QString datasource = m_database->Name();
+        collectionview::readAnew(u"DSN=%1:FI=%1:"_s.arg(datasource));
+        collectionview::showAnew(u"frmFiles"_s, {datasource});
+        return true;
+    });
+}
+
+void frmFileCopy::copy(const QString& file)
+{
+    const QString ofOriginal = u"WHERE FILE_NAME = '%1'"_s.arg(SQLQuote(m_original));
+    mdiMain::instance().Status(u"Copying File..."_s);
+    const auto row = open(u"SELECT * FROM TW_FILE "_s + ofOriginal);
+    execute(u"INSERT INTO TW_FILE "
+            "(FILE_NAME, OPEN_STRING, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE, REMARKS) "
+            "VALUES ('%1', '%2', %3, '%4', '%5', '%6')"_s.arg(
+                SQLQuote(file), quoted(*row, u"OPEN_STRING"_s), bareOrNull(*row, u"RECORD_SIZE"_s),
+                quoted(*row, u"FILE_ORGANISATION"_s), quoted(*row, u"RECORD_TYPE"_s), quoted(*row, u"REMARKS"_s)));
+    copyRows(
+        u"SELECT * FROM TW_FIELD "_s + ofOriginal,
+        [](const auto& field) {
+            return u"Copying Field '%1..."_s.arg(field.Fields().Item(u"FIELD_NAME"_s).Value().Text());
+        },
+        [&](const auto& field) { return insertions::field(field, file, bareOrNull); });
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "CopyDialog.h"
+
+class DropDown;
+
+/// Copies a table under another name, with its columns and privileges, into any database of its datasource.
+class frmTableCopy : public CopyDialog
+{
+public:
+    frmTableCopy();
+
+    /// Shows the dialog for a table and returns when it has closed.
+    static void Display(dao::Database& db, const QString& database, const QString& table);
+
+private:
+    NameRules rules() const;
+    void cmdOk_Click() override;
+    void copy(const QString& database, const QString& table);
+
+    QString m_originalDatabase;
+    QString m_original;
+    QLabel* m_databaseLabel;
+    QLabel* m_label;
+    DropDown* m_databases;
+};
