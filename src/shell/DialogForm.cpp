@@ -101,12 +101,15 @@ QPoint DialogForm::storedPosition(const QString& section, QPoint otherwise)
 
 void DialogForm::storePosition(const QString& section) const
 {
+    if (!m_placed)
+        return;
     settings::save(section, QStringLiteral("Left"), x() * twipsPerPixel);
     settings::save(section, QStringLiteral("Top"), y() * twipsPerPixel);
 }
 
 void DialogForm::place()
 {
+    m_placed = true;
     const QWidget* owner = parentWidget() ? parentWidget()->window() : nullptr;
     const QRect around = owner && owner->isVisible() ? owner->frameGeometry() : screen()->availableGeometry();
     const QRect middle = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, frameSize(), around);

@@ -39,6 +39,7 @@ protected:
 
     /// The place that the settings have for a dialog, in twips under Left and Top, or another one.
     static QPoint storedPosition(const QString& section, QPoint otherwise);
+    /// Stores the place of a dialog that has been shown.
     void storePosition(const QString& section) const;
 
     void keyPressEvent(QKeyEvent* event) override;
@@ -56,4 +57,5 @@ private:
     QPushButton* m_default = nullptr;
     QPushButton* m_marked = nullptr;
     QPushButton* m_cancel = nullptr;
+    bool m_placed = false;
 };

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -327,9 +328,13 @@ void GridPane::takeCell()
         return;
     const QString entered = editorText();
     closeEditor();
-    if (entered == m_editorStart)
-        return;
     const QString name = column().name;
+    if (entered == m_editorStart) {
+        // What was chosen again decides again upon the rest of the row.
+        if (std::exchange(m_chosen, false) && !entered.isEmpty())
+            cellChanged(name);
+        return;
+    }
     if (!column().isMasked) {
         m_grid->setTextMatrix(m_row, m_column, entered);
     } else if (entered.isEmpty()) {

@@ -209,6 +209,8 @@ private:
     int m_row = -1;
     int m_column = -1;
     QString m_editorStart;
+    /// Whether an entry of the list has been chosen by hand, be it the one that stood there.
+    bool m_chosen = false;
     modDatabase::FieldInfo m_field;
     std::vector<QString> m_loaded;
     QHash<QString, QString> m_typed;

@@ -40,6 +40,7 @@ void GridPane::buildEditors()
     m_combo->setMinimumContentsLength(1);
     m_combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_combo->installEventFilter(this);
+    connect(m_combo, &QComboBox::activated, this, [this] { m_chosen = true; });
 
     m_lookUp = new ctlTextLookup(u"ctlLUCell"_s, m_grid->viewport());
     connect(m_lookUp, &ctlTextLookup::Click, this, &GridPane::ctlLUCell_Click);
@@ -82,6 +83,7 @@ void GridPane::EnterCell()
 void GridPane::openEditor()
 {
     m_field = m_fields.Item(column().name);
+    m_chosen = false;
     switch (column().editor) {
     case CellEditor::Text:
         m_editor = m_text;

@@ -111,6 +111,13 @@ void frmDBPRV::populateLists()
     modBoundControls::PopulateList(sheet().list(u"USER_NAME"_s), db(), privileges::users());
 }
 
+/// A user who is gone, or could not be read, is not in the list but stays in the row.
+void frmDBPRV::listChanged(const QString& column)
+{
+    if (sheet().list(column).currentIndex() >= 0)
+        ItemPane::listChanged(column);
+}
+
 void frmDBPRV::adding()
 {
     PasswordPane::adding();

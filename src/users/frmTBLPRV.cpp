@@ -110,6 +110,13 @@ void frmTBLPRV::populateLists()
     modBoundControls::PopulateList(sheet().list(u"USER_NAME"_s), db(), privileges::users());
 }
 
+/// A user who is gone, or could not be read, is not in the list but stays in the row.
+void frmTBLPRV::listChanged(const QString& column)
+{
+    if (sheet().list(column).currentIndex() >= 0)
+        ItemPane::listChanged(column);
+}
+
 void frmTBLPRV::adding()
 {
     setText(u"DATABASE_NAME"_s, database());

@@ -16,6 +16,7 @@ private:
     QString selectStatement() const override;
     void fill(const dao::Recordset& row) override;
     void populateLists() override;
+    void listChanged(const QString& column) override;
     void adding() override;
     bool validate() override;
     void carryKey() override;

@@ -5,6 +5,7 @@
 #include "Settings.h"
 #include "ToolBar.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QTest>
 #include <QToolButton>
@@ -164,6 +165,24 @@ TEST_F(ColumnGrid, AChosenTypeFillsTheRow)
     leave();
     EXPECT_EQ(storedColumns().first(), u"1|ARTICLE|Article|ARTICLE|LONGVARBINARY|32767|32767|0|1|0|1|1|0|0|0|0|0|0|"
                                        "none|what is sold|0"_s);
+}
+
+TEST_F(ColumnGrid, ATypeThatIsChosenAgainFillsTheRowAgain)
+{
+    openColumns();
+    EXPECT_EQ(cell(1, u"Searchable"_s), u"Yes"_s);
+    click(1, u"Sql Type Name"_s);
+    hit(Qt::Key_Return);
+    auto* list = qobject_cast<QComboBox*>(editor());
+    ASSERT_NE(list, nullptr);
+    list->showPopup();
+    QAbstractItemView* items = list->view();
+    const QRect chosen = items->visualRect(items->currentIndex());
+    QTest::mouseMove(items->viewport(), chosen.center());
+    QTest::mouseClick(items->viewport(), Qt::LeftButton, {}, chosen.center());
+    hit(Qt::Key_Return);
+    EXPECT_EQ(cell(1, u"Sql Type Name"_s), u"INTEGER"_s);
+    EXPECT_EQ(cell(1, u"Searchable"_s), u"All except LIKE"_s);
 }
 
 TEST_F(ColumnGrid, ACharacterTypeLeavesTheRowAsItIs)

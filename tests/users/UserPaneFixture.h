@@ -61,6 +61,26 @@ inline QStringList deleteUser(const QString& name)
             u"DELETE FROM TW_TBLPRV WHERE USER_NAME = '%1'"_s.arg(name)};
 }
 
+/// What carries a user with one table to another name within a database.
+inline QStringList carried(const QString& from, const QString& to, const QString& database, const QString& table,
+                           const QString& databaseRow, const QString& tableRow)
+{
+    return {
+        u"SELECT * FROM TW_DBPRV WHERE DATABASE_NAME = '%1' AND USER_NAME = '%2' "_s.arg(database, from),
+        u"DELETE FROM TW_DBPRV WHERE DATABASE_NAME = '%1' AND USER_NAME = '%2' "_s.arg(database, from),
+        u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, "
+        "ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS) VALUES ('%1', '%2', %3)"_s.arg(to, database,
+                                                                                                           databaseRow),
+        u"SELECT TABLE_NAME FROM TW_TBLPRV WHERE DATABASE_NAME = '%1'"_s.arg(database),
+        u"SELECT * FROM TW_TBLPRV WHERE USER_NAME = '%1' AND DATABASE_NAME = '%2' AND TABLE_NAME = '%3'"_s.arg(
+            from, database, table),
+        u"DELETE FROM TW_TBLPRV WHERE USER_NAME = '%1' AND DATABASE_NAME = '%2' AND TABLE_NAME = '%3'"_s.arg(
+            from, database, table),
+        u"INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
+        "ALLOW_DELETE, REMARKS) VALUES ('%1', '%2', '%3', %4)"_s.arg(database, table, to, tableRow),
+    };
+}
+
 inline QString isTaken(const QString& name)
 {
     return u"A user called '%1' already exits in the Datasource.\nUse a unique name to identify this user."_s.arg(name);
