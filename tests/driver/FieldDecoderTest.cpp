@@ -1,0 +1,371 @@
+#include "FieldDecoder.h"
+#include "Resources.h"
+
+#include <gtest/gtest.h>
+
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <random>
+
+using namespace tarnwick::records;
+using namespace std::string_literals;
+
+namespace
+{
+
+/// The rows of TW_LOCDT in a new catalog.
+class LocalTypes
+{
+public:
+    struct Row {
+        std::string name;
+        std::string sqlType;
+        std::string attributes;
+    };
+
+    static const std::vector<Row>& All()
+    {
+        static const std::vector<Row> rows = Read();
+        return rows;
+    }
+
+    static const Row& Named(const std::string& name)
+    {
+        for (const Row& row : All())
+            if (row.name == name)
+                return row;
+        throw std::runtime_error("no storage type " + name);
+    }
+
+private:
+    static std::vector<Row> Read()
+    {
+        std::vector<Row> rows;
+        sqlite3* engine = nullptr;
+        sqlite3_open(":memory:", &engine);
+        sqlite3_exec(engine, tarnwick::resources::tables, nullptr, nullptr, nullptr);
+        sqlite3_exec(engine, tarnwick::resources::localTypes, nullptr, nullptr, nullptr);
+        const auto add = [](void* target, int, char** cells, char**) {
+            static_cast<std::vector<Row>*>(target)->push_back({cells[0], cells[1], cells[2]});
+            return 0;
+        };
+        sqlite3_exec(engine, "SELECT LOCAL_TYPE_NAME, SQL_TYPE_NAME, ATTRIBUTES FROM TW_LOCDT", add, &rows, nullptr);
+        sqlite3_close(engine);
+        return rows;
+    }
+};
+
+Field MakeField(const std::string& typeName, std::size_t length, int scale = 0, const std::string& format = "")
+{
+    const LocalTypes::Row& row = LocalTypes::Named(typeName);
+    Field field;
+    field.name = "F";
+    field.typeName = typeName;
+    field.type = StorageType::Read(row.name, row.sqlType, row.attributes);
+    field.length = length;
+    field.scale = scale;
+    field.format = format;
+    return field;
+}
+
+/// A value as text: `~` for null, `!` and the reason for bytes that are no value.
+std::string Shows(const Field& field, Shown shown, const std::string& bytes, const char* page = "ISO-8859-1")
+{
+    const FieldDecoder decoder(field, shown, CodePage::Find(page));
+    Value value;
+    std::string room;
+    if (const char* reason = decoder.Decode(bytes, value, room))
+        return std::string("!") + reason;
+    char text[64];
+    switch (value.kind) {
+    case Value::Kind::Null:
+        return "~";
+    case Value::Kind::Integer:
+        return std::to_string(value.integer);
+    case Value::Kind::Real:
+        std::snprintf(text, sizeof text, "%.17g", value.real);
+        return text;
+    case Value::Kind::Text:
+    case Value::Kind::Bytes:
+        return std::string(value.text);
+    }
+    return "?";
+}
+
+struct NumberCase {
+    const char* type;
+    std::string bytes;
+    int scale;
+    const char* decimal; ///< as exact digits; begins with ! where the bytes are none
+    const char* page = "ISO-8859-1";
+};
+
+const NumberCase numbers[] = {
+    {"NUMERIC", "00042", 0, "42"},
+    {"NUMERIC", "   42", 0, "42"},
+    {"NUMERIC", "-0042", 2, "-0.42"},
+    {"NUMERIC", "+0042", 0, "42"},
+    {"NUMERIC", " 12.5", 3, "12.5"},
+    {"NUMERIC", "42   ", 0, "42"},
+    {"NUMERIC", "     ", 0, "~"},
+    {"NUMERIC", "4 2  ", 0, "!a character is no digit"},
+    {"NUMERIC", "    -", 0, "!it has no digits"},
+    {"NUMERIC", "1.2.3", 0, "!a character is no digit"},
+    {"ZONED", "12345", 2, "123.45"},
+    {"ZONED", "1234{", 0, "12340"},
+    {"ZONED", "1234E", 0, "12345"},
+    {"ZONED", "1234}", 0, "-12340"},
+    {"ZONED", "1234N", 2, "-123.45"},
+    {"ZONED", "1234u", 0, "-12345"},
+    {"ZONED", "12N45", 0, "!a character is no digit"},
+    {"ZONED", "\xF1\xF2\xC3", 0, "123", "EBCDIC-037"},
+    {"ZONED", "\xF1\xF2\xD3", 1, "-12.3", "EBCDIC-1047"},
+    {"ZONED", "\x40\x40\x40", 0, "~", "EBCDIC-037"},
+    {"ZONED-NUM", "1234p", 0, "-12340"},
+    {"ZONED-NUM", "1234y", 0, "-12349"},
+    {"ZONED-S", "1234-", 2, "-12.34"},
+    {"ZONED-S", "1234+", 0, "1234"},
+    {"ZONED-S", "12345", 0, "!it does not end in a sign"},
+    {"ZONED-S", "\xF1\xF2\x60", 0, "-12", "EBCDIC-037"},
+    {"ZONED-LS", "-1234", 0, "-1234"},
+    {"ZONED-LS", "+1234", 3, "1.234"},
+    {"ZONED-LS", "12345", 0, "!it does not begin with a sign"},
+    {"ZONED-LO", "J2345", 0, "-12345"},
+    {"ZONED-LO", "{2345", 0, "2345"},
+    {"ZONED-LO", "1234J", 0, "!a character is no digit"},
+    {"ZONED-RO", "1234R", 0, "-12349"},
+    {"ZONED-RO", "1234I", 1, "1234.9"},
+    {"ZONED-U", "00007", 0, "7"},
+    {"ZONED-U", "0000G", 0, "!a character is no digit"},
+    {"ZONED-U", "1234567890123456789012345678901", 2, "12345678901234567890123456789.01"},
+    {"ZONED-U", "123456789012345678", -2, "12345678901234567800"},
+    {"PACKED", "\x12\x34\x5C", 2, "123.45"},
+    {"PACKED", "\x12\x34\x5D", 0, "-12345"},
+    {"PACKED", "\x00\x00\x0D"s, 2, "0.00"},
+    {"PACKED", "\x12\x34\x5F", 0, "12345"},
+    {"PACKED", "\x7B", 0, "-7"},
+    {"PACKED", "\x12\x3A\x5C", 0, "!a half byte is no digit"},
+    {"PACKED", "\x12\x34\x56", 0, "!the last half byte is no sign"},
+    {"PACKED", "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x90\x12\x34\x56\x78\x90\x1D", 4,
+     "-123456789012345678901234567.8901"},
+    {"PACKED", "\x99\x99\x99\x99\x99\x99\x99\x99\x99\x9C", 0, "9999999999999999999"},
+    {"PACKED-U", "\x01\x2F", 0, "12"},
+    {"PACKED-U", "\x01\x2D", 0, "!it is negative, and its type has no sign"},
+    {"PACKED-NS", "\x12\x34", 1, "123.4"},
+    {"PACKED-NS", "\x12\x3C", 0, "!a half byte is no digit"},
+    {"INTEGER-1", "\xFF", 0, "-1"},
+    {"INTEGER-1", "\x80", 0, "-128"},
+    {"INTEGER-2", "\x01\x02", 0, "513"},
+    {"INTEGER-2-BE", "\x01\x02", 0, "258"},
+    {"INTEGER-2-BE", "\xFF\xFE", 2, "-0.02"},
+    {"INTEGER-3", "\xFE\xFF\xFF", 0, "-2"},
+    {"INTEGER-4", "\x15\xCD\x5B\x07", 4, "12345.6789"},
+    {"INTEGER-5-BE", "\xFF\xFF\xFF\xFF\x00"s, 0, "-256"},
+    {"INTEGER-8", "\x00\x00\x00\x00\x00\x00\x00\x80"s, 0, "-9223372036854775808"},
+    {"INTEGER-8-BE", "\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 0, "9223372036854775807"},
+    {"UNSIGNED-1", "\xFF", 0, "255"},
+    {"UNSIGNED-2", "\xFF\xFF", 0, "65535"},
+    {"UNSIGNED-3-BE", "\x01\x00\x00"s, 0, "65536"},
+    {"UNSIGNED-8", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 0, "18446744073709551615"},
+    {"UNSIGNED-8-BE", "\x80\x00\x00\x00\x00\x00\x00\x00"s, 2, "92233720368547758.08"},
+};
+
+struct RealCase {
+    const char* type;
+    std::string bytes;
+    const char* real;
+};
+
+const RealCase reals[] = {
+    {"FLOAT-4", "\xCD\xCC\xCC\x3D", "0.10000000000000001"},
+    {"FLOAT-4-BE", "\xC1\x48\x00\x00"s, "-12.5"},
+    {"FLOAT-4", "\x00\x00\x80\x7F"s, "!they are no floating point number"},
+    {"FLOAT-8", "\x9A\x99\x99\x99\x99\x99\xB9\x3F", "0.10000000000000001"},
+    {"FLOAT-8-BE", "\x40\x09\x21\xFB\x54\x44\x2D\x18", "3.1415926535897931"},
+    {"FLOAT-8-BE", "\x7F\xF8\x00\x00\x00\x00\x00\x00"s, "!they are no floating point number"},
+    {"F-FLOAT", "\x80\x40\x00\x00"s, "1"},
+    {"F-FLOAT", "\x48\xC2\x00\x00"s, "-12.5"},
+    {"F-FLOAT", "\x00\x00\x00\x00"s, "0"},
+    {"F-FLOAT", "\x00\x80\x00\x00"s, "!they are no floating point number"},
+    {"D-FLOAT", "\x80\x40\x00\x00\x00\x00\x00\x00"s, "1"},
+    {"D-FLOAT", "\x49\x41\xDA\x0F\x21\xA2\xC2\x68", "3.1415926535897931"},
+    {"G-FLOAT", "\x10\x40\x00\x00\x00\x00\x00\x00"s, "1"},
+    {"G-FLOAT", "\x18\xC0\x00\x00\x00\x00\x00\x00"s, "-1.5"},
+    {"HEX-FLOAT-4", "\x41\x10\x00\x00"s, "1"},
+    {"HEX-FLOAT-4", "\xC2\x76\xA0\x00"s, "-118.625"},
+    {"HEX-FLOAT-8", "\x40\x19\x99\x99\x99\x99\x99\x9A", "0.10000000000000001"},
+};
+
+struct TextCase {
+    const char* type;
+    std::string bytes;
+    const char* format;
+    Shown shown;
+    const char* text;
+    const char* page = "ISO-8859-1";
+};
+
+const TextCase texts[] = {
+    {"STRING", "Harry   ", "", Shown::Text, "Harry"},
+    {"STRING", "        ", "", Shown::Text, ""},
+    {"STRING", "J\xFCrgen", "", Shown::Text, "Jürgen"},
+    {"STRING", "J\xC3\xBCrgen", "", Shown::Text, "Jürgen", "UTF-8"},
+    {"STRING", "J\xFCrgen", "", Shown::Text, "!they are no characters of the file's code page", "UTF-8"},
+    {"STRING", "J\xFCrgen", "", Shown::Text, "!they are no characters of the file's code page", "ASCII"},
+    {"STRING", "\xC8\x81\x99\x99\xA8\x40\x40", "", Shown::Text, "Harry", "EBCDIC-037"},
+    {"STRING", "\xAD\xBD", "", Shown::Text, "[]", "EBCDIC-1047"},
+    {"STRING", "\xBA\xBB", "", Shown::Text, "[]", "EBCDIC-037"},
+    {"STRING", "\x93\xFA\x96\x7B", "", Shown::Text, "日本", "SHIFT-JIS"},
+    {"STRING", " 12.50 ", "", Shown::Real, "12.5"},
+    {"STRING", "  -7", "", Shown::Integer, "-7"},
+    {"STRING", "seven", "", Shown::Integer, "!a character is no digit"},
+    {"STRING", "    ", "", Shown::Integer, "~"},
+    {"STRING-COUNTED",
+     "\x03\x00"
+     "abcdef"s,
+     "", Shown::Text, "abc"},
+    {"STRING-COUNTED",
+     "\x09\x00"
+     "abcdef"s,
+     "", Shown::Text, "!the count is beyond the field's end"},
+    {"STRING-ZERO", "abc\0def"s, "", Shown::Text, "abc"},
+    {"STRING-ZERO", "abcdef", "", Shown::Text, "abcdef"},
+    {"STRING-EBCDIC", "\xC8\x81\x40", "", Shown::Text, "Ha"},
+    {"STRING-UTF16", "\x3D\xD8\x00\xDE \x00"s, "", Shown::Text, "\U0001F600"},
+    {"STRING-UTF16", "\x3D\xD8 \x00"s, "", Shown::Text, "!they are no characters of the file's code page"},
+    {"HEXADECIMAL", "\x0A\xFF", "", Shown::Text, "0AFF"},
+    {"BINARY-STRING", "\x0A\xFF", "", Shown::Bytes, "\x0A\xFF"},
+    {"BOOLEAN", "\0"s, "", Shown::Bit, "0"},
+    {"BOOLEAN", "Y", "", Shown::Bit, "1"},
+    {"DATE", "1998-12-31", "", Shown::Date, "1998-12-31"},
+    {"DATE", "31.12.1998", "DD.MM.YYYY", Shown::Date, "1998-12-31"},
+    {"DATE", "31-Dec-98", "DD-MMM-YY", Shown::Date, "1998-12-31"},
+    {"DATE", "311249", "DDMMYY", Shown::Date, "2049-12-31"},
+    {"DATE", "311250", "DDMMYY", Shown::Date, "1950-12-31"},
+    {"DATE", "          ", "YYYY-MM-DD", Shown::Date, "~"},
+    {"DATE", "0000-00-00", "YYYY-MM-DD", Shown::Date, "~"},
+    {"DATE", "1999-02-29", "YYYY-MM-DD", Shown::Date,
+     "!they do not follow the field's format, or there is no such day or time"},
+    {"DATE", "1999/02/28", "YYYY-MM-DD", Shown::Date,
+     "!they do not follow the field's format, or there is no such day or time"},
+    {"DATE", "\xF1\xF9\xF9\xF8\x60\xF1\xF2\x60\xF3\xF1", "", Shown::Date, "1998-12-31", "EBCDIC-037"},
+    {"DATE-YYYYMMDD", "20000229", "", Shown::Date, "2000-02-29"},
+    {"DATE-YYYYMMDD", "00000000", "", Shown::Date, "~"},
+    {"DATE-YYMMDD", "000101", "", Shown::Date, "2000-01-01"},
+    {"TIME", "23:59:59", "", Shown::Time, "23:59:59"},
+    {"TIME", "23.59", "hh.mm", Shown::Time, "23:59:00"},
+    {"TIME", "00:00:00", "", Shown::Time, "00:00:00"},
+    {"TIME", "24:00:00", "", Shown::Time, "!they do not follow the field's format, or there is no such day or time"},
+    {"TIME", "12595907", "hhmmsscc", Shown::Time, "12:59:59.07"},
+    {"TIME-HHMMSS", "070809", "", Shown::Time, "07:08:09"},
+    {"TIMESTAMP", "1998-12-31 23:59:58", "", Shown::Timestamp, "1998-12-31 23:59:58"},
+    {"TIMESTAMP-8", "\x00\x40\xEB\x4B\x67\x95\x7C\x00"s, "", Shown::Timestamp, "1970-01-01 00:00:00"},
+    {"TIMESTAMP-8", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", "", Shown::Timestamp, "!it is a span of time and no moment"},
+    {"SECONDS-4", "\x80\x51\x01\x00"s, "", Shown::Timestamp, "1970-01-02 00:00:00"},
+    {"SECONDS-4", "\xFF\xFF\xFF\xFF", "", Shown::Timestamp, "1969-12-31 23:59:59"},
+    {"ZONED-U", "19981231", "YYYYMMDD", Shown::Date, "1998-12-31"},
+    {"PACKED", "\x00\x10\x20\x3C"s, "YYMMDD", Shown::Date, "2001-02-03"},
+};
+
+} // namespace
+
+TEST(FieldDecoder, NumbersOfEveryTypeComeWithTheirSignAndScale)
+{
+    for (const NumberCase& number : numbers) {
+        const Field field = MakeField(number.type, number.bytes.size(), number.scale);
+        EXPECT_EQ(Shows(field, Shown::Decimal, number.bytes, number.page), number.decimal)
+            << number.type << " " << number.decimal;
+    }
+}
+
+TEST(FieldDecoder, AFormThatCannotHoldANumberRefusesIt)
+{
+    const Field large = MakeField("UNSIGNED-8", 8);
+    EXPECT_EQ(Shows(large, Shown::Integer, std::string(8, '\xFF')), "!the number is too large for its column");
+    const Field least = MakeField("INTEGER-8-BE", 8);
+    EXPECT_EQ(Shows(least, Shown::Integer, "\x80\0\0\0\0\0\0\0"s), "-9223372036854775808");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 4, 2), Shown::Integer, "1200"), "12");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 4, 2), Shown::Integer, "1250"),
+              "!it has digits behind the point, and its column has none");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 18, -3), Shown::Integer, "999999999999999999"),
+              "!the number is too large for its column");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 4, -3), Shown::Integer, "0012"), "12000");
+}
+
+TEST(FieldDecoder, AFloatingPointNumberIsTheNearestToTheDecimal)
+{
+    EXPECT_EQ(Shows(MakeField("PACKED", 8, 2), Shown::Real, "\x01\x23\x45\x67\x89\x01\x23\x4D"), "-123456789012.34");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 1, 1), Shown::Real, "1"), "0.10000000000000001");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 31, 30), Shown::Real, "1000000000000000000000000000001"), "1");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 3, -30), Shown::Real, "001"), "1e+30");
+}
+
+TEST(FieldDecoder, FloatingPointNumbersOfEveryMachineAreRead)
+{
+    for (const RealCase& number : reals)
+        EXPECT_EQ(Shows(MakeField(number.type, number.bytes.size()), Shown::Real, number.bytes), number.real)
+            << number.type;
+}
+
+TEST(FieldDecoder, TextsDatesAndBytesComeAsTheirColumnsShowThem)
+{
+    for (const TextCase& text : texts) {
+        const Field field = MakeField(text.type, text.bytes.size(), 0, text.format);
+        EXPECT_EQ(Shows(field, text.shown, text.bytes, text.page), text.text) << text.type << " " << text.text;
+    }
+}
+
+TEST(FieldDecoder, PlainTextIsNotCopied)
+{
+    const std::string bytes = "Harry     ";
+    const FieldDecoder decoder(MakeField("STRING", bytes.size()), Shown::Text, CodePage::Utf8());
+    Value value;
+    std::string room;
+    ASSERT_EQ(decoder.Decode(bytes, value, room), nullptr);
+    EXPECT_TRUE(value.inRecord);
+    EXPECT_EQ(value.text.data(), bytes.data());
+}
+
+TEST(FieldDecoder, AnEncryptedFieldIsRefused)
+{
+    Field field = MakeField("STRING", 4);
+    field.isEncrypted = true;
+    EXPECT_EQ(Shows(field, Shown::Text, "abcd"), "!the field is encrypted, and there is no key to read it");
+}
+
+TEST(FieldDecoder, EveryTypeOfTheCatalogIsKnown)
+{
+    EXPECT_GE(LocalTypes::All().size(), 60u);
+    for (const LocalTypes::Row& row : LocalTypes::All())
+        EXPECT_NE(StorageType::Read(row.name, row.sqlType, row.attributes).kind, StorageType::Kind::Unknown)
+            << row.name;
+    const StorageType unknown = StorageType::Read("X", "VARCHAR", "SOMETHING;LENGTH=4");
+    EXPECT_EQ(unknown.kind, StorageType::Kind::Unknown);
+}
+
+TEST(FieldDecoder, RandomBytesAreAValueOrARefusalInEveryForm)
+{
+    std::mt19937 random(20181031);
+    std::string room;
+    for (const LocalTypes::Row& row : LocalTypes::All())
+        for (const Shown shown : {Shown::Integer, Shown::Real, Shown::Decimal, Shown::Text, Shown::Bytes, Shown::Bit,
+                                  Shown::Date, Shown::Time, Shown::Timestamp})
+            for (const char* page : {"UTF-8", "EBCDIC-1047", "SHIFT-JIS"}) {
+                const int scale = static_cast<int>(random() % 70) - 32;
+                const FieldDecoder decoder(MakeField(row.name, 1, scale, random() % 2 == 0 ? "YYYYMMDD" : ""), shown,
+                                           CodePage::Find(page));
+                for (int i = 0; i < 60; ++i) {
+                    std::string bytes(random() % 45, '\0');
+                    for (char& byte : bytes)
+                        byte = static_cast<char>(random() % 3 == 0 ? '0' + random() % 10 : random());
+                    Value value;
+                    const char* const reason = decoder.Decode(bytes, value, room);
+                    if (!reason && (value.kind == Value::Kind::Text || value.kind == Value::Kind::Bytes) &&
+                        value.inRecord && !value.text.empty()) {
+                        EXPECT_GE(value.text.data(), bytes.data());
+                        EXPECT_LE(value.text.data() + value.text.size(), bytes.data() + bytes.size());
+                    }
+                }
+            }
+}

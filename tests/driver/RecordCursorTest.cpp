@@ -1,0 +1,167 @@
+#include "RecordCursor.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace tarnwick::records;
+using namespace std::string_literals;
+
+namespace
+{
+
+struct FormatCase {
+    const char* organisation;
+    const char* recordType;
+    const char* openString;
+    std::size_t size;
+    std::string content;
+    const char* records; ///< number:bytes, with blanks between them; `!` where the walk ends in an error
+};
+
+std::string Walk(const RecordFormat& format, const std::string& content)
+{
+    RecordCursor cursor(format, content);
+    std::string text;
+    for (;;) {
+        const RecordCursor::Step step = cursor.Next();
+        if (step == RecordCursor::Step::End)
+            return text;
+        if (step == RecordCursor::Step::Error)
+            return text + "! " + cursor.Reason();
+        text += std::to_string(cursor.Number()) + ":" + std::string(cursor.Bytes()) + " ";
+    }
+}
+
+const FormatCase formats[] = {
+    {"SEQUENTIAL", "FIXED", "", 3, "abcdef", "1:abc 2:def "},
+    {"SEQUENTIAL", "FIXED", "", 3, "", ""},
+    {"SEQUENTIAL", "FIXED", "", 3, "abcde", "1:abc ! the file ends inside the record: 2 bytes of 3 are there"},
+    {"SEQUENTIAL", "FIXED", "SKIP-2", 3, "..abc", "1:abc "},
+    {"SEQUENTIAL", "FIXED", "SKIP-9", 3, "..abc", ""},
+    {"SEQUENTIAL", "FIXED", "LINE", 3, "abc\ndef\n", "1:abc 2:def "},
+    {"SEQUENTIAL", "FIXED", "line_ISO-8859-1", 3, "abc\r\ndef", "1:abc 2:def "},
+    {"SEQUENTIAL", "FIXED", "SHR=GET", 3, "abc", "1:abc "},
+    {"SEQUENTIAL", "VARIABLE", "", 9, "a\n\nlong line\n", "1:a 2: 3:long line "},
+    {"SEQUENTIAL", "VARIABLE", "EBCDIC-037", 9, "\x81\x15\x82\x83", "1:\x81 2:\x82\x83 "},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-2", 9,
+     "\x01\x00"
+     "a\x02\x00"
+     "bc"s,
+     "1:a 2:bc "},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-2-BE", 9,
+     "\x00\x01"
+     "a\x00\x02"
+     "bc"s,
+     "1:a 2:bc "},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-4", 9,
+     "\x01\x00\x00\x00"
+     "a"s,
+     "1:a "},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-4-BE", 9,
+     "\x00\x00\x00\x01"
+     "a"s,
+     "1:a "},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-COBOL", 9,
+     "\x00\x01\x00\x00"
+     "a\x00\x02\x00\x00"
+     "bc"s,
+     "1:a 2:bc "},
+    {"SEQUENTIAL", "VARIABLE", "RDW", 9,
+     "\x00\x05\x00\x00"
+     "a\x00\x06\x00\x00"
+     "bc"s,
+     "1:a 2:bc "},
+    {"SEQUENTIAL", "VARIABLE", "RDW", 9,
+     "\x00\x03\x00\x00"
+     "a"s,
+     "! its length is 3, which is less than the length's own bytes"},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-2", 9,
+     "\x01\x00"
+     "a\x09\x00"
+     "bc"s,
+     "1:a ! the file ends inside the record: 4 bytes of 11 are there"},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-4", 9, "\x01\x00"s,
+     "! the file ends inside the record: 2 bytes of 4 are there"},
+    {"RELATIVE", "FIXED", "", 2, "ab\0\0cd"s, "1:ab 3:cd "},
+    {"RELATIVE", "FIXED", "SLOT-4", 2, "\x02\0\0\0ab\0\0\0\0xx\x01\0\0\0c."s, "1:ab 3:c "},
+    {"RELATIVE", "VARIABLE", "SLOT-8", 2, "\x02\0\0\0\0\0\0\0ab"s, "1:ab "},
+    {"RELATIVE", "FIXED", "SLOT-4", 2, "\x09\0\0\0ab"s, "! its length is 9, and its slot has room for 2"},
+    {"INDEXED", "FIXED", "", 2, "ab\ncd\0ef\n"s, "1:ab 3:ef "},
+    {"INDEXED", "VARIABLE", "", 9,
+     "\x00\x01\x00\x00"
+     "a\x00\x01\x00\x01"
+     "b\x00\x01\x00\x00"
+     "c"s,
+     "1:a 3:c "},
+};
+
+} // namespace
+
+TEST(RecordCursor, EachFormatFindsItsRecords)
+{
+    for (const FormatCase& format : formats)
+        EXPECT_EQ(Walk(RecordFormat::Read(format.organisation, format.recordType, format.openString, format.size),
+                       format.content),
+                  format.records)
+            << format.organisation << " " << format.recordType << " " << format.openString;
+}
+
+TEST(RecordCursor, ARecordIsFoundAgainAtItsPlace)
+{
+    for (const FormatCase& format : formats) {
+        const RecordFormat read =
+            RecordFormat::Read(format.organisation, format.recordType, format.openString, format.size);
+        RecordCursor cursor(read, format.content);
+        while (cursor.Next() == RecordCursor::Step::Record) {
+            RecordCursor seeker(read, format.content);
+            seeker.Seek(cursor.Position(), cursor.Number());
+            EXPECT_EQ(seeker.Bytes(), cursor.Bytes());
+            EXPECT_EQ(seeker.Number(), cursor.Number());
+        }
+    }
+}
+
+TEST(RecordCursor, RandomContentIsWalkedToItsEnd)
+{
+    std::mt19937 random(7);
+    for (int i = 0; i < 4000; ++i) {
+        std::string content(random() % 60, '\0');
+        for (char& byte : content)
+            byte = static_cast<char>(random() % 2 == 0 ? random() % 8 : random());
+        const FormatCase& format = formats[random() % std::size(formats)];
+        const RecordFormat read =
+            RecordFormat::Read(format.organisation, format.recordType, format.openString, format.size);
+        RecordCursor cursor(read, content);
+        std::size_t steps = 0;
+        while (cursor.Next() == RecordCursor::Step::Record)
+            ++steps;
+        EXPECT_LE(steps, content.size());
+        cursor.Seek(random() % 100, 1 + random() % 100);
+        EXPECT_LE(cursor.Bytes().size(), content.size());
+    }
+}
+
+TEST(RecordFormat, WhatCannotBeLaidOutIsRefused)
+{
+    const auto refusal = [](const char* organisation, const char* type, const char* open, std::size_t size) {
+        try {
+            RecordFormat::Read(organisation, type, open, size);
+        } catch (const RecordError& error) {
+            return std::string(error.what());
+        }
+        return std::string("none");
+    };
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "", 0), "the record size is 0");
+    EXPECT_EQ(refusal("RELATIVE", "FIXED", "", 0), "the record size is 0");
+    EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "", 0), "none");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_KLINGON", 4),
+              "the open string has the word 'KLINGON', which is no record format and no code page");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "SKIP-X", 4),
+              "the open string has the word 'SKIP-X', which is no record format and no code page");
+    EXPECT_EQ(refusal("RELATIVE", "FIXED", "LINE", 4),
+              "the open string does not suit a file of the organisation RELATIVE");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "SLOT-4", 4),
+              "the open string does not suit a file of the organisation SEQUENTIAL");
+    EXPECT_EQ(refusal("INDEXED", "FIXED", "LINE", 4), "the open string does not suit an indexed file of FIXED records");
+}
