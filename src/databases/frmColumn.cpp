@@ -158,6 +158,7 @@ frmColumn::frmColumn(QWidget* parent)
                 .nodeType = "co",
                 .nodeImage = "Column",
                 .firstColumn = "FIELD_NAME",
+                .listRoutine = "cboDropdown_Click",
                 .upFocusesGrid = true},
                properties(), parent)
 {

@@ -64,6 +64,7 @@ frmDatabase::frmDatabase(QWidget* parent)
                 .nodeType = "db",
                 .nodeImage = "DB",
                 .nodeOpens = true,
+                .listRoutine = "cboDropdown_Click",
                 .upFocusesGrid = true},
                properties(), parent)
 {

@@ -71,7 +71,7 @@ std::vector<Property> properties()
          .kind = EntryKind::Memo,
          .index = 6,
          .toolTip = "SQL Filter aplied to table to limit the results returned",
-         .button = {"cmdCriteria", "Criteria", "Build the criteria"},
+         .button = {"cmdCriteria", "Criteria"},
          .isFixed = true},
         {.prompt = "Re&marks:",
          .column = "REMARKS",
@@ -244,8 +244,12 @@ void frmTable::undo(State state)
     switch (state) {
     case State::Edit: {
         const auto row = db().OpenRecordset(selectStatement());
-        if (!row->Eof())
-            ItemPane::fill(*row);
+        if (row->Eof())
+            break;
+        // A list that loses its selection blanks the text behind it.
+        for (const QString& column : {u"TABLE_TYPE"_s, u"FILE_NAME"_s})
+            sheet().list(column).setCurrentIndex(-1);
+        ItemPane::fill(*row);
         break;
     }
     case State::Delete:

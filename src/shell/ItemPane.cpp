@@ -43,7 +43,7 @@ ItemPane::ItemPane(const Kind& kind, std::vector<Property> properties, QWidget* 
     : ActionPane(kind.form, kind.toolBar, parent), m_kind(kind), m_sheet(new PropertySheet(std::move(properties), this))
 {
     connect(m_sheet, &PropertySheet::TextChanged, this, &ItemPane::txtProperty_Change);
-    connect(m_sheet, &PropertySheet::ListChanged, this, &ItemPane::cboDropdown_Change);
+    connect(m_sheet, &PropertySheet::ListChanged, this, &ItemPane::takeChoice);
     connect(m_sheet, &PropertySheet::FlagClicked, this, &ItemPane::chkProperty_Click);
     connect(m_sheet, &PropertySheet::ButtonClicked, this, &ItemPane::clickButton);
 
@@ -495,9 +495,9 @@ void ItemPane::txtProperty_Change(const QString& column)
     });
 }
 
-void ItemPane::cboDropdown_Change(const QString& column)
+void ItemPane::takeChoice(const QString& column)
 {
-    Routine routine(this->routine("cboDropdown_Change"));
+    Routine routine(this->routine(m_kind.listRoutine));
     routine.run([&] { listChanged(column); });
 }
 

@@ -65,6 +65,8 @@ protected:
         bool nodeOpens = false;
         /// Where entry begins; the name unless it is another column.
         const char* firstColumn = nullptr;
+        /// The routine in which a choice from a list is taken.
+        const char* listRoutine = "cboDropdown_Change";
         /// Whether "Up1" gives the focus to the grid; to the tree otherwise.
         bool upFocusesGrid = false;
     };
@@ -174,7 +176,7 @@ private:
     bool connectTo(const QString& datasource);
     void enterState(State state, const QString& actionCaption);
     void txtProperty_Change(const QString& column);
-    void cboDropdown_Change(const QString& column);
+    void takeChoice(const QString& column);
     void chkProperty_Click(const QString& column);
 
     QString nodeKey(const QString& name) const;

@@ -77,7 +77,8 @@ void PropertySheet::addRow(const Property& property)
         button->setObjectName(QLatin1String(property.button.name));
         button->setIcon(Icons::icon(QLatin1String(property.button.image)));
         button->setToolTip(QLatin1String(property.button.toolTip));
-        button->setAccessibleName(QLatin1String(property.button.toolTip));
+        button->setAccessibleName(
+            QLatin1String(*property.button.toolTip ? property.button.toolTip : property.button.image));
         button->setFixedWidth(4 * unit);
         line->addWidget(button);
         connect(button, &QPushButton::clicked, this, [this, button] { emit ButtonClicked(button->objectName()); });

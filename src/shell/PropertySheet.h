@@ -37,11 +37,11 @@ enum class EntryKind {
     Hidden,
 };
 
-/// A button behind an entry.
+/// A button behind an entry. Without a tool-tip its picture names it.
 struct SideButton {
     const char* name = nullptr;
     const char* image = nullptr;
-    const char* toolTip = nullptr;
+    const char* toolTip = "";
 };
 
 /// The limits of a number: the arrows' index among spnUpDn, their range, and the label that shows it, by its index

@@ -1,4 +1,6 @@
+#include "CConnections.h"
 #include "ColumnPaneFixture.h"
+#include "ToolBar.h"
 
 #include <ostream>
 #include <utility>
@@ -421,4 +423,27 @@ TEST_F(ColumnPane, ALostConnectionLeavesThePaneInItsState)
     EXPECT_EQ(state(), u"Column Edit: Up1 OK Cancel Undo"_s);
     EXPECT_EQ(text(u"REMARKS"_s), u"x"_s);
     EXPECT_EQ(wholeCatalog(), before);
+}
+
+TEST_F(ColumnPane, UndoOfADeleteOnlyDisablesItself)
+{
+    begin(column(u"ARTICLE"_s));
+    boxes.expectAsk(mayDelete, boxes::Answer::No);
+    choose(key(column(u"ARTICLE"_s)), u"mnu_ColumnDelete"_s);
+    window->toolBar(u"tbrColumn"_s).Button(u"Undo"_s).setEnabled(true);
+    const QStringList asShown = texts(allColumns);
+    statements.clear();
+    press(u"Undo"_s);
+    EXPECT_EQ(state(), u"Column Delete: Up1 OK Cancel"_s);
+    EXPECT_EQ(texts(allColumns), asShown);
+    EXPECT_EQ(statements.statements(), QStringList());
+}
+
+TEST_F(ColumnPane, ATypeThatHasGoneIsReportedByTheListsRoutine)
+{
+    open(column(u"ARTICLE"_s));
+    CConnections::instance().find(datasource)->SQLDTs().Remove(u"INTEGER"_s);
+    errors.expect(Press::Ignore);
+    chooseType(u"INTEGER"_s);
+    EXPECT_EQ(errors.shown().back().trappedIn, u"frmColumn.cboDropdown_Click"_s);
 }

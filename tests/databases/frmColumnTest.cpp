@@ -274,6 +274,16 @@ TEST_F(ColumnPane, FlagsThatAreNeitherYesNorNoStayAsTheyAre)
               QStringList{u"2|10|16|5"_s});
 }
 
+TEST_F(ColumnPane, AColumnWithoutANumberIsGivenTheNextOne)
+{
+    change(u"UPDATE TW_COLUMN SET COLUMN_NUMBER = NULL WHERE COLUMN_NAME = 'ARTICLE'"_s);
+    open(column(u"ARTICLE"_s));
+    EXPECT_EQ(text(u"COLUMN_NUMBER"_s), u""_s);
+    press(u"OK"_s);
+    EXPECT_EQ(stored(u"SELECT COLUMN_NUMBER, FIELD_NAME, SQL_TYPE_NAME FROM TW_COLUMN WHERE COLUMN_NAME = 'ARTICLE'"_s),
+              QStringList{u"5|CODE|VARCHAR"_s});
+}
+
 TEST_F(ColumnPane, NullsShowAsNothingAndAreWrittenAsNothing)
 {
     change(u"UPDATE TW_COLUMN SET LENGTH = NULL, PRECISION = NULL, SCALE = NULL, NULLABLE = NULL, "

@@ -155,6 +155,16 @@ TEST_F(TablePane, ATypeThatTheListLacksStays)
     EXPECT_EQ(tables().first(), u"ITEMS|Items|VIEW|EMPTY|items.dat|2|CODE <> 'x'|x"_s);
 }
 
+TEST_F(TablePane, UndoBringsBackATypeThatTheListLacks)
+{
+    change(u"UPDATE TW_TABLE SET TABLE_TYPE = 'VIEW' WHERE TABLE_NAME = 'ITEMS'"_s);
+    open(table(u"ITEMS"_s));
+    pick(u"TABLE_TYPE"_s, u"TABLE"_s);
+    press(u"Undo"_s);
+    EXPECT_EQ(list(u"TABLE_TYPE"_s).currentIndex(), -1);
+    EXPECT_EQ(text(u"TABLE_TYPE"_s), u"VIEW"_s);
+}
+
 TEST_F(TablePane, AFileThatTheCatalogLacksIsToBeChosenAnew)
 {
     change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'EMPTY'"_s);

@@ -422,3 +422,13 @@ TEST_F(TablesGrid, ARowThatTheDriverRefusesStaysToBeCorrected)
     EXPECT_EQ(cell(0, u"Remarks"_s), u"x"_s);
     EXPECT_EQ(wholeCatalog(), before);
 }
+
+TEST_F(TablesGrid, AFileThatIsGoneStaysWithItsTable)
+{
+    change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'EMPTY'"_s);
+    openTables();
+    change(u"ITEMS"_s, u"Remarks"_s, u"x"_s);
+    clickBeside();
+    EXPECT_EQ(stored(u"SELECT FILE_NAME, REMARKS FROM TW_TABLE WHERE TABLE_NAME = 'ITEMS'"_s),
+              QStringList{u"EMPTY|x"_s});
+}

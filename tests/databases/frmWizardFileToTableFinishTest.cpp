@@ -1,0 +1,391 @@
+#include "WizardFixture.h"
+
+#include "CConnections.h"
+#include "MousePointer.h"
+#include "ToolBar.h"
+
+#include <QLabel>
+
+#include <ostream>
+#include <tuple>
+#include <vector>
+
+using namespace wizard;
+
+namespace
+{
+
+/// The columns that the wizard makes of the file STOCK.
+const QString orderNo = insertColumn(u"'SALES', 'STOCK', 1, 'ORDER_NO', 'ORDER-NO', 'VARCHAR', 7, 9, 0, 'no''ne', "
+                                     "'key', 'ORDER_NO', 1, 1, 0, 0, 0, 1, 3, 1, 0"_s);
+const QString qty = insertColumn(u"'SALES', 'STOCK', 2, 'QTY', 'QTY', 'DOUBLE', 5, 31, 2, '', '', 'QTY', 1, 1, 0, 0, "
+                                 "0, 0, 2, 1, 10"_s);
+const QString count = insertColumn(u"'SALES', 'STOCK', 5, 'COUNT', 'COUNT', 'INTEGER', 4, 10, 0, '0', '', 'COUNT', 1, "
+                                   "1, 0, 0, 0, 0, 2, 1, 10"_s);
+
+class WizardFinish : public Wizard
+{
+protected:
+    /// Leaves a file with one field of STRING.
+    void keepOneField(const QString& assignments = {}) const
+    {
+        change(u"DELETE FROM TW_FIELD WHERE FILE_NAME = 'STOCK' AND FIELD_NAME <> 'ORDER-NO'"_s);
+        if (!assignments.isEmpty())
+            change(u"UPDATE TW_FIELD SET %1 WHERE FILE_NAME = 'STOCK'"_s.arg(assignments));
+    }
+
+    /// What the INSERTs of columns send.
+    QStringList insertedColumns() const { return statements.statements().filter(u"INSERT INTO TW_COLUMN"_s); }
+};
+
+} // namespace
+
+// Making -------------------------------------------------------------------------------------------------------------
+
+TEST_F(WizardFinish, MakesATableWithAColumnForEachField)
+{
+    expectSkipped(u"UNKNOWN"_s, u"STOCK"_s, u"FLAG"_s);
+    open([&](DialogForm& form) {
+        fillIn(form);
+        dialog::write(form, displayName, u"Stock"_s);
+        dialog::write(form, remarks, u"what's there"_s);
+        statements.clear();
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+        EXPECT_FALSE(form.isVisible());
+    });
+    const QStringList expected{
+        countFields(u"STOCK"_s),
+        findTable(u"STOCK"_s),
+        insertTable(u"'SALES', 'STOCK', 'TABLE', 'STOCK', 'a.dat', 4, 'what''s there', 'Stock'"_s),
+        readFields(u"STOCK"_s),
+        readLocalType(u"STRING"_s),
+        readSqlType(u"VARCHAR"_s),
+        orderNo,
+        readLocalType(u"ZONED"_s),
+        readSqlType(u"NUMERIC"_s),
+        qty,
+        readLocalType(u"UNKNOWN"_s),
+        readLocalType(u"INTEGER-4"_s),
+        readSqlType(u"INTEGER"_s),
+        count,
+    };
+    EXPECT_EQ(statements.statements().first(expected.size()), expected);
+    EXPECT_EQ(tables().last(), u"SALES|STOCK|TABLE|STOCK|a.dat|4||what's there|Stock"_s);
+    EXPECT_EQ(columns(),
+              (QStringList{u"SALES|STOCK|1|ORDER_NO|ORDER-NO|VARCHAR|7|9|0|1|0|1|1|0|0|1|3|0|no'ne|key|0|0|ORDER_NO"_s,
+                           u"SALES|STOCK|2|QTY|QTY|DOUBLE|5|31|2|1|0|1|1|0|0|0|2|10|||0|0|QTY"_s,
+                           u"SALES|STOCK|5|COUNT|COUNT|INTEGER|4|10|0|1|0|1|1|0|0|0|2|10|0||0|0|COUNT"_s}));
+}
+
+TEST_F(WizardFinish, ShowsTheTablesOfTheDatabaseAfterwards)
+{
+    keepOneField();
+    make();
+    EXPECT_EQ(currentPane(), u"frmTables"_s);
+    EXPECT_EQ(paneTitle(), u"SALES - Tables"_s);
+    EXPECT_EQ(gridNames(), (QStringList{u"ORDERS"_s, u"STOCK"_s}));
+    EXPECT_EQ(children(key(level())), (QStringList{u"ORDERS"_s, u"STOCK"_s}));
+    EXPECT_EQ(selectedKey(), key(level()));
+    EXPECT_EQ(statusText(), u"Ready"_s);
+    EXPECT_EQ(mousepointer::current(), mousepointer::Default);
+    EXPECT_TRUE(window->toolBar(u"tbrTables"_s).isVisible());
+}
+
+TEST_F(WizardFinish, TheStatusTellsTheFieldAndThePointerIsBusy)
+{
+    keepOneField();
+    QString status;
+    int pointer = mousepointer::Default;
+    open([&](DialogForm& form) {
+        fillIn(form);
+        meanwhile(u"INSERT INTO TW_COLUMN"_s, [&] {
+            status = statusText();
+            pointer = mousepointer::current();
+        });
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    EXPECT_EQ(status, u"Processing File 'STOCK', Field 'ORDER-NO'"_s);
+    EXPECT_EQ(pointer, mousepointer::Wait);
+}
+
+TEST_F(WizardFinish, TheTableMayHaveAnotherNameThanTheFile)
+{
+    keepOneField();
+    open([&](DialogForm& form) {
+        fillIn(form);
+        dialog::write(form, tableName, u"it's"_s);
+        statements.clear();
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    EXPECT_EQ(statements.statements().at(1), findTable(u"it''s"_s));
+    EXPECT_EQ(statements.writes().first(), insertTable(u"'SALES', 'it''s', 'TABLE', 'STOCK', 'a.dat', 1, '', ''"_s));
+    EXPECT_EQ(columns(u"it''s"_s).size(), 1);
+}
+
+TEST_F(WizardFinish, AnEmptyNameIsNotTested)
+{
+    keepOneField();
+    open([&](DialogForm& form) {
+        fillIn(form);
+        dialog::write(form, tableName, {});
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    EXPECT_EQ(tables().first(), u"SALES||TABLE|STOCK|a.dat|1|||"_s);
+    EXPECT_EQ(columns({}).size(), 1);
+}
+
+TEST_F(WizardFinish, NamesWithApostrophesAreDoubled)
+{
+    change(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('o''file')"_s);
+    change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME) "
+           "VALUES ('o''file', 1, 'o''field', 'o''type'), ('o''file', 2, 'o''-two', 'l''type')"_s);
+    change(u"INSERT INTO TW_LOCDT (LOCAL_TYPE_NAME, SQL_TYPE_NAME) VALUES ('l''type', 's''type')"_s);
+    change(u"INSERT INTO TW_SQLDT (SQL_TYPE_NAME) VALUES ('s''type')"_s);
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('o''db')"_s);
+    open([&](DialogForm& form) {
+        DialogScript::click(form, next);
+        dialog::clickRow(form, files, u"o'file"_s);
+        DialogScript::click(form, next);
+        dialog::clickRow(form, databases, u"o'db"_s);
+        DialogScript::click(form, next);
+        dialog::write(form, specification, u"o'spec"_s);
+        statements.clear();
+        expectSkipped(u"o'type"_s, u"o'file"_s, u"o'field"_s);
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    const QStringList expected{
+        countFields(u"o''file"_s),
+        findTable(u"O''FILE"_s, u"o''db"_s),
+        insertTable(u"'o''db', 'O''FILE', 'TABLE', 'o''file', 'o''spec', 2, '', ''"_s),
+        readFields(u"o''file"_s),
+        readLocalType(u"o''type"_s),
+        readLocalType(u"l''type"_s),
+        readSqlType(u"s''type"_s),
+        insertColumn(u"'o''db', 'O''FILE', 2, 'o''_two', 'o''-two', 's''type', 0, 0, 0, '', '', 'o''_two', 1, 0, 0, 0, "
+                     "0, 0, 0, 1, 0"_s),
+    };
+    EXPECT_EQ(statements.statements().first(expected.size()), expected);
+    EXPECT_EQ(paneTitle(), u"o'db - Tables"_s);
+}
+
+// The columns --------------------------------------------------------------------------------------------------------
+
+TEST_F(WizardFinish, AScaledNumberBecomesADoubleWithTheFlagsOfItsOwnType)
+{
+    change(u"UPDATE TW_LOCDT SET SQL_TYPE_NAME = 'INTEGER' WHERE LOCAL_TYPE_NAME = 'ZONED'"_s);
+    change(u"UPDATE TW_SQLDT SET NULLABLE = 2, UNSIGNED_ATTRIBUTE = 3, MONEY = 4, AUTO_INCREMENT = 5, "
+           "CASE_SENSITIVE = 6, SEARCHABLE = 7, RADIX = 8, LENGTH = 9, PRECISION = 11 "
+           "WHERE SQL_TYPE_NAME = 'INTEGER'"_s);
+    change(u"DELETE FROM TW_FIELD WHERE FILE_NAME = 'STOCK' AND FIELD_NAME <> 'QTY'"_s);
+    make();
+    EXPECT_EQ(insertedColumns(), QStringList{insertColumn(u"'SALES', 'STOCK', 2, 'QTY', 'QTY', 'DOUBLE', 5, 11, 2, "
+                                                          "'', '', 'QTY', 1, 2, 3, 4, 5, 6, 7, 1, 8"_s)});
+    EXPECT_EQ(statements.statements().filter(u"FROM TW_SQLDT"_s), QStringList{readSqlType(u"INTEGER"_s)});
+}
+
+TEST_F(WizardFinish, ANegativeScaleMakesADoubleToo)
+{
+    keepOneField(u"LOCAL_TYPE_NAME = 'PACKED', SCALE = -2"_s);
+    make();
+    EXPECT_EQ(insertedColumns(),
+              QStringList{insertColumn(u"'SALES', 'STOCK', 1, 'ORDER_NO', 'ORDER-NO', 'DOUBLE', 33, 31, -2, 'no''ne', "
+                                       "'key', 'ORDER_NO', 1, 1, 0, 0, 0, 0, 2, 1, 10"_s)});
+}
+
+TEST_F(WizardFinish, SomeTypesKeepTheirOwnLengthAndOneItsPrecision)
+{
+    change(u"UPDATE TW_SQLDT SET LENGTH = 77, PRECISION = 88"_s);
+    const std::vector<std::tuple<const char*, const char*, const char*>> rows{
+        {"STRING", "7", "9"},   {"NUMERIC", "7", "88"},    {"ZONED", "7", "88"},     {"ZONED-NUM", "7", "88"},
+        {"ZONED-S", "7", "88"}, {"ZONED-U", "7", "88"},    {"ZONED-LS", "77", "88"}, {"STRING-ZERO", "77", "88"},
+        {"PACKED", "77", "88"}, {"INTEGER-2", "77", "88"},
+    };
+    for (const auto& [type, length, precision] : rows) {
+        SCOPED_TRACE(type);
+        change(u"DELETE FROM TW_TABLE WHERE TABLE_NAME = 'STOCK'"_s);
+        change(u"DELETE FROM TW_COLUMN WHERE TABLE_NAME = 'STOCK'"_s);
+        keepOneField(u"LOCAL_TYPE_NAME = '%1'"_s.arg(QLatin1String(type)));
+        make();
+        EXPECT_EQ(stored(u"SELECT LENGTH, PRECISION FROM TW_COLUMN WHERE TABLE_NAME = 'STOCK'"_s),
+                  QStringList{QLatin1String(length) + '|'_L1 + QLatin1String(precision)});
+    }
+}
+
+TEST_F(WizardFinish, NullsAreNumbersOfZeroAndEmptyTexts)
+{
+    keepOneField(u"FIELD_NUMBER = NULL, LENGTH = NULL, PRECISION = NULL, SCALE = NULL, DEFAULT_VALUE = NULL, "
+                 "REMARKS = NULL"_s);
+    change(u"UPDATE TW_SQLDT SET LENGTH = NULL, PRECISION = NULL, NULLABLE = NULL, UNSIGNED_ATTRIBUTE = NULL, "
+           "MONEY = NULL, AUTO_INCREMENT = NULL, CASE_SENSITIVE = NULL, SEARCHABLE = NULL, RADIX = NULL "
+           "WHERE SQL_TYPE_NAME = 'VARCHAR'"_s);
+    make();
+    EXPECT_EQ(insertedColumns(),
+              QStringList{insertColumn(u"'SALES', 'STOCK', 0, 'ORDER_NO', 'ORDER-NO', 'VARCHAR', 0, 0, 0, '', '', "
+                                       "'ORDER_NO', 1, 0, 0, 0, 0, 0, 0, 1, 0"_s)});
+}
+
+TEST_F(WizardFinish, EveryDashOfANameBecomesAnUnderscore)
+{
+    keepOneField(u"FIELD_NAME = '-A--B-'"_s);
+    make();
+    EXPECT_EQ(stored(u"SELECT COLUMN_NAME, DISPLAY_NAME, FIELD_NAME FROM TW_COLUMN WHERE TABLE_NAME = 'STOCK'"_s),
+              QStringList{u"_A__B_|_A__B_|-A--B-"_s});
+}
+
+TEST_F(WizardFinish, AFileOfUnknownTypesGivesATableWithoutColumns)
+{
+    change(u"UPDATE TW_FIELD SET LOCAL_TYPE_NAME = NULL WHERE FIELD_NAME = 'BONUS'"_s);
+    expectSkipped(u"CHARACTER"_s, u"PAYROLL"_s, u"EMPLOYEE"_s);
+    expectSkipped(u"CHARACTER"_s, u"PAYROLL"_s, u"SALARY"_s);
+    expectSkipped({}, u"PAYROLL"_s, u"BONUS"_s);
+    make(u"PAYROLL"_s);
+    EXPECT_EQ(tables().last(), u"SALES|PAYROLL|TABLE|PAYROLL|a.dat|3|||"_s);
+    EXPECT_EQ(columns(u"PAYROLL"_s), QStringList());
+    EXPECT_EQ(currentPane(), u"frmTables"_s);
+}
+
+// Refusing -----------------------------------------------------------------------------------------------------------
+
+TEST_F(WizardFinish, AFileWithoutFieldsMakesNoTable)
+{
+    open([&](DialogForm& form) {
+        fillIn(form, u"EMPTY"_s);
+        DialogScript::click(form, previous);
+        statements.clear();
+        boxes.expect(u"File 'EMPTY' does not contain any Fields!"_s, boxes::Icon::Exclamation);
+        DialogScript::click(form, finish);
+        boxes.verify();
+        EXPECT_EQ(statements.statements(), QStringList{countFields(u"EMPTY"_s)});
+        EXPECT_EQ(page(form), u"Page 3 of 4: Previous Next Finish Cancel"_s);
+        EXPECT_EQ(statusText(), u"Ready"_s);
+        EXPECT_EQ(mousepointer::current(), mousepointer::Default);
+        DialogScript::click(form, cancel);
+    });
+}
+
+TEST_F(WizardFinish, ATableThatIsThereIsNotMadeAgain)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        dialog::write(form, tableName, u"ORDERS"_s);
+        DialogScript::click(form, previous);
+        statements.clear();
+        boxes.expect(u"Database 'SALES' already contains a Table called 'ORDERS'"_s, boxes::Icon::None);
+        DialogScript::click(form, finish);
+        boxes.verify();
+        EXPECT_EQ(statements.statements(), (QStringList{countFields(u"STOCK"_s), findTable(u"ORDERS"_s)}));
+        EXPECT_EQ(page(form), u"Page 4 of 4: Previous Finish Cancel"_s);
+        EXPECT_EQ(dialog::focus(form), tableName);
+        EXPECT_EQ(statusText(), u"Ready"_s);
+
+        // Under another name it is.
+        dialog::write(form, tableName, u"wares"_s);
+        expectSkipped(u"UNKNOWN"_s, u"STOCK"_s, u"FLAG"_s);
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    EXPECT_EQ(columns(u"wares"_s).size(), 3);
+}
+
+// What others do, and what the catalog refuses -----------------------------------------------------------------------
+
+TEST_F(WizardFinish, ATableThatComesMeanwhileIsTheDriversToRefuse)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        meanwhile(u"INSERT INTO TW_TABLE"_s,
+                  [&] { change(u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME) VALUES ('SALES', 'STOCK')"_s); });
+        errors.expect(Press::Ignore);
+        DialogScript::click(form, finish);
+        errors.verify();
+        EXPECT_EQ(page(form), u"Page 4 of 4: Previous Finish Cancel"_s);
+        EXPECT_EQ(statusText(), u"Ready"_s);
+        DialogScript::click(form, cancel);
+    });
+    EXPECT_EQ(errors.shown().front().trappedIn, u"frmWizardFileToTable.cmdFinish_Click"_s);
+    EXPECT_EQ(columns(), QStringList());
+    EXPECT_EQ(tables().last(), u"SALES|STOCK||||0|||"_s);
+}
+
+TEST_F(WizardFinish, TwoFieldsThatMakeOneColumnLeaveAPartialTable)
+{
+    change(u"DELETE FROM TW_FIELD WHERE FILE_NAME = 'STOCK' AND FIELD_NAME = 'FLAG'"_s);
+    change(u"UPDATE TW_FIELD SET FIELD_NAME = 'ORDER_NO' WHERE FILE_NAME = 'STOCK' AND FIELD_NAME = 'QTY'"_s);
+    open([&](DialogForm& form) {
+        fillIn(form);
+        errors.expect(Press::Ignore);
+        DialogScript::click(form, finish);
+        errors.verify();
+        EXPECT_TRUE(form.isVisible());
+        EXPECT_EQ(page(form), u"Page 4 of 4: Previous Finish Cancel"_s);
+        EXPECT_EQ(statusText(), u"Ready"_s);
+        EXPECT_EQ(mousepointer::current(), mousepointer::Default);
+        DialogScript::click(form, cancel);
+    });
+    EXPECT_EQ(errors.shown().front().trappedIn, u"frmWizardFileToTable.cmdFinish_Click"_s);
+    EXPECT_EQ(tables().last(), u"SALES|STOCK|TABLE|STOCK|a.dat|3|||"_s);
+    EXPECT_EQ(stored(u"SELECT COLUMN_NAME, FIELD_NAME FROM TW_COLUMN WHERE TABLE_NAME = 'STOCK'"_s),
+              QStringList{u"ORDER_NO|ORDER-NO"_s});
+}
+
+TEST_F(WizardFinish, FieldsThatAreGoneMeanwhileAreCountedAllTheSame)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        meanwhile(u"INSERT INTO TW_TABLE"_s, [&] { change(u"DELETE FROM TW_FIELD WHERE FILE_NAME = 'STOCK'"_s); });
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    EXPECT_EQ(tables().last(), u"SALES|STOCK|TABLE|STOCK|a.dat|4|||"_s);
+    EXPECT_EQ(columns(), QStringList());
+}
+
+TEST_F(WizardFinish, ASqlTypeThatTheCatalogLacksIsAnError)
+{
+    keepOneField();
+    change(u"DELETE FROM TW_SQLDT WHERE SQL_TYPE_NAME = 'VARCHAR'"_s);
+    open([&](DialogForm& form) {
+        fillIn(form);
+        errors.expect(Press::Ignore);
+        DialogScript::click(form, finish);
+        errors.verify();
+        EXPECT_TRUE(form.isVisible());
+        DialogScript::click(form, cancel);
+    });
+    EXPECT_EQ(errors.shown().front().number, u"3021"_s);
+    EXPECT_EQ(tables().size(), 2);
+    EXPECT_EQ(columns(), QStringList());
+}
+
+TEST_F(WizardFinish, ADatasourceThatIsDisconnectedMeanwhileEndsQuietly)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        CConnections::instance().Remove(datasource);
+        statements.clear();
+        DialogScript::click(form, finish);
+        EXPECT_EQ(statements.statements(), QStringList());
+        EXPECT_TRUE(form.isVisible());
+        EXPECT_EQ(statusText(), u"Ready"_s);
+        DialogScript::click(form, cancel);
+    });
+}
+
+TEST_F(WizardFinish, APrivilegesFailureShowsOneBoxAndKeepsTheWizard)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        statements.clear();
+        statements.failAt(3, {{1, u"insufficient privileges"_s}, {3146, u"ODBC--call failed."_s}});
+        boxes.expect(u"The current user has insufficient privileges to complete this action."_s, boxes::Icon::None);
+        DialogScript::click(form, finish);
+        EXPECT_TRUE(form.isVisible());
+        DialogScript::click(form, cancel);
+    });
+    EXPECT_EQ(tables().size(), 1);
+}
