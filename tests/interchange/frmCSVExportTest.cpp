@@ -1,0 +1,323 @@
+#include "CConnections.h"
+#include "CsvBlocks.h"
+#include "FaultSweep.h"
+#include "InterchangeFixture.h"
+#include "ToolBar.h"
+#include "ToolbarPane.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class CSVExportTest : public InterchangeTest
+{
+protected:
+    void openPane() { open(u"frmCSVExport"_s); }
+
+    /// Everything but what is never exported.
+    void emptyCatalog() const
+    {
+        for (const char* statement :
+             {"DELETE FROM TW_FILE WHERE FILE_NAME IN ('PAYROLL', 'EMPTY')",
+              "DELETE FROM TW_FIELD WHERE FILE_NAME = 'PAYROLL'", "DELETE FROM TW_DB WHERE DATABASE_NAME <> 'TW'",
+              "DELETE FROM TW_TABLE WHERE DATABASE_NAME <> 'TW'", "DELETE FROM TW_COLUMN WHERE DATABASE_NAME <> 'TW'",
+              "DELETE FROM TW_USER WHERE USER_NAME <> 'ADMIN'", "DELETE FROM TW_DBPRV WHERE DATABASE_NAME <> 'TW'",
+              "DELETE FROM TW_TBLPRV WHERE DATABASE_NAME <> 'TW'"})
+            change(QLatin1String(statement));
+    }
+
+    void expectDone() { boxes.expectInform(u"Catalog Exported"_s); }
+};
+
+const QByteArray wholeFile = "\"FILE\",\"PAYROLL\",\"INDEXED\",\"FIXED\",12\r\n"
+                             "\"FILE\",\"EMPTY\",\"RELATIVE\",\"FIXED\",0\r\n"
+                             "\"FIELD\",\"PAYROLL\",\"EMPLOYEE\",\"CHARACTER\",0,4,0,0,0,\"\",\"\"\r\n"
+                             "\"FIELD\",\"PAYROLL\",\"SALARY\",\"CHARACTER\",8,4,0,0,0,\"\",\"\"\r\n"
+                             "\"FIELD\",\"PAYROLL\",\"BONUS\",\"CHARACTER\",4,4,0,0,0,\"\",\"\"\r\n"
+                             "\"DB\",\"SALES\",\"\",\"DISAM\",\"\",\"\"\r\n"
+                             "\"TABLE\",\"SALES\",\"ORDERS\",\"TABLE\",\"PAYROLL\",\"\",\"\",\"\"\r\n"
+                             "\"COLUMN\",\"SALES\",\"ORDERS\",\"AMOUNT\",\"SALARY\",\"\",0,0,0,\"\",\"\",0\r\n"
+                             "\"COLUMN\",\"SALES\",\"ORDERS\",\"BUYER\",\"EMPLOYEE\",\"\",0,0,0,\"\",\"\",0\r\n"
+                             "\"COLUMN\",\"SALES\",\"ORDERS\",\"RFA\",\"RFA\",\"\",0,0,0,\"\",\"\",1\r\n"
+                             "\"USER\",\"CLERK\",\"\"\r\n"
+                             "\"DBPRV\",\"CLERK\",\"SALES\",\"\",\"\",0,0,0,0,\"\"\r\n"
+                             "\"TBLPRV\",\"CLERK\",\"SALES\",\"ORDERS\",0,0,0,0\r\n";
+
+} // namespace
+
+TEST_F(CSVExportTest, ThePaneNamesTheDatasourceAndShowsItsPicture)
+{
+    openPane();
+    EXPECT_EQ(currentPane(), u"frmCSVExport"_s);
+    EXPECT_EQ(paneTitle(), "Export Datasource '"_L1 + datasource + "' Catalog to File."_L1);
+    EXPECT_TRUE(window->currentPane()->findChild<QWidget*>(u"imgDatasource"_s)->isVisible());
+}
+
+TEST_F(CSVExportTest, ADatasourceThatDoesNotConnectHasNoPictureAndExportsNothing)
+{
+    const QString unreachable = datasource + "Far"_L1;
+    world.addUnreachableDatasource(unreachable);
+    start();
+    expectUnreachable();
+    window->PaneDisplay(u"frmCSVExport"_s, {unreachable});
+    EXPECT_EQ(paneTitle(), "Export Datasource '"_L1 + unreachable + "' Catalog to File."_L1);
+    EXPECT_FALSE(window->currentPane()->findChild<QWidget*>(u"imgDatasource"_s)->isVisible());
+    expectUnreachable();
+    clickAction();
+    EXPECT_TRUE(fileDialogs.requests().empty());
+}
+
+TEST_F(CSVExportTest, TheMenuShowsThePaneForADatasource)
+{
+    start();
+    clickExpander(key());
+    choose(key(), u"mnu_DSNExport"_s);
+    EXPECT_EQ(paneTitle(), "Export Datasource '"_L1 + datasource + "' Catalog to File."_L1);
+}
+
+TEST_F(CSVExportTest, TheCatalogIsWrittenBlockByBlock)
+{
+    openPane();
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), wholeFile);
+    EXPECT_EQ(statusText(), u"Ready"_s);
+
+    const QString own = u"WHERE FILE_NAME NOT IN ('CNTRL','COLUMN','DB','DBPRV','DRIVER','FIELD','FILE','KEY','LOCDT',"
+                        "'SQLDT','TABLE','TBLPRV','USER')"_s;
+    EXPECT_EQ(statements.statements(),
+              (QStringList{
+                  u"SELECT FILE_NAME, FILE_ORGANISATION, RECORD_TYPE, RECORD_SIZE FROM TW_FILE "_s + own,
+                  u"SELECT FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, SCALE, ENCRYPTED, "
+                  "FORMAT, DEFAULT_VALUE FROM TW_FIELD "_s +
+                      own + ' '_L1,
+                  u"SELECT DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, CONNECT_STRING, DISPLAY_NAME FROM TW_DB "
+                  "WHERE DATABASE_NAME <>'TW'"_s,
+                  u"SELECT DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, CRITERIA, "
+                  "DISPLAY_NAME FROM TW_TABLE WHERE DATABASE_NAME <>'TW'"_s,
+                  u"SELECT DATABASE_NAME, TABLE_NAME, COLUMN_NAME, FIELD_NAME, SQL_TYPE_NAME, LENGTH, UPDATABLE, "
+                  "VISIBLE, DEFAULT_VALUE, DISPLAY_NAME, COLUMN_TYPE FROM TW_COLUMN WHERE DATABASE_NAME <>'TW' "_s,
+                  u"SELECT USER_NAME, USER_PASSWORD FROM TW_USER WHERE USER_NAME <>'ADMIN'"_s,
+                  u"SELECT USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, "
+                  "ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL FROM TW_DBPRV "
+                  "WHERE DATABASE_NAME <>'TW'"_s,
+                  u"SELECT USER_NAME, DATABASE_NAME, TABLE_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
+                  "ALLOW_DELETE FROM TW_TBLPRV WHERE DATABASE_NAME <>'TW'"_s,
+              }));
+}
+
+TEST_F(CSVExportTest, EachBlockHasItsStatusText)
+{
+    QStringList texts;
+    for (const CsvBlock& block : csvBlocks())
+        texts.append(QLatin1String(block.id) + ": "_L1 + QLatin1String(block.status));
+    EXPECT_EQ(texts, (QStringList{
+                         "FILE: Writing File Definitions",
+                         "FIELD: Writing Field Definitions",
+                         "DB: Writing Database Definitions",
+                         "TABLE: Writing Table Definitions",
+                         "COLUMN: Writing Column Definitions",
+                         "USER: Writing User Definitions",
+                         "DBPRV: Writing Database Privileges Definitions",
+                         "TBLPRV: Writing Table Privileges Definitions",
+                     }));
+    openPane();
+    statements.failAt(4);
+    QString shown;
+    errors.expect([&](QWidget& form) {
+        shown = statusText();
+        ScriptedErrorForm::press(form, Press::Retry);
+    });
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(shown, u"Writing Table Definitions"_s);
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), wholeFile);
+}
+
+TEST_F(CSVExportTest, AnEmptyCatalogWritesNoLine)
+{
+    openPane();
+    emptyCatalog();
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), "");
+}
+
+TEST_F(CSVExportTest, NullsAndEmptyTextsAreWrittenByTheTypeOfTheirColumn)
+{
+    openPane();
+    emptyCatalog();
+    change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, SCALE, FORMAT, "
+           "DEFAULT_VALUE) VALUES ('F', 'A', NULL, 1, 2, NULL, -3, '', NULL)"_s);
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), "\"FIELD\",\"F\",\"A\",\"\",1,2,,-3,0,\"\",\"\"\r\n");
+}
+
+TEST_F(CSVExportTest, ValuesAreWrittenAsTheyStand)
+{
+    openPane();
+    emptyCatalog();
+    change(u"INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, CONNECT_STRING, DISPLAY_NAME) "
+           "VALUES ('A', 'say \"x\", y', 'line' || char(10) || 'break', 'Z\u00FCrich \u20AC', 'a,b')"_s);
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)),
+              "\"DB\",\"A\",\"say \"x\", y\",\"line\nbreak\",\"Z\xC3\xBCrich \xE2\x82\xAC\",\"a,b\"\r\n");
+}
+
+TEST_F(CSVExportTest, PasswordsAndTheAdministratorsRightsElsewhereAreWrittenAndTheAdministratorIsNot)
+{
+    openPane();
+    emptyCatalog();
+    change(u"INSERT INTO TW_USER (USER_NAME, USER_PASSWORD) VALUES ('BOB', 'Secret')"_s);
+    change(u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_PASSWORD, ALLOW_SELECT, SECURITY_LEVEL) "
+           "VALUES ('ADMIN', 'SALES', 'Pass', 1, 'TABLE')"_s);
+    change(u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME) VALUES ('BOB', 'TW')"_s);
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), "\"USER\",\"BOB\",\"Secret\"\r\n"
+                                            "\"DBPRV\",\"ADMIN\",\"SALES\",\"\",\"Pass\",1,0,0,0,\"TABLE\"\r\n");
+}
+
+TEST_F(CSVExportTest, TheFileIsReplaced)
+{
+    openPane();
+    write(u"catalog.txt"_s, QByteArray(100000, 'x'));
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), wholeFile);
+}
+
+TEST_F(CSVExportTest, TheDialogOffersTheLastNameAndACancelLeavesIt)
+{
+    openPane();
+    expectDone();
+    exportTo(path(u"first.csv"_s));
+    fileDialogs.expectCancelled(filedialogs::Mode::Save, exportTitle);
+    clickAction();
+    forms::unload(u"frmCSVExport"_s);
+    openPane();
+    expectDone();
+    exportTo(path(u"second.csv"_s));
+
+    ASSERT_EQ(fileDialogs.requests().size(), 3U);
+    const filedialogs::Request& request = fileDialogs.requests()[1];
+    EXPECT_EQ(request.suggestedName, path(u"first.csv"_s));
+    EXPECT_EQ(request.defaultExtension, u"*.txt"_s);
+    EXPECT_EQ(request.filter, u"Text File(*.TXT)|*.txt|Comma Seperated Values (*.CSV)|*.csv|All Files (*.*)|*.*"_s);
+    EXPECT_TRUE(request.promptBeforeOverwriting);
+    EXPECT_FALSE(request.fileMustExist);
+    EXPECT_EQ(fileDialogs.requests()[2].suggestedName, path(u"first.csv"_s));
+}
+
+TEST_F(CSVExportTest, ACancelSendsAndSaysNothing)
+{
+    openPane();
+    fileDialogs.expectCancelled(filedialogs::Mode::Save, exportTitle);
+    clickAction();
+    EXPECT_EQ(statements.statements(), QStringList());
+    EXPECT_EQ(statusText(), u"Ready"_s);
+}
+
+TEST_F(CSVExportTest, TheToolBarsExportRunsTheSameRouteAndOtherButtonsNone)
+{
+    openPane();
+    auto* pane = dynamic_cast<ToolbarPane*>(window->currentPane());
+    ASSERT_NE(pane, nullptr);
+    expectDone();
+    fileDialogs.expect(filedialogs::Mode::Save, exportTitle, path(u"catalog.txt"_s));
+    pane->tbr_ButtonClick(window->toolBar(u"tbrMain"_s).Button(u"Export"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), wholeFile);
+    pane->tbr_ButtonClick(window->toolBar(u"tbrMain"_s).Button(u"Import"_s));
+}
+
+TEST_F(CSVExportTest, AFileThatCantBeWrittenGivesTheAccessBoxAlone)
+{
+    openPane();
+    boxes.expectInform("There was an access problem writing to the file '"_L1 + folder.path() +
+                       ".\nThis may be a read-only device?"_L1);
+    exportTo(folder.path());
+    EXPECT_EQ(statusText(), u"Ready"_s);
+    EXPECT_EQ(statements.statements(), QStringList());
+}
+
+TEST_F(CSVExportTest, AMissingFolderIsReportedAndRetryTriesAgain)
+{
+    openPane();
+    errors.expect([&](QWidget& form) {
+        EXPECT_EQ(statusText(), u"Ready"_s);
+        EXPECT_TRUE(QDir(folder.path()).mkdir(u"later"_s));
+        ScriptedErrorForm::press(form, Press::Retry);
+    });
+    expectDone();
+    exportTo(path(u"later/catalog.txt"_s));
+    ASSERT_EQ(errors.shown().size(), 1U);
+    EXPECT_EQ(errors.shown()[0].number, u"53"_s);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.Export"_s);
+    EXPECT_EQ(read(path(u"later/catalog.txt"_s)), wholeFile);
+}
+
+TEST_F(CSVExportTest, AMissingFolderIgnoredEndsTheExport)
+{
+    openPane();
+    errors.expect(Press::Ignore);
+    exportTo(path(u"nowhere/catalog.txt"_s));
+    EXPECT_EQ(statements.statements(), QStringList());
+    EXPECT_EQ(statusText(), u"Ready"_s);
+}
+
+TEST_F(CSVExportTest, AFullDiskIsReportedAndNothingClaimsThatTheCatalogWasExported)
+{
+    openPane();
+    errors.expect(Press::Retry).expect(Press::Ignore);
+    exportTo(u"/dev/full"_s);
+    ASSERT_EQ(errors.shown().size(), 2U);
+    EXPECT_EQ(errors.shown()[0].number, u"61"_s);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.Export"_s);
+    EXPECT_EQ(statusText(), u"Ready"_s);
+}
+
+TEST_F(CSVExportTest, AFullDiskAmidTheRowsIsReportedByTheBlock)
+{
+    openPane();
+    for (int i = 0; i < 40; ++i)
+        change(u"INSERT INTO TW_DB (DATABASE_NAME, CONNECT_STRING) VALUES ('D%1', '%2')"_s.arg(i).arg(
+            QString(4000, 'x'_L1)));
+    errors.expect(Press::Ignore).expect(Press::Ignore).expect(Press::Ignore).expect(Press::Ignore);
+    errors.expect(Press::Ignore).expect(Press::Ignore).expect(Press::Ignore);
+    exportTo(u"/dev/full"_s);
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.WriteBlock"_s);
+    EXPECT_EQ(errors.shown().back().trappedIn, u"frmCSVExport.Export"_s);
+}
+
+TEST_F(CSVExportTest, ABlockThatFailsIsReportedWithItsStatementAndLeftOnIgnore)
+{
+    openPane();
+    statements.failAt(1);
+    errors.expect(Press::Ignore);
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.WriteBlock"_s);
+    EXPECT_TRUE(errors.shown()[0].additional.contains(u"TW_FILE"_s));
+    EXPECT_EQ(read(path(u"catalog.txt"_s)), wholeFile.mid(wholeFile.indexOf("\"FIELD\"")));
+}
+
+TEST_F(CSVExportTest, EveryFaultOfAStatementIsAnsweredAndTheProgramGoesOn)
+{
+    openPane();
+    FaultSweep sweep(statements, errors);
+    const QString file = path(u"catalog.txt"_s);
+    const auto exportCatalog = [&] {
+        expectDone();
+        exportTo(file);
+    };
+    sweep.run({
+        .prepare = [&] { QFile::remove(file); },
+        .act = [&](const std::optional<FaultSweep::Fault>&) { exportCatalog(); },
+        .outcome = [&] { return QString::fromUtf8(read(file)).split("\r\n"_L1); },
+        .afterIgnore = [](int statement, const QStringList& all) { return all.sliced(statement); },
+        .goOn = exportCatalog,
+    });
+}
