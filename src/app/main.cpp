@@ -1,6 +1,8 @@
 #include "Application.h"
 #include "DatabasesRoom.h"
 #include "FilesRoom.h"
+#include "InterchangeRoom.h"
+#include "MoveCopyRoom.h"
 #include "Resources.h"
 #include "ShellPanes.h"
 #include "UsersRoom.h"
@@ -25,6 +27,8 @@ int main(int argc, char** argv)
     registerFilesRoom();
     registerDatabasesRoom();
     registerUsersRoom();
+    registerInterchangeRoom();
+    registerMoveCopyRoom();
 
     mdiMain window(commandLine);
     window.MDIForm_Load();
