@@ -1,9 +1,12 @@
 #pragma once
 
 #include "CellGrid.h"
+#include "Form.h"
 #include "UserPaneFixture.h"
 
 #include <QComboBox>
+
+#include <utility>
 
 /// What the grids of the room have in common.
 namespace usersgrid
@@ -18,6 +21,13 @@ inline const QString mask = u"**********"_s;
 class UsersGridTest : public WithUsers<GridTest>
 {
 protected:
+    void TearDown() override
+    {
+        WithUsers<GridTest>::TearDown();
+        for (const QString& pane : m_recorded)
+            panes::remove(pane);
+    }
+
     void leave() { clickBeside(); }
     /// Types a text in place of a cell's, as the keys and the clipboard allow.
     void pasteInto(int row, const QString& heading, const QString& text)
@@ -48,6 +58,18 @@ protected:
             items.append(list->itemText(i));
         return items;
     }
+    /// A pane of another room that only writes down that it was opened.
+    void record(const QString& pane, int keyParts)
+    {
+        panes::Operations operations;
+        operations.Edit = {keyParts, [this, pane](Form&, const QStringList& keys) {
+                               m_shown.append(pane + ' '_L1 + keys.join('/'_L1));
+                           }};
+        panes::add(
+            pane, [pane] { return new Form(pane); }, operations);
+        m_recorded.append(pane);
+    }
+    QStringList takeShown() { return std::exchange(m_shown, {}); }
     /// Leaves the row and expects a message of validation.
     void expectRefused(const QString& message, const QString& cell)
     {
@@ -57,6 +79,10 @@ protected:
         EXPECT_EQ(current(), cell);
         EXPECT_NE(editor(), nullptr);
     }
+
+private:
+    QStringList m_recorded;
+    QStringList m_shown;
 };
 
 } // namespace usersgrid
