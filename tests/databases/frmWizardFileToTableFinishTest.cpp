@@ -1,4 +1,5 @@
 #include "WizardFixture.h"
+#include "frmWizardFileToTable.h"
 
 #include "CConnections.h"
 #include "MousePointer.h"
@@ -81,7 +82,15 @@ TEST_F(WizardFinish, MakesATableWithAColumnForEachField)
 TEST_F(WizardFinish, ShowsTheTablesOfTheDatabaseAfterwards)
 {
     keepOneField();
-    make();
+    begin({u"FI"_s, u"fi=STOCK"_s});
+    dialogs.expect(name, [&](DialogForm& form) {
+        fillIn(form);
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    frmWizardFileToTable::Display(datasource, {}, {});
+    dialogs.verify();
+    boxes.verify();
     EXPECT_EQ(currentPane(), u"frmTables"_s);
     EXPECT_EQ(paneTitle(), u"SALES - Tables"_s);
     EXPECT_EQ(gridNames(), (QStringList{u"ORDERS"_s, u"STOCK"_s}));
@@ -90,6 +99,18 @@ TEST_F(WizardFinish, ShowsTheTablesOfTheDatabaseAfterwards)
     EXPECT_EQ(statusText(), u"Ready"_s);
     EXPECT_EQ(mousepointer::current(), mousepointer::Default);
     EXPECT_TRUE(window->toolBar(u"tbrTables"_s).isVisible());
+    EXPECT_FALSE(forms::loaded(name));
+}
+
+TEST_F(WizardFinish, FromTheContextMenuTheSelectionStaysWhereItWas)
+{
+    keepOneField();
+    begin({u"FI"_s, u"fi=STOCK"_s});
+    click(key({u"FI"_s}));
+    make();
+    EXPECT_EQ(selectedKey(), key({u"FI"_s}));
+    EXPECT_EQ(currentPane(), u"frmTables"_s);
+    EXPECT_EQ(children(key(level())), (QStringList{u"ORDERS"_s, u"STOCK"_s}));
 }
 
 TEST_F(WizardFinish, TheStatusTellsTheFieldAndThePointerIsBusy)
