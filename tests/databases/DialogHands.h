@@ -3,6 +3,7 @@
 #include "DialogForm.h"
 #include "DropDown.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QLabel>
 #include <QLineEdit>

@@ -4,6 +4,7 @@
 #include "CConnections.h"
 #include "WatchedWorkspace.h"
 
+#include <memory>
 #include <ostream>
 
 using namespace tabledata;

@@ -5,6 +5,7 @@
 #include "Database.h"
 #include "Settings.h"
 
+#include <memory>
 #include <ostream>
 #include <utility>
 

@@ -4,6 +4,7 @@
 #include "WizardFixture.h"
 #include "frmWizardFileToTable.h"
 
+#include <memory>
 #include <ostream>
 
 using namespace wizard;
