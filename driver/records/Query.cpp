@@ -1,5 +1,6 @@
 #include "Query.h"
 
+#include "Privileges.h"
 #include "RecordFormat.h"
 
 #include <sqlite3.h>
@@ -14,6 +15,7 @@ void Query::Finalize::operator()(sqlite3_stmt* statement) const
 
 Query::Query(sqlite3* engine, std::string_view text, const std::vector<std::string>& parameters) : m_engine(engine)
 {
+    const OwnStatement own;
     sqlite3_stmt* prepared = nullptr;
     if (sqlite3_prepare_v2(engine, text.data(), static_cast<int>(text.size()), &prepared, nullptr) != SQLITE_OK)
         throw RecordError(sqlite3_errmsg(engine));
@@ -25,6 +27,7 @@ Query::Query(sqlite3* engine, std::string_view text, const std::vector<std::stri
 
 bool Query::Next()
 {
+    const OwnStatement own;
     const int answer = sqlite3_step(m_statement.get());
     if (answer == SQLITE_ROW)
         return true;

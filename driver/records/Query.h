@@ -12,7 +12,8 @@ struct sqlite3_stmt;
 namespace tarnwick::records
 {
 
-/// One prepared question to a catalog. Throws RecordError with SQLite's text where it fails.
+/// One prepared question that the driver itself asks a catalog; no user's rights limit it. Throws RecordError with
+/// SQLite's text where it fails.
 class Query
 {
 public:

@@ -1,5 +1,6 @@
 #include "RecordModule.h"
 
+#include "Privileges.h"
 #include "Query.h"
 #include "Rewrite.h"
 
@@ -110,6 +111,7 @@ int Connect(sqlite3* engine, void* data, int, const char* const*, sqlite3_vtab**
         Say(error, published.table->Problem());
         return SQLITE_ERROR;
     }
+    const OwnStatement own;
     const int answer = sqlite3_declare_vtab(engine, published.table->Declaration(published.unfiltered).c_str());
     if (answer != SQLITE_OK) {
         Say(error, "The columns of the table " + published.table->Definition().sqlName +

@@ -128,6 +128,12 @@ void RecordTables::MakeTableReady(const std::string& name, int depth)
         MakeNamesReady(criteria, depth + 1);
 }
 
+const RecordTable* RecordTables::Find(std::string_view name) const
+{
+    const auto found = m_tables.find(Upper(std::string(name)));
+    return found == m_tables.end() ? nullptr : found->second.get();
+}
+
 std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
 {
     const bool isBound = !m_surroundings.defaultDatabase.empty();

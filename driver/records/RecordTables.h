@@ -24,6 +24,9 @@ public:
     /// trouble with one is kept for SQLite to report when it is used. Throws RecordError if the catalog cannot be read.
     void MakeReady(std::string_view statement);
 
+    /// A table that was made ready, by its name in any case; null if there is none.
+    const RecordTable* Find(std::string_view name) const;
+
     /// The names of the tables that match a pattern of LIKE with `\` as its escape character, all of them ready; of all
     /// tables if there is no pattern.
     std::vector<std::string> MakeReadyLike(const std::string* pattern);

@@ -25,7 +25,7 @@ constexpr std::int64_t mostBytes = 65535;
 constexpr const char* tableQuestion =
     "SELECT t.DATABASE_NAME, t.TABLE_NAME, t.FILE_NAME, t.FILE_SPECIFICATION, t.CRITERIA, d.DEFAULT_DIRECTORY,"
     "       f.FILE_NAME, f.FILE_ORGANISATION, f.RECORD_TYPE, f.OPEN_STRING, f.RECORD_SIZE, d.DISPLAY_NAME,"
-    "       t.DISPLAY_NAME"
+    "       t.DISPLAY_NAME, t.REMARKS"
     "  FROM TW_TABLE t"
     "  LEFT JOIN TW_DB d ON d.DATABASE_NAME = t.DATABASE_NAME"
     "  LEFT JOIN TW_FILE f ON f.FILE_NAME = t.FILE_NAME"
@@ -203,6 +203,7 @@ std::optional<TableDefinition> ReadDefinition(sqlite3* engine, const Surrounding
     definition.table = row.Text(1);
     definition.sqlName = isBound ? definition.table : definition.JoinedName();
     definition.criteria = row.Text(4);
+    definition.remarks = row.Text(13);
     ReadFile(row, surroundings, definition);
     Query columns(engine, columnQuestion, {definition.database, definition.table, row.Text(2)});
     while (columns.Next())

@@ -47,6 +47,7 @@ struct TableDefinition {
     std::string table;
     std::string path; ///< of the data file
     std::string criteria;
+    std::string remarks;
     std::string organisation;
     std::string recordType;
     std::string openString;

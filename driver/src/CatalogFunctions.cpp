@@ -1,7 +1,11 @@
 #include "Diagnostics.h"
 #include "Lower.h"
+#include "Privileges.h"
+#include "RecordTables.h"
+#include "Registry.h"
 #include "Resources.h"
 #include "Text.h"
+#include "Tokenizer.h"
 
 #include <sqlucode.h>
 
@@ -41,7 +45,20 @@ bool AreWellFormed(const Names&... names)
 SQLRETURN RunOwn(SQLHSTMT statement, std::string text)
 {
     diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    const records::OwnStatement own;
     return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+}
+
+/// A text as SQL writes it.
+std::string Literal(std::string_view text)
+{
+    std::string literal = "'";
+    for (const char c : text) {
+        literal += c;
+        if (c == '\'')
+            literal += c;
+    }
+    return literal + "'";
 }
 
 /// " AND <column> LIKE '<pattern>'"; nothing for a pattern that was not given.
@@ -49,22 +66,76 @@ std::string Matching(const char* column, const SQLCHAR* pattern, SQLSMALLINT len
 {
     if (!pattern)
         return {};
-    std::string condition = std::string(" AND ") + column + " LIKE '";
-    for (const char c : NarrowArgument(pattern, length)) {
-        condition += c;
-        if (c == '\'')
-            condition += c;
+    return std::string(" AND ") + column + " LIKE " + Literal(NarrowArgument(pattern, length)) + " ESCAPE '\\'";
+}
+
+/// What a statement can read, as the common table THING (name, type, remarks): the catalog's own tables and views, and
+/// the tables over records whose names match a pattern, made ready. Those that cannot be read have no columns to tell
+/// of.
+std::string ThingsToRead(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, bool withUnreadable)
+{
+    std::string records;
+    const std::string pattern(NarrowArgument(table, tableLength));
+    if (const auto connection = registry::ConnectionOf(statement))
+        for (const std::string& name : connection->tables->MakeReadyLike(table ? &pattern : nullptr)) {
+            const records::RecordTable* const found = connection->tables->Find(name);
+            if (found && (withUnreadable || found->Problem().empty()))
+                records += (records.empty() ? "" : ", ") + std::string("(") + Literal(name) + ", " +
+                           Literal(found->Definition().remarks) + ")";
+        }
+    std::string text = "WITH THING (name, type, remarks) AS (SELECT name, type, '' FROM sqlite_master "
+                       "WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'";
+    if (!records.empty())
+        text += " UNION ALL SELECT column1, 'table', column2 FROM (VALUES " + records +
+                ") WHERE column1 COLLATE NOCASE NOT IN (SELECT name FROM sqlite_master)";
+    return text + ") ";
+}
+
+/// A list of table types as SQLTables takes it, `TABLE,VIEW` or `'TABLE', 'VIEW'`, as a condition.
+std::string OfTypes(const SQLCHAR* types, SQLSMALLINT length)
+{
+    std::string listed = types ? std::string(NarrowArgument(types, length)) : std::string();
+    if (listed.empty() || listed == "%")
+        return {};
+    std::string condition;
+    for (const Token& token : Tokenize(listed)) {
+        if (token.kind != Token::Kind::Word && token.kind != Token::Kind::String)
+            continue;
+        const bool quoted = token.kind == Token::Kind::String;
+        condition += (condition.empty() ? "" : ", ") +
+                     Literal(quoted ? token.text.substr(1, token.text.size() - 2) : token.text);
     }
-    return condition + "' ESCAPE '\\'";
+    return " AND t.type COLLATE NOCASE IN (" + condition + ")";
+}
+
+/// SQLTables. The lists of all catalogs, schemas and types, which an empty name of a table asks for, are the library's
+/// below.
+SQLRETURN Tables(SQLHSTMT statement, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema,
+                 SQLSMALLINT schemaLength, SQLCHAR* table, SQLSMALLINT tableLength, SQLCHAR* types,
+                 SQLSMALLINT typesLength)
+try {
+    if (table && NarrowArgument(table, tableLength).empty())
+        return lower.SQLTables(statement, catalog, catalogLength, schema, schemaLength, table, tableLength, types,
+                               typesLength);
+    return RunOwn(statement, ThingsToRead(statement, table, tableLength, true) +
+                                 "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, t.name AS TABLE_NAME, "
+                                 "upper(t.type) AS TABLE_TYPE, t.remarks AS REMARKS FROM THING t WHERE 1" +
+                                 Matching("t.name", table, tableLength) + OfTypes(types, typesLength) +
+                                 " ORDER BY 4, 3");
+} catch (const records::RecordError& error) {
+    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
 }
 
 /// SQLColumns answered from the catalog itself: the library below reports other types and sizes here than it does for
-/// the columns of a result.
+/// the columns of a result, and knows nothing of tables over records.
 SQLRETURN Columns(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, const SQLCHAR* column,
                   SQLSMALLINT columnLength)
-{
-    return RunOwn(statement, resources::odbcColumns + Matching("t.name", table, tableLength) +
-                                 Matching("c.name", column, columnLength) + " ORDER BY t.name, c.cid");
+try {
+    return RunOwn(statement, ThingsToRead(statement, table, tableLength, false) + resources::odbcColumns +
+                                 Matching("t.name", table, tableLength) + Matching("c.name", column, columnLength) +
+                                 " ORDER BY t.name, c.cid");
+} catch (const records::RecordError& error) {
+    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
 }
 
 /// SQLGetTypeInfo answered from TW_SQLDT, the types that the catalog knows. ODBC 2 clients ask for the date types under
@@ -106,6 +177,13 @@ SQLRETURN SQL_API SQLGetTypeInfoW(SQLHSTMT statement, SQLSMALLINT type)
     return TypeInfo(statement, type);
 }
 
+SQLRETURN SQL_API SQLTables(SQLHSTMT statement, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema,
+                            SQLSMALLINT schemaLength, SQLCHAR* table, SQLSMALLINT tableLength, SQLCHAR* types,
+                            SQLSMALLINT typesLength)
+{
+    return Tables(statement, catalog, catalogLength, schema, schemaLength, table, tableLength, types, typesLength);
+}
+
 SQLRETURN SQL_API SQLTablesW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT catalogLength, SQLWCHAR* schema,
                              SQLSMALLINT schemaLength, SQLWCHAR* table, SQLSMALLINT tableLength, SQLWCHAR* types,
                              SQLSMALLINT typesLength)
@@ -113,7 +191,7 @@ SQLRETURN SQL_API SQLTablesW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT 
     Name a(catalog, catalogLength), b(schema, schemaLength), c(table, tableLength), d(types, typesLength);
     if (!AreWellFormed(a, b, c, d))
         return RefuseName(statement);
-    return lower.SQLTables(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, d.Data(), SQL_NTS);
+    return Tables(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, d.Data(), SQL_NTS);
 }
 
 SQLRETURN SQL_API SQLPrimaryKeysW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT catalogLength, SQLWCHAR* schema,

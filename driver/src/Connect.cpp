@@ -5,6 +5,7 @@
 #include "Diagnostics.h"
 #include "Engine.h"
 #include "Lower.h"
+#include "Privileges.h"
 #include "RecordTables.h"
 #include "Registry.h"
 #include "StatementLog.h"
@@ -70,6 +71,20 @@ std::shared_ptr<records::RecordTables> ServeRecords(const Connection& connection
     return std::make_shared<records::RecordTables>(connection.engine, std::move(surroundings), badFields);
 }
 
+/// Holds a connection to the rights of its user.
+std::shared_ptr<records::Privileges> Guard(const Connection& connection, const std::string& user)
+{
+    const auto locate = [tables = connection.tables](std::string_view name) {
+        const records::RecordTable* const table = tables->Find(name);
+        if (!table)
+            return std::optional<records::Privileges::Place>();
+        return std::optional(records::Privileges::Place(table->Definition().database, table->Definition().table));
+    };
+    auto privileges = std::make_shared<records::Privileges>(connection.engine, user, locate);
+    privileges->Guard();
+    return privileges;
+}
+
 /// Opens the data source that a connect string describes and registers the connection.
 SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
 {
@@ -88,6 +103,7 @@ SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
             connection.log = std::make_shared<StatementLog>(source.statementLog);
         connection.engine = OpenCatalog(handle, connection.catalogPath, source.timeout);
         connection.tables = ServeRecords(connection, source, text);
+        connection.privileges = Guard(connection, source.user);
         registry::OpenConnection(handle, std::make_shared<const Connection>(std::move(connection)));
         return SQL_SUCCESS;
     } catch (const ConnectError& error) {
@@ -101,6 +117,13 @@ SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
 SQLRETURN ReturnText(SQLHDBC handle, Fit fit)
 {
     return fit == Fit::Whole ? SQL_SUCCESS : diagnostics::WarnOfCutText(SQL_HANDLE_DBC, handle);
+}
+
+/// The connect string of SQLConnect's arguments.
+std::string Attributes(std::string_view datasource, std::string_view user)
+{
+    std::string text = "DSN={" + std::string(datasource) + "}";
+    return user.empty() ? text : text + ";UID={" + std::string(user) + "}";
 }
 
 SQLRETURN RefuseWideText(SQLHDBC handle)
@@ -140,17 +163,18 @@ SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQL
     return ReturnText(handle, fit);
 }
 
-SQLRETURN SQL_API SQLConnect(SQLHDBC handle, SQLCHAR* datasource, SQLSMALLINT datasourceLength, SQLCHAR*, SQLSMALLINT,
-                             SQLCHAR*, SQLSMALLINT)
+SQLRETURN SQL_API SQLConnect(SQLHDBC handle, SQLCHAR* datasource, SQLSMALLINT datasourceLength, SQLCHAR* user,
+                             SQLSMALLINT userLength, SQLCHAR*, SQLSMALLINT)
 {
-    return Connect(handle, "DSN={" + std::string(NarrowArgument(datasource, datasourceLength)) + "}");
+    return Connect(handle, Attributes(NarrowArgument(datasource, datasourceLength), NarrowArgument(user, userLength)));
 }
 
-SQLRETURN SQL_API SQLConnectW(SQLHDBC handle, SQLWCHAR* datasource, SQLSMALLINT datasourceLength, SQLWCHAR*,
-                              SQLSMALLINT, SQLWCHAR*, SQLSMALLINT)
+SQLRETURN SQL_API SQLConnectW(SQLHDBC handle, SQLWCHAR* datasource, SQLSMALLINT datasourceLength, SQLWCHAR* user,
+                              SQLSMALLINT userLength, SQLWCHAR*, SQLSMALLINT)
 {
     const auto name = WideArgument(datasource, datasourceLength);
-    return name ? Connect(handle, "DSN={" + *name + "}") : RefuseWideText(handle);
+    const auto userName = WideArgument(user, userLength);
+    return name && userName ? Connect(handle, Attributes(*name, *userName)) : RefuseWideText(handle);
 }
 
 SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle)

@@ -1,9 +1,12 @@
 #include "Diagnostics.h"
 #include "Lower.h"
+#include "RecordTables.h"
+#include "Registry.h"
 #include "Text.h"
 
 #include <sqlucode.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <optional>
@@ -21,6 +24,9 @@ using NameBuffer = std::array<SQLCHAR, nameCapacity>;
 
 /// The most bytes that one character takes in UTF-8.
 constexpr SQLLEN bytesPerCharacter = 4;
+
+/// What the text of a decimal number takes besides its digits.
+constexpr SQLLEN signAndPoint = 2;
 
 /// A result column as it is reported. The library below calls declared text beyond 255 characters long text, and gives
 /// the numeric types other sizes than ODBC defines for them ("Column Size" in its appendix of data types).
@@ -41,11 +47,29 @@ std::string TextAttribute(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT 
     return reinterpret_cast<const char*>(text.data());
 }
 
-bool IsDeclaredWithLength(SQLHSTMT statement, SQLUSMALLINT number)
+bool IsDeclaredAs(SQLHSTMT statement, SQLUSMALLINT number, std::string_view type)
 {
     SQLRETURN answer = SQL_ERROR;
-    const std::string type = TextAttribute(statement, number, SQL_DESC_TYPE_NAME, &answer);
-    return SQL_SUCCEEDED(answer) && EqualIgnoringCase(type, "varchar");
+    const std::string declared = TextAttribute(statement, number, SQL_DESC_TYPE_NAME, &answer);
+    return SQL_SUCCEEDED(answer) && EqualIgnoringCase(declared, type);
+}
+
+/// The library below calls the decimal numbers of tables over records text. Their digits are those of the field.
+void TakeDecimal(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
+{
+    SQLRETURN answer = SQL_ERROR;
+    const auto connection = registry::ConnectionOf(statement);
+    const std::string table = TextAttribute(statement, number, SQL_DESC_BASE_TABLE_NAME, &answer);
+    const std::string name = TextAttribute(statement, number, SQL_DESC_BASE_COLUMN_NAME, &answer);
+    const records::RecordTable* const records = connection ? connection->tables->Find(table) : nullptr;
+    if (!records)
+        return;
+    for (const records::Column& known : records->Definition().columns)
+        if (EqualIgnoringCase(known.name, name) && known.shown == records::Shown::Decimal && known.field) {
+            column->type = SQL_DECIMAL;
+            column->digits = static_cast<SQLSMALLINT>(std::max(known.field->scale, 0));
+            column->size = records::DigitsOf(*known.field) - static_cast<SQLULEN>(std::min(known.field->scale, 0));
+        }
 }
 
 /// The size that ODBC gives an integer type: its decimal digits.
@@ -118,6 +142,8 @@ const char* TypeName(SQLSMALLINT type)
         return "DOUBLE";
     case SQL_VARCHAR:
         return "VARCHAR";
+    case SQL_DECIMAL:
+        return "DECIMAL";
     default:
         return nullptr;
     }
@@ -133,8 +159,10 @@ SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
     if (!SQL_SUCCEEDED(answer))
         return answer;
     column->name = reinterpret_cast<const char*>(name.data());
-    if (column->type == SQL_LONGVARCHAR && IsDeclaredWithLength(statement, number))
+    if (column->type == SQL_LONGVARCHAR && IsDeclaredAs(statement, number, "varchar"))
         column->type = SQL_VARCHAR;
+    else if (column->type == SQL_VARCHAR && IsDeclaredAs(statement, number, "decimal"))
+        TakeDecimal(statement, number, column);
     column->size = IntegerSize(column->type).value_or(column->size);
     if (const auto number = FloatOf(column->type))
         column->size = number->digits;
@@ -146,7 +174,8 @@ std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
 {
     const bool integer = IntegerSize(column.type).has_value();
     const auto floating = FloatOf(column.type);
-    if (!integer && !floating && column.type != SQL_VARCHAR)
+    const bool decimal = column.type == SQL_DECIMAL;
+    if (!integer && !floating && !decimal && column.type != SQL_VARCHAR)
         return std::nullopt;
     const auto size = static_cast<SQLLEN>(column.size);
     switch (field) {
@@ -160,14 +189,21 @@ std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
     case SQL_DESC_DISPLAY_SIZE:
         if (floating)
             return floating->characters;
+        if (decimal)
+            return size + signAndPoint;
         return integer && column.type != SQL_BIT ? size + 1 : size;
     case SQL_DESC_OCTET_LENGTH:
     case SQL_COLUMN_LENGTH:
         if (floating)
             return floating->bytes;
+        if (decimal)
+            return size + signAndPoint;
         return integer ? IntegerBytes(column.type) : size * bytesPerCharacter;
     case SQL_DESC_NUM_PREC_RADIX:
-        return floating || (integer && column.type != SQL_BIT) ? 10 : 0;
+        return floating || decimal || (integer && column.type != SQL_BIT) ? 10 : 0;
+    case SQL_DESC_SCALE:
+    case SQL_COLUMN_SCALE:
+        return decimal ? std::optional<SQLLEN>(column.digits) : std::nullopt;
     default:
         return std::nullopt;
     }

@@ -54,10 +54,6 @@ FORWARD(SQLSetDescField,
 
 // Catalog functions with narrow names
 FORWARD(SQLGetFunctions, (SQLHDBC c, SQLUSMALLINT function, SQLUSMALLINT* supported), (c, function, supported))
-FORWARD(SQLTables,
-        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
-         SQLCHAR* table, SQLSMALLINT tableLength, SQLCHAR* types, SQLSMALLINT typesLength),
-        (s, catalog, catalogLength, schema, schemaLength, table, tableLength, types, typesLength))
 FORWARD(SQLPrimaryKeys,
         (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
          SQLCHAR* table, SQLSMALLINT tableLength),

@@ -14,6 +14,7 @@ class StatementLog;
 
 namespace records
 {
+class Privileges;
 class RecordTables;
 }
 
@@ -28,6 +29,9 @@ struct Connection {
 
     /// The tables over records, which live in `engine`.
     std::shared_ptr<records::RecordTables> tables;
+
+    /// What the connection's user may do.
+    std::shared_ptr<records::Privileges> privileges;
 };
 
 /// Connections and their statements. Every function may be called from any thread.

@@ -1,5 +1,6 @@
 #include "Diagnostics.h"
 #include "Lower.h"
+#include "Privileges.h"
 #include "RecordTables.h"
 #include "Registry.h"
 #include "Rewrite.h"
@@ -36,7 +37,11 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
     } catch (const records::RecordError& error) {
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
     }
-    return run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS);
+    records::Privileges::TakeRefusal();
+    const SQLRETURN answer = run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS);
+    if (const std::string refusal = records::Privileges::TakeRefusal(); answer == SQL_ERROR && !refusal.empty())
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
+    return answer;
 }
 
 SQLRETURN SubmitNarrow(SQLHSTMT statement, const SQLCHAR* text, SQLINTEGER length, Run run)

@@ -219,3 +219,48 @@ TEST_F(Records, ColumnsAppearAsTheirDisplayNamesSay)
     EXPECT_EQ(result.columns[1].size, 6u);
     EXPECT_EQ(result.columns[2].type, SQL_DOUBLE);
 }
+
+TEST_F(Records, WideDecimalNumbersAreDescribedWithTheirDigits)
+{
+    Make("SUMS", {{"WIDE", "PACKED", 10, 2}, {"LARGE", "UNSIGNED-8", 8}},
+         "\x00\x12\x34\x56\x78\x90\x12\x34\x56\x7D"s + std::string(8, '\xFF'));
+    const Result result = client.Execute("SELECT WIDE, LARGE, WIDE + 1 AS MORE FROM BANK_SUMS");
+    ASSERT_EQ(result.columns.size(), 3u) << result.diagnostic.message;
+    EXPECT_EQ(result.columns[0].type, SQL_DECIMAL);
+    EXPECT_EQ(result.columns[0].size, 19u);
+    EXPECT_EQ(result.columns[1].type, SQL_DECIMAL);
+    EXPECT_EQ(result.columns[1].size, 20u);
+    ASSERT_EQ(result.rows.size(), 1u);
+    EXPECT_EQ(result.rows[0][0], "-123456789012345.67");
+    EXPECT_EQ(result.rows[0][1], "18446744073709551615");
+}
+
+TEST_F(Records, CatalogFunctionsKnowTablesOverRecords)
+{
+    Make("ACCOUNT", account, accounts);
+    Run("UPDATE TW_TABLE SET REMARKS = 'All accounts' WHERE TABLE_NAME = 'ACCOUNT'");
+    DefineTable("BROKEN", "NOTHING", "x.dat");
+    std::vector<SQLWCHAR> pattern = Wide("BANK_%");
+    const Result tables = client.Read([&](SQLHSTMT statement) {
+        return SQLTablesW(statement, nullptr, 0, nullptr, 0, pattern.data(), SQL_NTS, nullptr, 0);
+    });
+    ASSERT_EQ(tables.rows.size(), 2u) << tables.diagnostic.message;
+    EXPECT_EQ(tables.rows[0][2], "BANK_ACCOUNT");
+    EXPECT_EQ(tables.rows[0][3], "TABLE");
+    EXPECT_EQ(tables.rows[0][4], "All accounts");
+    EXPECT_EQ(tables.rows[1][2], "BANK_BROKEN");
+    const Result columns = client.Read([&](SQLHSTMT statement) {
+        return SQLColumnsW(statement, nullptr, 0, nullptr, 0, pattern.data(), SQL_NTS, nullptr, 0);
+    });
+    ASSERT_EQ(columns.rows.size(), 3u) << columns.diagnostic.message;
+    EXPECT_EQ(columns.rows[1][3], "NAME");
+    EXPECT_EQ(columns.rows[1][4], std::to_string(SQL_VARCHAR));
+    EXPECT_EQ(columns.rows[1][6], "6");
+    EXPECT_EQ(columns.rows[2][4], std::to_string(SQL_DOUBLE));
+    std::vector<SQLWCHAR> views = Wide("'VIEW'");
+    const Result none = client.Read([&](SQLHSTMT statement) {
+        return SQLTablesW(statement, nullptr, 0, nullptr, 0, nullptr, 0, views.data(), SQL_NTS);
+    });
+    EXPECT_TRUE(none.Succeeded()) << none.diagnostic.message;
+    EXPECT_TRUE(none.rows.empty());
+}

@@ -1,0 +1,159 @@
+#include "Privileges.h"
+
+#include "Query.h"
+#include "Text.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace tarnwick::records
+{
+namespace
+{
+
+thread_local int ownStatements = 0;
+thread_local std::string refusal;
+
+constexpr const char* administrator = "ADMIN";
+
+bool StartsWith(std::string_view text, std::string_view beginning)
+{
+    return EqualIgnoringCase(text.substr(0, beginning.size()), beginning);
+}
+
+std::string Upper(std::string_view text)
+{
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return upper;
+}
+
+/// Pragmas that tell and change nothing.
+bool IsHarmlessPragma(std::string_view name)
+{
+    for (const char* known : {"table_info", "table_xinfo", "table_list", "index_list", "index_info", "index_xinfo",
+                              "foreign_key_list", "database_list", "collation_list", "data_version"})
+        if (EqualIgnoringCase(name, known))
+            return true;
+    return false;
+}
+
+} // namespace
+
+OwnStatement::OwnStatement()
+{
+    ++ownStatements;
+}
+
+OwnStatement::~OwnStatement()
+{
+    --ownStatements;
+}
+
+bool OwnStatement::IsRunning()
+{
+    return ownStatements > 0;
+}
+
+Privileges::Privileges(sqlite3* engine, std::string user, Locate locate)
+    : m_engine(engine), m_user(std::move(user)), m_locate(std::move(locate)),
+      m_mayDoEverything(m_user.empty() || EqualIgnoringCase(m_user, administrator))
+{
+    if (m_mayDoEverything)
+        return;
+    const auto read = [](const Query& row) {
+        return Rights{{row.Number(2) != 0, row.Number(3) != 0, row.Number(4) != 0, row.Number(5) != 0}};
+    };
+    for (Query row(engine,
+                   "SELECT DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE"
+                   "  FROM TW_DBPRV WHERE USER_NAME = ?1 COLLATE NOCASE",
+                   {m_user});
+         row.Next();) {
+        m_databases[Upper(row.Text(0))] = read(row);
+        m_byTable[Upper(row.Text(0))] = EqualIgnoringCase(row.Text(1), "TABLE");
+    }
+    for (Query row(engine,
+                   "SELECT DATABASE_NAME, TABLE_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE"
+                   "  FROM TW_TBLPRV WHERE USER_NAME = ?1 COLLATE NOCASE",
+                   {m_user});
+         row.Next();)
+        m_tables[{Upper(row.Text(0)), Upper(row.Text(1))}] = read(row);
+}
+
+void Privileges::Guard()
+{
+    if (!m_mayDoEverything)
+        sqlite3_set_authorizer(m_engine, Authorize, this);
+}
+
+std::string Privileges::TakeRefusal()
+{
+    return std::exchange(refusal, std::string());
+}
+
+bool Privileges::MayUse(Right right, std::string_view name) const
+{
+    std::optional<Place> place;
+    if (StartsWith(name, "TW_"))
+        place = {"TW", Upper(name.substr(3))};
+    else if ((place = m_locate(name)))
+        place = {Upper(place->first), Upper(place->second)};
+    if (!place)
+        return right == Select;
+    const auto database = m_databases.find(place->first);
+    if (database == m_databases.end())
+        return false;
+    if (!m_byTable.at(place->first))
+        return database->second.allowed[right];
+    const auto table = m_tables.find(*place);
+    return table != m_tables.end() && table->second.allowed[right];
+}
+
+int Privileges::Refuse(const std::string& what) const
+{
+    refusal = "The user " + m_user + " does not have the privileges to " + what + ".";
+    return SQLITE_DENY;
+}
+
+int Privileges::Check(Right right, const char* name) const
+{
+    constexpr const char* actions[] = {"read the table ", "add to the table ", "change the table ",
+                                       "delete from the table "};
+    const std::string table = name ? name : "";
+    return MayUse(right, table) ? SQLITE_OK : Refuse(actions[right] + table);
+}
+
+int Privileges::Authorize(void* self, int action, const char* first, const char*, const char*, const char* view)
+{
+    const auto& privileges = *static_cast<const Privileges*>(self);
+    if (OwnStatement::IsRunning())
+        return SQLITE_OK;
+    switch (action) {
+    case SQLITE_SELECT:
+    case SQLITE_FUNCTION:
+    case SQLITE_TRANSACTION:
+    case SQLITE_SAVEPOINT:
+    case SQLITE_RECURSIVE:
+        return SQLITE_OK;
+    case SQLITE_READ:
+        // What a view reads is the view's to answer for.
+        return view ? SQLITE_OK : privileges.Check(Select, first);
+    case SQLITE_INSERT:
+        return privileges.Check(Insert, first);
+    case SQLITE_UPDATE:
+        return privileges.Check(Update, first);
+    case SQLITE_DELETE:
+        return privileges.Check(Delete, first);
+    case SQLITE_PRAGMA:
+        if (first && IsHarmlessPragma(first))
+            return SQLITE_OK;
+        break;
+    default:
+        break;
+    }
+    return privileges.Refuse("change the catalog's file");
+}
+
+} // namespace tarnwick::records

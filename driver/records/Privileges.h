@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+struct sqlite3;
+
+namespace tarnwick::records
+{
+
+/// What a user may do with the catalog's tables and with those over records. `ADMIN`, and whoever gives no name, may do
+/// everything, whatever the catalog holds. Any other user has the rights that the catalog gave when the connection was
+/// opened: those of its row for the database or, at the security level `TABLE`, those of its row for the table. The
+/// catalog's tables are those of the database `TW`. Nobody but `ADMIN` changes how the catalog's file is made up.
+class Privileges
+{
+public:
+    /// A database and a table of the catalog.
+    using Place = std::pair<std::string, std::string>;
+    /// Tells which table of the catalog a name is; nothing for the name of any other thing.
+    using Locate = std::function<std::optional<Place>(std::string_view)>;
+
+    /// Reads the rights of a user. Throws RecordError if the catalog cannot be read.
+    Privileges(sqlite3* engine, std::string user, Locate locate);
+
+    /// Holds the statements of the connection to the rights from now on. The object must outlive the connection.
+    void Guard();
+
+    /// Why the last statement of this thread was refused, in a whole sentence that holds the word "privileges"; empty
+    /// if none was since the last call.
+    static std::string TakeRefusal();
+
+private:
+    enum Right { Select, Insert, Update, Delete };
+    struct Rights {
+        bool allowed[4] = {};
+    };
+
+    static int Authorize(void* self, int action, const char* first, const char* second, const char* database,
+                         const char* view);
+    bool MayUse(Right right, std::string_view name) const;
+    int Check(Right right, const char* name) const;
+    int Refuse(const std::string& what) const;
+
+    sqlite3* m_engine;
+    std::string m_user;
+    Locate m_locate;
+    bool m_mayDoEverything;
+    std::map<std::string, Rights> m_databases;
+    std::map<Place, Rights> m_tables;
+    std::map<std::string, bool> m_byTable; ///< databases at the security level TABLE
+};
+
+/// The driver's own statements, which no user's rights limit, while one of these lives on the thread.
+class OwnStatement
+{
+public:
+    OwnStatement();
+    ~OwnStatement();
+    OwnStatement(const OwnStatement&) = delete;
+    OwnStatement& operator=(const OwnStatement&) = delete;
+
+    static bool IsRunning();
+};
+
+} // namespace tarnwick::records
