@@ -1,7 +1,11 @@
 #include "PasswordGrid.h"
 
 #include "Boxes.h"
+#include "CellGrid.h"
 #include "modString.h"
+
+#include <QEvent>
+#include <QLineEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -13,12 +17,34 @@ QString shownPassword(const QString& stored)
     return stored.isEmpty() ? QString() : u"**********"_s;
 }
 
+/// Empties an entry when what it watches is taken away, so that no password is held where nobody sees it.
+class Forgetting final : public QObject
+{
+public:
+    explicit Forgetting(QLineEdit& entry) : QObject(&entry), m_entry(entry) {}
+
+private:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::HideToParent)
+            m_entry.setText({});
+        return false;
+    }
+
+    QLineEdit& m_entry;
+};
+
 } // namespace
 
 PasswordGrid::PasswordGrid(const Kind& kind, std::vector<GridColumn> columns, const QString& passwordColumn,
                            QWidget* parent)
     : GridPane(kind, std::move(columns), parent), m_column(passwordColumn)
 {
+    auto* entry = grd().findChild<QLineEdit*>(u"txtCell"_s);
+    auto* forgetting = new Forgetting(*entry);
+    entry->installEventFilter(forgetting);
+    // When another pane comes up, a cell that is being edited is dropped.
+    installEventFilter(forgetting);
 }
 
 GridColumn PasswordGrid::passwordColumn(const QString& name)
