@@ -45,7 +45,9 @@ void CsvColumns::clear()
 QStringView CsvColumns::operator[](int number) const
 {
     if (number < 1 || number > count())
-        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
+                           RuntimeError::usualDescription(ErrorNumber::SubscriptOutOfRange) +
+                               QStringLiteral(": the line has no column %1").arg(number));
     return m_columns[static_cast<std::size_t>(number - 1)];
 }
 
@@ -81,7 +83,7 @@ void splitLine(QStringView line, CsvColumns& columns)
     for (;;) {
         const qsizetype comma = line.indexOf(u',');
         columns.append(withoutQuotes(trimmed(comma < 0 ? line : line.first(comma))));
-        if (comma < 0)
+        if (comma < 0 || columns.count() == CsvColumns::most)
             return;
         line = line.sliced(comma + 1);
     }
@@ -90,7 +92,7 @@ void splitLine(QStringView line, CsvColumns& columns)
 void scanLine(QStringView line, CsvColumns& columns)
 {
     columns.clear();
-    while (!line.isEmpty()) {
+    while (!line.isEmpty() && columns.count() < CsvColumns::most) {
         const qsizetype end = line.indexOf(line.startsWith(u'"') ? u'"' : u',', 1);
         columns.append(NoQuotes(end < 0 ? line : line.first(end)));
         line = end < 0 ? QStringView() : line.sliced(end + 1);

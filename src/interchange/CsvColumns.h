@@ -11,6 +11,9 @@
 class CsvColumns
 {
 public:
+    /// What stands behind that many columns is left out: no kind of line has as many.
+    static constexpr int most = 32;
+
     void clear();
     int count() const { return static_cast<int>(m_columns.size()); }
     /// Raises 9 for a column that is not there.

@@ -97,6 +97,13 @@ TEST(CsvColumns, AnEmptyLineHasOneColumnForTheValidationAndNoneForTheImport)
     EXPECT_EQ(scan({}), QStringList());
 }
 
+TEST(CsvColumns, WhatStandsBehindManyColumnsIsLeftOut)
+{
+    const QString line = QStringList(1000, u"A"_s).join(',');
+    EXPECT_EQ(split(line), QStringList(CsvColumns::most, u"A"_s));
+    EXPECT_EQ(scan(line), QStringList(CsvColumns::most, u"A"_s));
+}
+
 TEST(CsvColumns, AColumnThatIsNotThereRaises9)
 {
     CsvColumns columns;

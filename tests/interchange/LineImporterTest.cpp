@@ -188,6 +188,14 @@ TEST_F(LineImporterTest, RetrySendsTheInsertAgainAlone)
     EXPECT_EQ(stored(u"SELECT COLUMN_NUMBER FROM TW_COLUMN WHERE COLUMN_NAME = 'A'"_s), QStringList{"1"});
 }
 
+TEST_F(LineImporterTest, AnAbortEndsTheProgramWithTheLinesBefore)
+{
+    errors.expect(Press::Abort);
+    EXPECT_THROW(import({u"USER,BOB,B"_s, u"USER,CLERK,A"_s, u"USER,EVE,E"_s}), ProcessEnded);
+    EXPECT_EQ(outside.ends, 1);
+    EXPECT_EQ(stored(u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME"_s), (QStringList{"ADMIN", "BOB", "CLERK"}));
+}
+
 TEST_F(LineImporterTest, ALineThatLostColumnsIsReportedAndSendsNothing)
 {
     errors.expect(Press::Ignore).expect(Press::Ignore);
@@ -196,6 +204,7 @@ TEST_F(LineImporterTest, ALineThatLostColumnsIsReportedAndSendsNothing)
     EXPECT_EQ(errors.shown()[0].number, u"13"_s);
     EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVImport.Import"_s);
     EXPECT_EQ(errors.shown()[1].number, u"9"_s);
+    EXPECT_EQ(errors.shown()[1].description, u"Subscript out of range: the line has no column 3"_s);
 }
 
 TEST_F(LineImporterTest, ANumberThatIsNoneNeverStandsInAStatement)
