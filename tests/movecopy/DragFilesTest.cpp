@@ -1,7 +1,6 @@
 #include "MoveCopyFixture.h"
 
 #include "CConnections.h"
-#include "DialogForm.h"
 #include "Settings.h"
 #include "frmTWErr.h"
 #include "modDragAndDrop.h"

@@ -1,7 +1,6 @@
 #include "MoveCopyFixture.h"
 
 #include "CConnections.h"
-#include "DialogForm.h"
 #include "DragHandlers.h"
 #include "MousePointer.h"
 #include "MoveCopyRoom.h"

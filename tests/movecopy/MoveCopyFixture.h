@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DialogForm.h"
 #include "DialogScript.h"
 #include "DragMode.h"
 #include "MainWindowFixture.h"
