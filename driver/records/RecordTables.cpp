@@ -106,32 +106,39 @@ void RecordTables::MakeNamesReady(std::string_view statement, int depth)
 
 void RecordTables::MakeTableReady(const std::string& name, int depth)
 {
-    const std::string key = Upper(name);
-    const auto known = m_tables.find(key);
+    const std::shared_ptr<const RecordTable> known = Find(name);
     auto definition = ReadDefinition(m_engine, m_surroundings, name);
     if (!definition) {
-        if (known == m_tables.end())
-            return;
-        Withdraw(m_engine, known->second->Definition().sqlName);
-        Withdraw(m_engine, known->second->UnfilteredName());
-        m_tables.erase(known);
+        if (known)
+            WithdrawTable(*known);
         return;
     }
     const std::string criteria = definition->criteria;
-    if (known == m_tables.end() || known->second->Definition() != *definition) {
+    if (!known || known->Definition() != *definition) {
         const auto table = std::make_shared<const RecordTable>(std::move(*definition), m_badFields);
         if (Publish(m_engine, table) != SQLITE_OK)
             throw RecordError(sqlite3_errmsg(m_engine));
-        m_tables[key] = table;
+        const std::lock_guard lock(m_mutex);
+        m_tables[Upper(name)] = table;
     }
     if (!criteria.empty() && depth < deepest)
         MakeNamesReady(criteria, depth + 1);
 }
 
-const RecordTable* RecordTables::Find(std::string_view name) const
+void RecordTables::WithdrawTable(const RecordTable& table)
 {
+    const std::string name = table.Definition().sqlName;
+    Withdraw(m_engine, name);
+    Withdraw(m_engine, table.UnfilteredName());
+    const std::lock_guard lock(m_mutex);
+    m_tables.erase(Upper(name));
+}
+
+std::shared_ptr<const RecordTable> RecordTables::Find(std::string_view name) const
+{
+    const std::lock_guard lock(m_mutex);
     const auto found = m_tables.find(Upper(std::string(name)));
-    return found == m_tables.end() ? nullptr : found->second.get();
+    return found == m_tables.end() ? nullptr : found->second;
 }
 
 std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,7 @@ namespace tarnwick::records
 
 /// The tables over records of one connection. Definitions are read from the catalog, through the same connection, each
 /// time that a statement names their table; so a definition that was just changed, committed or not, counts at once.
+/// Every function may be called from any thread.
 class RecordTables
 {
 public:
@@ -25,7 +27,7 @@ public:
     void MakeReady(std::string_view statement);
 
     /// A table that was made ready, by its name in any case; null if there is none.
-    const RecordTable* Find(std::string_view name) const;
+    std::shared_ptr<const RecordTable> Find(std::string_view name) const;
 
     /// The names of the tables that match a pattern of LIKE with `\` as its escape character, all of them ready; of all
     /// tables if there is no pattern.
@@ -33,12 +35,16 @@ public:
 
 private:
     void MakeTableReady(const std::string& name, int depth);
+    void WithdrawTable(const RecordTable& table);
     void MakeNamesReady(std::string_view statement, int depth);
 
     sqlite3* m_engine;
     Surroundings m_surroundings;
     BadFields m_badFields;
     std::map<std::string, std::shared_ptr<const RecordTable>> m_tables; ///< by their names in upper case
+
+    /// Guards `m_tables`, and is never held while SQLite is called: SQLite calls back into `Find` under its own lock.
+    mutable std::mutex m_mutex;
 };
 
 /// The names in a statement that stand where a table is named, without their quotes; those of the catalog's own tables

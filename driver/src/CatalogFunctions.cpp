@@ -78,7 +78,7 @@ std::string ThingsToRead(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT t
     const std::string pattern(NarrowArgument(table, tableLength));
     if (const auto connection = registry::ConnectionOf(statement))
         for (const std::string& name : connection->tables->MakeReadyLike(table ? &pattern : nullptr)) {
-            const records::RecordTable* const found = connection->tables->Find(name);
+            const auto found = connection->tables->Find(name);
             if (found && (withUnreadable || found->Problem().empty()))
                 records += (records.empty() ? "" : ", ") + std::string("(") + Literal(name) + ", " +
                            Literal(found->Definition().remarks) + ")";

@@ -75,7 +75,7 @@ std::shared_ptr<records::RecordTables> ServeRecords(const Connection& connection
 std::shared_ptr<records::Privileges> Guard(const Connection& connection, const std::string& user)
 {
     const auto locate = [tables = connection.tables](std::string_view name) {
-        const records::RecordTable* const table = tables->Find(name);
+        const auto table = tables->Find(name);
         if (!table)
             return std::optional<records::Privileges::Place>();
         return std::optional(records::Privileges::Place(table->Definition().database, table->Definition().table));

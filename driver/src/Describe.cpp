@@ -61,7 +61,7 @@ void TakeDecimal(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
     const auto connection = registry::ConnectionOf(statement);
     const std::string table = TextAttribute(statement, number, SQL_DESC_BASE_TABLE_NAME, &answer);
     const std::string name = TextAttribute(statement, number, SQL_DESC_BASE_COLUMN_NAME, &answer);
-    const records::RecordTable* const records = connection ? connection->tables->Find(table) : nullptr;
+    const auto records = connection ? connection->tables->Find(table) : nullptr;
     if (!records)
         return;
     for (const records::Column& known : records->Definition().columns)

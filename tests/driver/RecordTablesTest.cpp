@@ -1,4 +1,7 @@
+#include "Command.h"
 #include "RecordsFixture.h"
+
+#include <thread>
 
 namespace
 {
@@ -263,4 +266,55 @@ TEST_F(Records, CatalogFunctionsKnowTablesOverRecords)
     });
     EXPECT_TRUE(none.Succeeded()) << none.diagnostic.message;
     EXPECT_TRUE(none.rows.empty());
+}
+
+TEST_F(Records, APreparedStatementTakesParameters)
+{
+    Make("ACCOUNT", account, accounts);
+    std::string text = "SELECT NAME FROM BANK_ACCOUNT WHERE BALANCE > ?";
+    SQLHSTMT statement = client.NewStatement();
+    ASSERT_EQ(SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    double limit = 100;
+    SQLBindParameter(statement, 1, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 15, 0, &limit, 0, nullptr);
+    const auto count = [&] {
+        EXPECT_TRUE(SQL_SUCCEEDED(SQLExecute(statement)));
+        int rows = 0;
+        while (SQL_SUCCEEDED(SQLFetch(statement)))
+            ++rows;
+        SQLFreeStmt(statement, SQL_CLOSE);
+        return rows;
+    };
+    EXPECT_EQ(count(), 1);
+    limit = -100;
+    EXPECT_EQ(count(), 3);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(Records, IsqlShowsThem)
+{
+    Make("ACCOUNT", account, accounts);
+    const std::string name =
+        setup.AddDataSource({"Catalog = " + setup.File("c.cat"), "DefaultDatabase = BANK", "BadFields = Error"});
+    const CommandOutput output =
+        RunCommand({"isql", name, "-b", "-x0x7C"}, "SELECT NAME, BALANCE FROM ACCOUNT WHERE BALANCE <> 0\n");
+    EXPECT_EQ(output.exitCode, 0) << output.text;
+    EXPECT_NE(output.text.find("Harry|123.45"), std::string::npos) << output.text;
+    EXPECT_NE(output.text.find("Ivy|-7.5"), std::string::npos) << output.text;
+}
+
+TEST_F(Records, ManyThreadsReadOnOneConnection)
+{
+    Make("ACCOUNT", account, accounts);
+    DefineTable("DEBIT", "ACCOUNT", "ACCOUNT.dat", "BANK_DEBIT.BALANCE < 0");
+    OdbcClient limited;
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, ALLOW_SELECT) VALUES ('TELLER', 'BANK', 1)");
+    Connect(limited, "UID=TELLER");
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            for (int k = 0; k < 50; ++k)
+                EXPECT_EQ(Rows(limited, "SELECT d.NAME FROM BANK_DEBIT d JOIN BANK_ACCOUNT a ON a.NO = d.NO"), "Ivy\n");
+        });
+    for (std::thread& thread : threads)
+        thread.join();
 }

@@ -1,0 +1,79 @@
+// Fuzzes the walk through a file's records and every decoder (libFuzzer, with AddressSanitizer and
+// UndefinedBehaviorSanitizer). The first bytes of an input choose format, type, form and scale; the rest is the file.
+
+#include "FieldDecoder.h"
+#include "RecordCursor.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <iterator>
+
+using namespace tarnwick::records;
+
+namespace
+{
+
+struct Layout {
+    const char* organisation;
+    const char* recordType;
+    const char* openString;
+};
+
+constexpr Layout layouts[] = {
+    {"SEQUENTIAL", "FIXED", ""},
+    {"SEQUENTIAL", "FIXED", "LINE_EBCDIC-037"},
+    {"SEQUENTIAL", "VARIABLE", "SHIFT-JIS"},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-4-BE_ISO-8859-1"},
+    {"SEQUENTIAL", "VARIABLE", "RDW_EBCDIC-1047"},
+    {"RELATIVE", "FIXED", ""},
+    {"RELATIVE", "VARIABLE", "SLOT-8"},
+    {"INDEXED", "FIXED", "ASCII"},
+    {"INDEXED", "VARIABLE", ""},
+};
+
+constexpr const char* formats[] = {"", "YYYY-MM-DD", "DD-MMM-YY hh:mm:ss.cc", "YYMMDD"};
+
+using Kind = StorageType::Kind;
+using Sign = StorageType::Sign;
+
+Field MakeField(const std::uint8_t* choice)
+{
+    Field field;
+    field.type.kind = static_cast<Kind>(choice[0] % (static_cast<int>(Kind::UnixTime) + 1));
+    field.type.sign = static_cast<Sign>(choice[1] % (static_cast<int>(Sign::LastNibble) + 1));
+    field.type.isUnsigned = (choice[2] & 1) != 0;
+    field.type.highByteFirst = (choice[2] & 2) != 0;
+    field.type.ebcdic = (choice[2] & 4) != 0;
+    field.type.utf16 = (choice[2] & 8) != 0;
+    field.type.lastNibbleFree = (choice[2] & 16) != 0;
+    field.scale = choice[3] % 70 - 32;
+    field.format = formats[choice[4] % std::size(formats)];
+    return field;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    constexpr std::size_t choices = 8;
+    if (size < choices)
+        return 0;
+    const Layout& layout = layouts[data[5] % std::size(layouts)];
+    const RecordFormat format =
+        RecordFormat::Read(layout.organisation, layout.recordType, layout.openString, 1 + data[6] % 48u);
+    const FieldDecoder decoder(MakeField(data), static_cast<Shown>(data[7] % (static_cast<int>(Shown::Timestamp) + 1)),
+                               format.page);
+    RecordCursor cursor(format, {reinterpret_cast<const char*>(data) + choices, size - choices});
+    std::string room;
+    while (cursor.Next() == RecordCursor::Step::Record) {
+        Value value;
+        if (decoder.Decode(cursor.Bytes(), value, room) != nullptr)
+            continue;
+        // Every byte that was given out must be there to read.
+        volatile char last = 0;
+        for (const char c : value.text)
+            last = c;
+        (void)last;
+    }
+    return 0;
+}
