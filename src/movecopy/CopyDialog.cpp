@@ -52,6 +52,7 @@ void CopyDialog::addOriginal(const QString& name, const QString& prompt, QLabel*
 void CopyDialog::addEntry(const QString& prompt, QWidget& entry)
 {
     entry.setAccessibleName(QString(prompt).remove(u'&').remove(u':'));
+    entry.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_rows->addRow(prompt, &entry);
 }
 

@@ -32,7 +32,7 @@ DragItem dragItem(const QString& type, const QStringList& keys)
 
 DragRoutine::DragRoutine(Names names, const DragItem& source, const DragItem& target, DragMode mode,
                          dao::Database* sourceDb, dao::Database* targetDb)
-    : m_sourceDb(sourceDb), m_targetDb(targetDb), m_routine(names.routine, names.reportedAs),
+    : m_givenSourceDb(sourceDb), m_givenTargetDb(targetDb), m_routine(names.routine, names.reportedAs),
       m_source(source.Keys.value(0)), m_target(target.Keys.value(0)), m_mode(mode)
 {
     m_routine.additional([this] { return m_statement.isEmpty() ? u"None"_s : m_statement; });
@@ -47,10 +47,8 @@ bool DragRoutine::run(const std::function<bool()>& body)
 
 bool DragRoutine::connect()
 {
-    if (!m_sourceDb)
-        m_sourceDb = openDatabase(m_source);
-    if (!m_targetDb)
-        m_targetDb = openDatabase(m_target);
+    m_sourceDb = m_givenSourceDb ? m_givenSourceDb : openDatabase(m_source);
+    m_targetDb = m_givenTargetDb ? m_givenTargetDb : openDatabase(m_target);
     return m_sourceDb && m_targetDb;
 }
 
@@ -75,7 +73,8 @@ void DragRoutine::execute(dao::Database& db, const QString& statement)
 
 bool ItemDrag::begin(const QString& question, const QString& status)
 {
-    if (!connect() || !ask(question))
+    // A connection may have gone while the question was up.
+    if (!connect() || !ask(question) || !connect())
         return false;
     mdiMain::instance().Status(status);
     return true;

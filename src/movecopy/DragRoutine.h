@@ -43,7 +43,7 @@ protected:
                 dao::Database* targetDb);
     ~DragRoutine() = default;
 
-    /// False where a side has no open connection.
+    /// Looks the connections up that the caller has not handed over. False where a side has none that is open.
     bool connect();
     /// Asks whether to move or to copy, unless the caller knows. False for a stop.
     bool ask(const QString& question);
@@ -51,10 +51,12 @@ protected:
     std::unique_ptr<dao::Recordset> open(dao::Database& db, const QString& select);
     void execute(dao::Database& db, const QString& statement);
 
-    dao::Database* m_sourceDb;
-    dao::Database* m_targetDb;
+    dao::Database* m_sourceDb = nullptr;
+    dao::Database* m_targetDb = nullptr;
 
 private:
+    dao::Database* m_givenSourceDb;
+    dao::Database* m_givenTargetDb;
     Routine m_routine;
     const CMouseSleeper m_sleeper;
     const events::LongRoutine m_pace;

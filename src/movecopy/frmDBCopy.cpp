@@ -19,7 +19,7 @@ using modDatabase::SQLQuote;
 frmDBCopy::frmDBCopy() : CopyDialog(u"frmDBCopy"_s, tr("Copy Database"))
 {
     addOriginal(u"lblDB"_s, tr("Original Database:"), m_label);
-    addName(u"txtDB"_s, tr("&New Database:"));
+    addName(u"txtDB"_s, tr("New Database:"));
 }
 
 void frmDBCopy::Display(dao::Database& db, const QString& database)

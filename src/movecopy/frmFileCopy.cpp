@@ -18,7 +18,7 @@ using modDatabase::SQLQuote;
 frmFileCopy::frmFileCopy() : CopyDialog(u"frmFileCopy"_s, tr("Copy File"))
 {
     addOriginal(u"lblFilename"_s, tr("Source File:"), m_label);
-    addName(u"txtFilename"_s, tr("&New Filename:"));
+    addName(u"txtFilename"_s, tr("New Filename:"));
 }
 
 void frmFileCopy::Display(dao::Database& db, const QString& file)

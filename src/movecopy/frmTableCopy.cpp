@@ -24,8 +24,8 @@ frmTableCopy::frmTableCopy() : CopyDialog(u"frmTableCopy"_s, tr("Copy Table"))
     addOriginal(u"lblTable"_s, tr("Original Table:"), m_label);
     m_databases = new DropDown(this);
     m_databases->setObjectName(u"cboDB"_s);
-    addEntry(tr("New &Database:"), *m_databases);
-    addName(u"txtTable"_s, tr("&New Table:"));
+    addEntry(tr("New Database:"), *m_databases);
+    addName(u"txtTable"_s, tr("New Table:"));
 }
 
 void frmTableCopy::Display(dao::Database& db, const QString& database, const QString& table)

@@ -333,6 +333,7 @@ TEST_F(CopyDialogs, AFaultLeavesTheRowsMadeSoFarAndARetryGoesOn)
             change(u"DELETE FROM %1 WHERE DATABASE_NAME = 'SALES1'"_s.arg(QLatin1String(name)));
     };
     ASSERT_EQ(whole.size(), 13);
+    QStringList told;
     for (int k = 1; k <= whole.size(); ++k) {
         SCOPED_TRACE(whole.at(k - 1).toStdString());
         undo();
@@ -349,7 +350,10 @@ TEST_F(CopyDialogs, AFaultLeavesTheRowsMadeSoFarAndARetryGoesOn)
         copyDatabase([&](DialogForm& dialog) {
             statements.clear();
             statements.failAt(k);
-            errors.expect(Press::Ignore);
+            errors.expect([&](QWidget& form) {
+                told.append(statusText());
+                ScriptedErrorForm::press(form, Press::Ignore);
+            });
             press(dialog, ok);
             EXPECT_TRUE(dialog.isVisible());
             EXPECT_EQ(sent(), whole.first(k));
@@ -359,4 +363,35 @@ TEST_F(CopyDialogs, AFaultLeavesTheRowsMadeSoFarAndARetryGoesOn)
         // The row of the database is the third statement.
         EXPECT_EQ(rowsOf(datasource, u"TW_DB"_s, u"DATABASE_NAME = 'SALES1'"_s).size(), k > 3 ? 1 : 0);
     }
+    told.removeDuplicates();
+    EXPECT_EQ(told.sliced(1),
+              (QStringList{u"Copying Database..."_s, u"Copying Table 'ORDERS' ..."_s, u"Copying Column 'AMOUNT..."_s,
+                           u"Copying Column 'BUYER..."_s, u"Copying Column 'RFA..."_s,
+                           u"Copying Database Privileges for User 'CLERK..."_s,
+                           u"Copying Table Privileges for User 'CLERK..."_s}));
+}
+
+TEST_F(CopyDialogs, TheStatusLineTellsOfFilesAndTables)
+{
+    QStringList told;
+    const auto fail = [&](DialogForm& dialog, int statement) {
+        statements.clear();
+        statements.failAt(statement);
+        errors.expect([&](QWidget& form) {
+            told.append(statusText());
+            ScriptedErrorForm::press(form, Press::Ignore);
+        });
+        press(dialog, ok);
+        press(dialog, cancel);
+    };
+    copyFile([&](DialogForm& dialog) { fail(dialog, 2); });
+    copyFile([&](DialogForm& dialog) { fail(dialog, 5); });
+    EXPECT_EQ(told, (QStringList{u"Copying File..."_s, u"Copying Field 'BONUS..."_s}));
+    told.clear();
+    copyTable([&](DialogForm& dialog) { fail(dialog, 2); });
+    copyTable([&](DialogForm& dialog) { fail(dialog, 5); });
+    EXPECT_EQ(told, (QStringList{u"Copying Table..."_s, u"Copying Column 'AMOUNT..."_s}));
+    EXPECT_EQ(errors.shown().front().trappedIn, u"frmFileCopy.cmdOk_Click"_s);
+    EXPECT_EQ(errors.shown().back().trappedIn, u"frmTableCopy.cmdOk_Click"_s);
+    EXPECT_EQ(statusText(), u"Ready"_s);
 }

@@ -1,5 +1,6 @@
 #include "MoveCopyFixture.h"
 
+#include "CConnections.h"
 #include "CellGrid.h"
 #include "FilesRoom.h"
 #include "PaneRegistry.h"
@@ -7,6 +8,8 @@
 #include "modDragAndDrop.h"
 
 #include <QApplication>
+
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using modDragAndDrop::DoDragDrop;
@@ -374,4 +377,81 @@ TEST_F(DragAndDrop, TheGridOfACollectionThatIsOnViewShowsWhatIsThereNow)
     window.reset();
     for (const char* pane : {"frmFile", "frmField", "frmFiles", "frmFields"})
         panes::remove(QLatin1String(pane));
+}
+
+TEST_F(DragAndDrop, TheStatusLineTellsWhatIsBeingCarried)
+{
+    using namespace modDragAndDrop;
+    using Single = bool (*)(const DragItem&, const DragItem&, DragMode, dao::Database*, dao::Database*);
+    const QString d = datasource;
+    const std::vector<std::tuple<Single, DragItem, DragItem, QString>> all{
+        {DragFileToDSN, item(u"fi"_s, {d, u"PAYROLL"_s}), item(u"FI"_s, {other}), u"Processing File 'PAYROLL'"_s},
+        {DragFieldToFile, item(u"fd"_s, {d, u"PAYROLL"_s, u"SALARY"_s}), item(u"fi"_s, {other, u"F"_s}),
+         u"Processing Field 'SALARY'"_s},
+        {DragDBToDSN, item(u"db"_s, {d, u"SALES"_s}), item(u"DB"_s, {other}), u"Processing Database 'SALES'"_s},
+        {DragTableToDB, item(u"ta"_s, {d, u"SALES"_s, u"ORDERS"_s}), item(u"db"_s, {other, u"B"_s}),
+         u"Processing Table 'ORDERS'"_s},
+        {DragColumnToTable, item(u"co"_s, {d, u"SALES"_s, u"ORDERS"_s, u"BUYER"_s}),
+         item(u"ta"_s, {other, u"B"_s, u"T"_s}), u"Processing Column 'BUYER'"_s},
+        {DragUserToDSN, item(u"us"_s, {d, u"CLERK"_s}), item(u"US"_s, {other}), u"Processing User 'CLERK'"_s},
+        {DragDBPRVToDB, item(u"dbprv"_s, {d, u"SALES"_s, u"ADMIN"_s}), item(u"db"_s, {other, u"B"_s}),
+         u"Processing User 'ADMIN'"_s},
+        {DragTBLPRVToTable, item(u"tblprv"_s, {d, u"SALES"_s, u"ORDERS"_s, u"CLERK"_s}),
+         item(u"ta"_s, {other, u"B"_s, u"T"_s}), u"Processing User 'CLERK'"_s},
+    };
+    for (const auto& [routine, source, target, status] : all) {
+        statements.clear();
+        statements.failAt(1);
+        errors.expect([this, status = status](QWidget& form) {
+            EXPECT_EQ(statusText(), status);
+            ScriptedErrorForm::press(form, Press::Ignore);
+        });
+        EXPECT_FALSE(routine(source, target, DragMode::Copy, nullptr, nullptr));
+        verify();
+    }
+}
+
+TEST_F(DragAndDrop, AConnectionThatGoesWhileTheQuestionIsUpEndsIt)
+{
+    dialogs.expect(u"frmMoveCopy"_s, [&](DialogForm& dialog) {
+        CConnections::instance().Remove(other);
+        DialogScript::click(dialog, u"cmdMove"_s);
+    });
+    EXPECT_FALSE(modDragAndDrop::DragFileToDSN(item(u"fi"_s, {datasource, u"PAYROLL"_s}), item(u"FI"_s, {other}),
+                                               DragMode::Ask));
+    EXPECT_EQ(said(), QStringList());
+}
+
+TEST_F(DragAndDrop, ATargetThatTakesNoRowsKeepsTheSourceOfAField)
+{
+    changeOther(u"CREATE TRIGGER full BEFORE INSERT ON TW_FIELD "
+                "BEGIN SELECT RAISE(ABORT, 'database or disk is full'); END"_s);
+    errors.expect(Press::Retry);
+    errors.expect(Press::Ignore);
+    EXPECT_FALSE(modDragAndDrop::DragFieldToFile(item(u"fd"_s, {datasource, u"PAYROLL"_s, u"SALARY"_s}),
+                                                 item(u"fi"_s, {other, u"LEDGER"_s}), DragMode::Move));
+    ASSERT_EQ(errors.shown().size(), 2u);
+    EXPECT_TRUE(errors.shown().back().description.contains(u"database or disk is full"_s));
+    EXPECT_EQ(fieldsOf(u"PAYROLL"_s).size(), 3);
+}
+
+TEST_F(DragAndDrop, AFaultWhileTheTreeIsReadAnewLeavesWhatWasDone)
+{
+    show(key(payroll));
+    show(there({u"FI"_s}));
+    dialogs.expect(u"frmMoveCopy"_s, [&](DialogForm& dialog) {
+        statements.clear();
+        // The first statement behind those of the copy reads the files of the source anew.
+        statements.failAt(14);
+        DialogScript::click(dialog, u"cmdCopy"_s);
+    });
+    errors.otherwise(Press::Ignore);
+    dragTo(key(payroll), there({u"FI"_s}));
+    EXPECT_TRUE(statements.failuresDone());
+    ASSERT_EQ(errors.shown().size(), 1u);
+    EXPECT_EQ(errors.shown().front().trappedIn, u"mdiMain.tvwExplorer_Expand"_s);
+    EXPECT_EQ(rowsOf(other, u"TW_FIELD"_s, u"FILE_NAME = 'PAYROLL'"_s).size(), 3);
+    EXPECT_NE(find(there(payroll)), nullptr);
+    EXPECT_FALSE(window->isDragging());
+    EXPECT_EQ(frmTWErr::CallStack(), QStringList());
 }
