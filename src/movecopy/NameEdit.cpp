@@ -15,8 +15,9 @@ QString kept(const QString& typed)
 {
     QString name;
     for (const QChar character : typed) {
-        if ("01234567890_-abcdefghijklmnopqrstuvwxyz"_L1.contains(character, Qt::CaseInsensitive))
-            name.append(character.toUpper());
+        const QChar upper = character.toUpper();
+        if ("0123456789_-ABCDEFGHIJKLMNOPQRSTUVWXYZ"_L1.contains(upper))
+            name.append(upper);
     }
     return name;
 }

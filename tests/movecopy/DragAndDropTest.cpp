@@ -1,4 +1,4 @@
-#include "MoveCopyFixture.h"
+#include "DragFixture.h"
 
 #include "CConnections.h"
 #include "CellGrid.h"
@@ -6,8 +6,6 @@
 #include "PaneRegistry.h"
 #include "frmTWErr.h"
 #include "modDragAndDrop.h"
-
-#include <QApplication>
 
 #include <tuple>
 
@@ -20,176 +18,9 @@ namespace
 {
 
 const QStringList payroll{u"FI"_s, u"fi=PAYROLL"_s};
-const QStringList salesTables{u"DB"_s, u"db=SALES"_s, u"TA"_s};
-const QStringList orders = salesTables + QStringList{u"ta=ORDERS"_s};
 const QStringList depot{u"DB"_s, u"db=DEPOT"_s};
-const QStringList depotTables = depot + QStringList{u"TA"_s};
-const QStringList parts = depotTables + QStringList{u"ta=PARTS"_s};
-
-class DragAndDrop : public MoveCopyTest
-{
-protected:
-    /// What the target has: a database with a table and a column, and a file with a field.
-    void furnish() const
-    {
-        for (const QString& statement : {
-                 u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('DEPOT')"_s,
-                 u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('LEDGER')"_s,
-                 u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME) VALUES ('LEDGER', 'TOTAL')"_s,
-                 u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) VALUES ('DEPOT', 'PARTS', 'PAYROLL')"_s,
-                 u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME) "
-                 "VALUES ('DEPOT', 'PARTS', 77, 'WEIGHT', 'SALARY')"_s,
-                 u"INSERT INTO TW_USER (USER_NAME) VALUES ('GUARD')"_s,
-                 u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME) VALUES ('GUARD', 'DEPOT')"_s,
-                 u"INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME) VALUES ('DEPOT', 'PARTS', 'GUARD')"_s,
-             })
-            changeOther(statement);
-    }
-
-    /// Opens the tree down to a node that is to be pressed or dropped upon.
-    void show(const QString& nodeKey)
-    {
-        const qsizetype last = nodeKey.lastIndexOf(u':', -2);
-        expandTo(nodeKey.left(last + 1));
-        ASSERT_NE(find(nodeKey), nullptr) << nodeKey.toStdString();
-    }
-    /// Takes hold of a node and moves the pointer until it drags.
-    void grab(const QString& nodeKey)
-    {
-        press(nodeKey);
-        const QPoint place = textPosition(nodeKey);
-        move(place + QPoint(QApplication::startDragDistance() + 1, 0), Qt::LeftButton);
-        EXPECT_TRUE(tree().IsDragging());
-    }
-    void moveOver(const QString& nodeKey) { move(textPosition(nodeKey), Qt::LeftButton); }
-    void dragTo(const QString& from, const QString& to)
-    {
-        grab(from);
-        moveOver(to);
-        release(textPosition(to));
-    }
-    TreeView& tree() const { return window->tvwExplorer(); }
-    QString there(const QStringList& steps = {}) const { return keyBelow(other, steps); }
-};
-
-struct Kind {
-    const char* name;
-    QStringList source;
-    QStringList target;
-    /// The nodes that are read anew.
-    QStringList sourceNode;
-    QStringList targetNode;
-    const char* table;
-    const char* where;
-    int rows;
-    /// Whether the target knows the file and the user that the item speaks of.
-    bool knowsFile;
-    bool knowsUser;
-    const char* icon;
-};
-
-class DragOfKind : public DragAndDrop, public testing::WithParamInterface<Kind>
-{
-};
-
-std::vector<Kind> kinds()
-{
-    const QStringList files{u"FI"_s};
-    const QStringList databases{u"DB"_s};
-    const QStringList users{u"US"_s};
-    const QStringList ledger{u"FI"_s, u"fi=LEDGER"_s};
-    const auto below = [](const QStringList& node, const QStringList& steps) { return node + steps; };
-    const QStringList sales{u"DB"_s, u"db=SALES"_s};
-    return {
-        {"Files", files, databases, files, files, "TW_FILE", "FILE_NAME IN ('PAYROLL', 'EMPTY')", 2, false, false,
-         "Drag File"},
-        {"File", payroll, files, files, files, "TW_FIELD", "FILE_NAME = 'PAYROLL'", 3, false, false, "Drag File"},
-        {"Fields", below(payroll, {u"FD"_s}), ledger, payroll, ledger, "TW_FIELD", "FILE_NAME = 'LEDGER'", 4, false,
-         false, "Drag Field"},
-        {"Field", below(payroll, {u"FD"_s, u"fd=SALARY"_s}), below(ledger, {u"FD"_s, u"fd=TOTAL"_s}),
-         below(payroll, {u"FD"_s}), below(ledger, {u"FD"_s}), "TW_FIELD", "FILE_NAME = 'LEDGER'", 2, false, false,
-         "Drag Field"},
-        {"Databases", databases, files, databases, databases, "TW_DB", "DATABASE_NAME = 'SALES'", 1, true, true,
-         "Drag Database"},
-        {"Database", sales, users, databases, databases, "TW_COLUMN", "DATABASE_NAME = 'SALES'", 3, true, true,
-         "Drag Database"},
-        {"Tables", salesTables, depot, salesTables, depotTables, "TW_TABLE",
-         "DATABASE_NAME = 'DEPOT' AND TABLE_NAME = 'ORDERS'", 1, true, true, "Drag Table"},
-        {"Table", orders, below(parts, {u"CO"_s}), salesTables, depotTables, "TW_COLUMN",
-         "DATABASE_NAME = 'DEPOT' AND TABLE_NAME = 'ORDERS'", 3, true, true, "Drag Table"},
-        {"Columns", below(orders, {u"CO"_s}), parts, below(orders, {u"CO"_s}), below(parts, {u"CO"_s}), "TW_COLUMN",
-         "TABLE_NAME = 'PARTS'", 4, true, false, "Drag Column"},
-        {"Column", below(orders, {u"CO"_s, u"co=BUYER"_s}), below(parts, {u"CO"_s, u"co=WEIGHT"_s}),
-         below(orders, {u"CO"_s}), below(parts, {u"CO"_s}), "TW_COLUMN", "TABLE_NAME = 'PARTS'", 2, true, false,
-         "Drag Column"},
-        {"Users", users, files, users, users, "TW_USER", "USER_NAME = 'CLERK'", 1, false, false, "Drag User"},
-        {"User", below(users, {u"us=CLERK"_s}), below(users, {u"us=GUARD"_s}), users, users, "TW_USER",
-         "USER_NAME = 'CLERK'", 1, false, false, "Drag User"},
-        {"DatabasePrivileges", below(sales, {u"DBPRV"_s}), depot, below(sales, {u"DBPRV"_s}),
-         below(depot, {u"DBPRV"_s}), "TW_DBPRV", "USER_NAME = 'CLERK'", 1, false, true, "Drag User"},
-        {"DatabasePrivilege", below(sales, {u"DBPRV"_s, u"dbprv=CLERK"_s}),
-         below(depot, {u"DBPRV"_s, u"dbprv=GUARD"_s}), below(sales, {u"DBPRV"_s}), below(depot, {u"DBPRV"_s}),
-         "TW_DBPRV", "USER_NAME = 'CLERK'", 1, false, true, "Drag User"},
-        {"TablePrivileges", below(orders, {u"TBLPRV"_s}), parts, orders, parts, "TW_TBLPRV", "USER_NAME = 'CLERK'", 1,
-         false, true, "Drag User"},
-        {"TablePrivilege", below(orders, {u"TBLPRV"_s, u"tblprv=CLERK"_s}),
-         below(parts, {u"TBLPRV"_s, u"tblprv=GUARD"_s}), below(orders, {u"TBLPRV"_s}), below(parts, {u"TBLPRV"_s}),
-         "TW_TBLPRV", "USER_NAME = 'CLERK'", 1, false, true, "Drag User"},
-    };
-}
 
 } // namespace
-
-INSTANTIATE_TEST_SUITE_P(EachKind, DragOfKind, testing::ValuesIn(kinds()),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST_P(DragOfKind, ByTheMouseIsCopiedAfterTheQuestionAndBothCollectionsAreReadAnew)
-{
-    const Kind& kind = GetParam();
-    // What every catalog has would be refused.
-    change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'KEY'"_s);
-    change(u"DELETE FROM TW_DB WHERE DATABASE_NAME = 'TW'"_s);
-    change(u"DELETE FROM TW_USER WHERE USER_NAME = 'ADMIN'"_s);
-    furnish();
-    if (kind.knowsFile) {
-        changeOther(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('PAYROLL')"_s);
-        changeOther(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME) "
-                    "VALUES ('PAYROLL', 'SALARY'), ('PAYROLL', 'EMPLOYEE'), ('PAYROLL', 'RFA')"_s);
-    }
-    if (kind.knowsUser)
-        changeOther(u"INSERT INTO TW_USER (USER_NAME) VALUES ('CLERK')"_s);
-    const QString from = key(kind.source);
-    const QString to = there(kind.target);
-    show(from);
-    show(to);
-    const QStringList before = bothCatalogs();
-
-    grab(from);
-    EXPECT_EQ(statusText(), u"BeginDrag"_s);
-    EXPECT_EQ(tree().DragIcon(), QLatin1String(kind.icon));
-    moveOver(to);
-    EXPECT_EQ(statusText(), u"DragOver"_s);
-    EXPECT_TRUE(dropAllowed());
-    EXPECT_EQ(tree().DropHighlight(), find(to));
-    EXPECT_EQ(tree().DragIcon(), QLatin1String(kind.icon));
-    statements.clear();
-    dialogs.expect(u"frmMoveCopy"_s, [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCopy"_s); });
-    release(textPosition(to));
-    verify();
-
-    EXPECT_EQ(
-        world.rows(other, u"SELECT * FROM %1 WHERE %2"_s.arg(QLatin1String(kind.table), QLatin1String(kind.where)))
-            .size(),
-        static_cast<std::size_t>(kind.rows));
-    EXPECT_NE(bothCatalogs(), before);
-    EXPECT_EQ(selectedKey(), there(kind.targetNode));
-    EXPECT_TRUE(node(there(kind.targetNode)).Expanded());
-    EXPECT_TRUE(node(key(kind.sourceNode)).Expanded());
-    EXPECT_EQ(tree().DropHighlight(), nullptr);
-    EXPECT_FALSE(window->isDragging());
-    EXPECT_EQ(statusText(), u"Ready"_s);
-    EXPECT_EQ(frmTWErr::CallStack(), QStringList());
-}
 
 TEST_F(DragAndDrop, AMovedFileIsGoneFromTheTreeOfItsSourceAndInThatOfItsTarget)
 {
@@ -454,4 +285,33 @@ TEST_F(DragAndDrop, AFaultWhileTheTreeIsReadAnewLeavesWhatWasDone)
     EXPECT_NE(find(there(payroll)), nullptr);
     EXPECT_FALSE(window->isDragging());
     EXPECT_EQ(frmTWErr::CallStack(), QStringList());
+}
+
+TEST_F(DragAndDrop, ACollectionThatCannotBeListedEndsItsRoutineAlone)
+{
+    using namespace modDragAndDrop;
+    using Collection = bool (*)(const DragItem&, const DragItem&, DragMode);
+    const QString d = datasource;
+    const DragItem database = item(u"db"_s, {other, u"B"_s});
+    const DragItem table = item(u"ta"_s, {other, u"B"_s, u"T"_s});
+    const std::vector<std::tuple<Collection, DragItem, DragItem, QString>> all{
+        {DragFilesToDSN, item(u"FI"_s, {d}), item(u"FI"_s, {other}), u"DragFilesToDSN"_s},
+        {DragFieldsToFile, item(u"FD"_s, {d, u"PAYROLL"_s}), item(u"fi"_s, {other, u"F"_s}), u"DragFieldsToFile"_s},
+        {DragDBsToDSN, item(u"DB"_s, {d}), item(u"DB"_s, {other}), u"DragDBsToDSN"_s},
+        {DragTablesToDB, item(u"TA"_s, {d, u"SALES"_s}), database, u"DragTablesToDB"_s},
+        {DragColumnsToTable, item(u"CO"_s, {d, u"SALES"_s, u"ORDERS"_s}), table, u"DragColumnsToTable"_s},
+        {DragUsersToDSN, item(u"US"_s, {d}), item(u"US"_s, {other}), u"DragUsersToDSN"_s},
+        {DragDBPRVsToDB, item(u"DBPRV"_s, {d, u"SALES"_s}), database, u"DragDBPRVsToDB"_s},
+        {DragTBLPRVsToTable, item(u"TBLPRV"_s, {d, u"SALES"_s, u"ORDERS"_s}), table, u"DragTBLPRVsToTable"_s},
+    };
+    for (const auto& [routine, source, target, name] : all) {
+        statements.clear();
+        statements.failAt(1);
+        errors.expect(Press::Ignore);
+        EXPECT_FALSE(routine(source, target, DragMode::Move));
+        verify();
+        EXPECT_EQ(errors.shown().back().trappedIn, u"modDragAndDrop."_s + name);
+        EXPECT_EQ(said().size(), 1);
+        EXPECT_EQ(frmTWErr::CallStack(), QStringList());
+    }
 }
