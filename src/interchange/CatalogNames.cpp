@@ -33,7 +33,11 @@ QString CatalogNames::joined(std::initializer_list<QStringView> parts)
 
 QString CatalogNames::columnKey(std::initializer_list<QStringView> parts)
 {
+    qsizetype size = 0;
+    for (const QStringView part : parts)
+        size += part.size() + 1;
     QString key;
+    key.reserve(size);
     for (const QStringView part : parts) {
         key.append(part);
         // No line of a file holds one.

@@ -7,6 +7,7 @@
 #include "Recordset.h"
 #include "RuntimeError.h"
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -21,10 +22,30 @@ QString named(const char* before, QStringView name, const char* behind)
     return QLatin1StringView(before) + name.toString() + QLatin1StringView(behind);
 }
 
-/// Where a key came from, in the words of the messages; null if it is not there.
-const char* origin(const CatalogNames::Set& set, const QString& key)
+/// The number of a text of one to nine digits, or -1 for any other.
+int fewDigits(QStringView text)
 {
-    const auto found = set.constFind(key);
+    if (text.isEmpty() || text.size() > 9)
+        return -1;
+    int number = 0;
+    for (const QChar digit : text) {
+        if (digit < u'0' || digit > u'9')
+            return -1;
+        number = 10 * number + digit.unicode() - u'0';
+    }
+    return number;
+}
+
+/// A text to look for, without a copy: it must not outlive what it views.
+QString sought(QStringView text)
+{
+    return QString::fromRawData(text.data(), text.size());
+}
+
+/// Where a key came from, in the words of the messages; null if it is not there.
+const char* origin(const CatalogNames::Set& set, QStringView key)
+{
+    const auto found = set.constFind(sought(key));
     if (found == set.constEnd())
         return nullptr;
     return *found == Origin::Catalog ? "Catalog" : "CSV";
@@ -34,6 +55,9 @@ const char* origin(const CatalogNames::Set& set, const QString& key)
 
 bool IsValidNumeric(QStringView value, double low, double high)
 {
+    // Nearly all are a few digits.
+    if (const int number = fewDigits(value); number >= 0)
+        return low <= number && number <= high;
     if (!conversions::IsNumeric(value))
         return false;
     try {
@@ -53,7 +77,7 @@ void LineValidator::validate(int line, QStringView text)
     splitLine(text, m_columns);
     const QStringView written = col(1);
     m_columns.raise(1);
-    m_id = col(1).toString();
+    m_id = col(1);
     const Assumption assumed = fillIn(m_id, m_columns, m_connection.LOCDTs());
     if (!assumed.warning.isEmpty())
         warn(assumed.warning, assumed.type);
@@ -86,11 +110,11 @@ void LineValidator::validateFile()
     const QString file = col(2).toString();
     if (const char* where = origin(m_names.files, file))
         return error(named("'", file, "' already defined in ") + QLatin1StringView(where) + " (Col 2)"_L1);
-    if (notOneOf(3, ",INDEXED,RELATIVE,SEQUENTIAL,"))
+    if (notOneOf(3, {"INDEXED", "RELATIVE", "SEQUENTIAL"}))
         return error(named("Invalid File Organisation '", col(3), "' (Col 3)"));
-    if (notOneOf(4, ",FIXED,VARIABLE,"))
+    if (notOneOf(4, {"FIXED", "VARIABLE"}))
         return error(named("Invalid Record Type '", col(4), "' (Col 4)"));
-    if (outside(5, 0, 65535, named("Invalid Record Size '", col(5), "' (Col 5)")))
+    if (outside(5, 65535, "Invalid Record Size '", "' (Col 5)"))
         return;
     m_names.files.insert(file, Origin::Csv);
     passed();
@@ -101,21 +125,19 @@ void LineValidator::validateField()
     raise({2, 3, 4});
     if (fewerThan(11, "Insufficient information to describe a Field"))
         return;
-    if (!m_names.files.contains(col(2).toString()))
+    if (!m_names.files.contains(sought(col(2))))
         return error(named("File '", col(2), "' is not defined (Col 2)"));
-    const QString key = CatalogNames::joined({col(2), col(3)});
+    const QStringView key = joined({col(2), col(3)});
     if (const char* where = origin(m_names.fields, key))
         return error(named("'", col(2), ".") + col(3).toString() + "' is already defined in "_L1 +
                      QLatin1StringView(where) + " (Col 3)"_L1);
     if (!isValidLOCDT(col(4)))
         return error(named("Invalid Local Type Name '", col(4), "' (Col 4)"));
-    if (outside(5, 0, 65535, named("Invalid Offset '", col(5), "' (Col 5)")) ||
-        outside(6, 0, 65535, named("Invalid Length '", col(6), "' (Col 6)")) ||
-        outside(7, 0, 65535, named("Invalid Precision '", col(7), "' (Col 7)")) ||
-        outside(8, 0, 65535, named("Invalid Scale '", col(8), "' (Col 8)")) ||
-        outside(9, 0, 1, named("Invalid Encrypted Flag '", col(9), "' (Col 9)")))
+    if (outside(5, 65535, "Invalid Offset '", "' (Col 5)") || outside(6, 65535, "Invalid Length '", "' (Col 6)") ||
+        outside(7, 65535, "Invalid Precision '", "' (Col 7)") || outside(8, 65535, "Invalid Scale '", "' (Col 8)") ||
+        outside(9, 1, "Invalid Encrypted Flag '", "' (Col 9)"))
         return;
-    m_names.fields.insert(key, Origin::Csv);
+    m_names.fields.insert(key.toString(), Origin::Csv);
     passed();
 }
 
@@ -140,18 +162,18 @@ void LineValidator::validateTable()
     raise({2, 3, 4, 5});
     if (fewerThan(8, "Insufficient information to describe a Table"))
         return;
-    if (!m_names.databases.contains(col(2).toString()))
+    if (!m_names.databases.contains(sought(col(2))))
         return error(named("Database '", col(2), "' does not exist (Col 2)"));
     if (col(4).isEmpty())
         return warn(u"Table Type not set (Col 4)"_s);
-    if (!m_names.files.contains(col(5).toString()))
+    if (!m_names.files.contains(sought(col(5))))
         return error(named("File '", col(5), "' is not defined (Col 5)"));
-    const QString key = CatalogNames::joined({col(2), col(3)});
+    const QStringView key = joined({col(2), col(3)});
     if (const char* where = origin(m_names.tables, key)) {
         error(named("'", col(2), "_") + col(3).toString() + "' is already defined in "_L1 + QLatin1StringView(where) +
               " (Col 3)"_L1);
     } else {
-        m_names.tables.insert(key, Origin::Csv);
+        m_names.tables.insert(key.toString(), Origin::Csv);
         passed();
     }
     // The first table of a name decides for all databases, be it there already or not.
@@ -165,21 +187,20 @@ void LineValidator::validateColumn()
     raise({2, 3, 4, 5, 6});
     if (fewerThan(12, "Insufficient information to describe a Column"))
         return;
-    if (!m_names.databases.contains(col(2).toString()))
+    if (!m_names.databases.contains(sought(col(2))))
         return error(named("Database '", col(2), "' does not exist (Col 2)"));
-    if (!m_names.tables.contains(CatalogNames::joined({col(2), col(3)})))
+    if (!m_names.tables.contains(sought(joined({col(2), col(3)}))))
         return error(named("Table '", col(3), "' does not exist (Col 3)"));
-    const auto file = m_names.tableFiles.constFind(col(3).toString());
+    const auto file = m_names.tableFiles.constFind(sought(col(3)));
     if (file == m_names.tableFiles.constEnd())
         return error(named("Reference to ", col(3), " has not been defined in catalog"));
-    if (!m_names.fields.contains(CatalogNames::joined({*file, col(5)})))
+    if (!m_names.fields.contains(sought(joined({*file, col(5)}))))
         return error(named("Field '", col(5), "' does not exist (Col 5)"));
     if (!isValidSQLDT(col(6)))
         return error(named("SQL Type Name Invalid '", col(6), "' (Col 6)"));
-    if (outside(7, 0, 65535, named("Invalid Length '", col(7), "' (Col 7)")) ||
-        outside(8, 0, 1, named("Invalid Updatable flag '", col(8), "' (Col 8)")) ||
-        outside(9, 0, 1, named("Invalid Visible flag '", col(9), "' (Col 9)")) ||
-        outside(12, 0, 8, named("Invalid Column Type '", col(12), "' (Col 12)")) || !validateColumnType())
+    if (outside(7, 65535, "Invalid Length '", "' (Col 7)") || outside(8, 1, "Invalid Updatable flag '", "' (Col 8)") ||
+        outside(9, 1, "Invalid Visible flag '", "' (Col 9)") || outside(12, 8, "Invalid Column Type '", "' (Col 12)") ||
+        !validateColumnType())
         return;
 
     // Columns of the file enter no set, so each line is compared with the catalog alone.
@@ -239,9 +260,9 @@ void LineValidator::validateDatabasePrivilege()
     raise({2, 3, 4, 5, 10});
     if (notExactly(10, "Insufficient information to describe a Database Privilege"))
         return;
-    if (!m_names.users.contains(col(2).toString()))
+    if (!m_names.users.contains(sought(col(2))))
         return error(named("User '", col(2), "' does not exist (Col 2)"));
-    const auto found = m_names.databasePrivileges.constFind(CatalogNames::joined({col(2), col(3)}));
+    const auto found = m_names.databasePrivileges.constFind(sought(joined({col(2), col(3)})));
     if (found != m_names.databasePrivileges.constEnd()) {
         const QString clash =
             named("'User '", col(2), "', Database '") + col(3).toString() + "' privileges already defined in "_L1;
@@ -251,12 +272,10 @@ void LineValidator::validateDatabasePrivilege()
     }
     if (col(5).isEmpty())
         warn(u"Database Password is blank"_s);
-    if (outside(6, 0, 1, u"Invalid Allow Select flag (Col 6)"_s) ||
-        outside(7, 0, 1, u"Invalid Allow Insert flag (Col 7)"_s) ||
-        outside(8, 0, 1, u"Invalid Allow Update flag (Col 8)"_s) ||
-        outside(9, 0, 1, u"Invalid Allow Delete flag (Col 9)"_s))
+    if (outside(6, 1, "Invalid Allow Select flag (Col 6)") || outside(7, 1, "Invalid Allow Insert flag (Col 7)") ||
+        outside(8, 1, "Invalid Allow Update flag (Col 8)") || outside(9, 1, "Invalid Allow Delete flag (Col 9)"))
         return;
-    if (notOneOf(10, ",DATABASE,TABLE,"))
+    if (notOneOf(10, {"DATABASE", "TABLE"}))
         return error(u"Invalid Security Level (Col 10)"_s);
     passed();
 }
@@ -266,24 +285,30 @@ void LineValidator::validateTablePrivilege()
     raise({2, 3, 4});
     if (notExactly(8, "Insufficient information to describe a Table Privilege"))
         return;
-    if (!m_names.users.contains(col(2).toString()))
+    if (!m_names.users.contains(sought(col(2))))
         return error(named("User '", col(2), "' does not exist (Col 2)"));
-    if (!m_names.databases.contains(col(3).toString()))
+    if (!m_names.databases.contains(sought(col(3))))
         return error(named("Database '", col(3), "' does not exist (Col 3)"));
-    if (!m_names.tables.contains(CatalogNames::joined({col(3), col(4)})))
+    if (!m_names.tables.contains(sought(joined({col(3), col(4)}))))
         return error(named("Table '", col(3), "_") + col(4).toString() + "' does not exist (Col 4)"_L1);
     // The last flag is the right to delete, whatever it is called.
-    if (outside(5, 0, 1, u"Invalid Allow Select flag (Col 5)"_s) ||
-        outside(6, 0, 1, u"Invalid Allow Insert flag (Col 6)"_s) ||
-        outside(7, 0, 1, u"Invalid Allow Update flag (Col 7)"_s) ||
-        outside(8, 0, 1, u"Invalid Allow Select flag (Col 8)"_s))
+    if (outside(5, 1, "Invalid Allow Select flag (Col 5)") || outside(6, 1, "Invalid Allow Insert flag (Col 6)") ||
+        outside(7, 1, "Invalid Allow Update flag (Col 7)") || outside(8, 1, "Invalid Allow Select flag (Col 8)"))
         return;
-    const QString key = CatalogNames::joined({col(2), col(3), col(4)});
+    const QStringView key = joined({col(2), col(3), col(4)});
     if (const char* where = origin(m_names.tablePrivileges, key))
         return error(named("'User '", col(2), "', Table '") + col(3).toString() + col(4).toString() +
                      "' privileges already defined in "_L1 + QLatin1StringView(where) + " (Col 2)"_L1);
-    m_names.tablePrivileges.insert(key, Origin::Csv);
+    m_names.tablePrivileges.insert(key.toString(), Origin::Csv);
     passed();
+}
+
+QStringView LineValidator::joined(std::initializer_list<QStringView> parts)
+{
+    m_key.resize(0);
+    for (const QStringView part : parts)
+        m_key.append(part);
+    return m_key;
 }
 
 void LineValidator::raise(std::initializer_list<int> columns)
@@ -308,28 +333,28 @@ bool LineValidator::notExactly(int columns, const char* description)
     return true;
 }
 
-/// The names stand between commas, and so is the column looked for.
-bool LineValidator::notOneOf(int column, const char* names) const
+bool LineValidator::notOneOf(int column, std::initializer_list<const char*> names) const
 {
-    return !QLatin1StringView(names).contains(QString(u',' + col(column).toString() + u','));
+    const QStringView value = col(column);
+    return std::none_of(names.begin(), names.end(), [&](const char* name) { return value == QLatin1StringView(name); });
 }
 
-bool LineValidator::outside(int column, double low, double high, const QString& description)
+bool LineValidator::outside(int column, int high, const char* before, const char* behind)
 {
-    if (IsValidNumeric(col(column), low, high))
+    if (IsValidNumeric(col(column), 0, high))
         return false;
-    error(description);
+    error(behind ? named(before, col(column), behind) : QString(QLatin1StringView(before)));
     return true;
 }
 
 bool LineValidator::isValidLOCDT(QStringView name) const
 {
-    return m_connection.LOCDTs().find(name.toString()) != nullptr;
+    return m_connection.LOCDTs().find(sought(name)) != nullptr;
 }
 
 bool LineValidator::isValidSQLDT(QStringView name) const
 {
-    return m_connection.SQLDTs().find(name.toString()) != nullptr;
+    return m_connection.SQLDTs().find(sought(name)) != nullptr;
 }
 
 bool LineValidator::isValidDriverName(const QString& name) const
@@ -344,15 +369,15 @@ bool LineValidator::isValidDriverName(const QString& name) const
 
 void LineValidator::error(const QString& description, const QString& type)
 {
-    m_findings.AddError(m_line, type.isEmpty() ? m_id : type, description);
+    m_findings.AddError(m_line, type.isEmpty() ? m_id.toString() : type, description);
 }
 
 void LineValidator::warn(const QString& description, const QString& type)
 {
-    m_findings.AddWarning(m_line, type.isEmpty() ? m_id : type, description);
+    m_findings.AddWarning(m_line, type.isEmpty() ? m_id.toString() : type, description);
 }
 
 void LineValidator::passed()
 {
-    m_findings.AddPassed(m_line, m_id, {});
+    m_findings.AddPassed(m_line, {}, {});
 }

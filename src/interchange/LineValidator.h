@@ -41,8 +41,11 @@ private:
     /// Each tells of the error that it finds.
     bool fewerThan(int columns, const char* description);
     bool notExactly(int columns, const char* description);
-    bool notOneOf(int column, const char* names) const;
-    bool outside(int column, double low, double high, const QString& description);
+    bool notOneOf(int column, std::initializer_list<const char*> names) const;
+    /// Whether a column is no number from 0 to `high`; the message has the column between its two parts, if it has two.
+    bool outside(int column, int high, const char* before, const char* behind = nullptr);
+    /// A key of several columns, valid until the next one.
+    QStringView joined(std::initializer_list<QStringView> parts);
     bool isValidLOCDT(QStringView name) const;
     bool isValidSQLDT(QStringView name) const;
     bool isValidDriverName(const QString& name) const;
@@ -56,7 +59,8 @@ private:
     Findings& m_findings;
     CsvColumns m_columns;
     int m_line = 0;
-    QString m_id;
+    QStringView m_id;
+    QString m_key;
 };
 
 /// Whether a text is a number from low to high, both included.
