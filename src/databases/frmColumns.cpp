@@ -243,7 +243,7 @@ QString frmColumns::ofLoadedNumber() const
 void frmColumns::replaceRow()
 {
     if (!loaded(u"COLUMN_NUMBER"_s).isEmpty())
-        db().Execute("DELETE FROM TW_COLUMN WHERE "_L1 + ofLoadedNumber());
+        removeRow("DELETE FROM TW_COLUMN WHERE "_L1 + ofLoadedNumber());
     // clang-format off
     db().Execute("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, "
                  "SQL_TYPE_NAME, LENGTH, PRECISION, SCALE, NULLABLE, UNSIGNED_ATTRIBUTE, UPDATABLE, VISIBLE, MONEY, "

@@ -95,7 +95,7 @@ QString frmDatabases::validate()
 void frmDatabases::replaceRow()
 {
     if (!loaded(u"DATABASE_NAME"_s).isEmpty())
-        db().Execute("DELETE FROM TW_DB WHERE DATABASE_NAME = '"_L1 + quotedLoaded(u"DATABASE_NAME"_s) + "' "_L1);
+        removeRow("DELETE FROM TW_DB WHERE DATABASE_NAME = '"_L1 + quotedLoaded(u"DATABASE_NAME"_s) + "' "_L1);
     // clang-format off
     db().Execute("INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, SETUP_PROCEDURE, CONNECT_STRING, "
                  "REMARKS, DISPLAY_NAME) VALUES ('"_L1 + quoted(u"DATABASE_NAME"_s) +

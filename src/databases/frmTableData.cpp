@@ -4,6 +4,7 @@
 #include "CMouseSleeper.h"
 #include "CellGrid.h"
 #include "DBEngine.h"
+#include "Definitions.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "Step.h"
@@ -35,6 +36,17 @@ QString headings(const dao::Fields& fields)
     for (const dao::Field& field : fields)
         columns.append((modDatabase::isTextKind(field.Type) ? '<'_L1 : '>'_L1) + field.Name);
     return columns.join('|'_L1);
+}
+
+/// The catalog's own tables hold passwords, which never show.
+bool isPassword(const dao::Field& field)
+{
+    return field.Name == "USER_PASSWORD"_L1 || field.Name == "DATABASE_PASSWORD"_L1;
+}
+
+QStringView hidden(QStringView password)
+{
+    return password.isEmpty() ? QStringView() : QStringView(u"**********");
 }
 
 } // namespace
@@ -118,6 +130,7 @@ void frmTableData::Display(const QString& datasource, const QString& database, c
         }
         lblDescription()->setText("This is the results of a sample snapshot query ("_L1 + statement +
                                   ") run against the Datasource '"_L1 + datasource + '\''_L1);
+        m_isCatalog = definitions::isCatalogDatabase(database);
         run(datasource, statement);
         refreshButton().setEnabled(true);
         lblTitle()->setText(database + '_'_L1 + table + " - Table Data"_L1);
@@ -148,7 +161,8 @@ void frmTableData::refresh()
         CellGrid::Filling filling(*m_grid, headings(rows->Fields()));
         for (; !rows->Eof(); rows->MoveNext()) {
             for (int column = 0; column < columns; ++column)
-                filling.add(rows->View(column));
+                filling.add(m_isCatalog && isPassword(rows->Fields().Item(column)) ? hidden(rows->View(column))
+                                                                                   : rows->View(column));
         }
     }
     m_grid->sizeColumns();

@@ -38,4 +38,5 @@ private:
     QWidget* m_data;
     std::unique_ptr<dao::Database> m_db;
     QString m_statement;
+    bool m_isCatalog = false;
 };

@@ -123,8 +123,8 @@ QString frmTables::validate()
 void frmTables::replaceRow()
 {
     if (!loaded(u"TABLE_NAME"_s).isEmpty())
-        db().Execute("DELETE FROM TW_TABLE WHERE "_L1 + definitions::ofTable(database(), loaded(u"TABLE_NAME"_s)) +
-                     ' '_L1);
+        removeRow("DELETE FROM TW_TABLE WHERE "_L1 + definitions::ofTable(database(), loaded(u"TABLE_NAME"_s)) +
+                  ' '_L1);
     // clang-format off
     db().Execute("INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, DISPLAY_NAME, TABLE_TYPE, FILE_NAME, "
                  "FILE_SPECIFICATION, NUMBER_COLUMNS, CRITERIA, REMARKS) VALUES ('"_L1 + SQLQuote(database()) +

@@ -260,8 +260,8 @@ QString frmFields::validate()
 void frmFields::replaceRow()
 {
     if (!loaded(u"FIELD_NAME"_s).isEmpty())
-        db().Execute(u"DELETE FROM TW_FIELD WHERE FILE_NAME = '"_s + quotedFile() + u"' AND FIELD_NAME = '"_s +
-                     quotedLoaded(u"FIELD_NAME"_s) + u"'"_s);
+        removeRow(u"DELETE FROM TW_FIELD WHERE FILE_NAME = '"_s + quotedFile() + u"' AND FIELD_NAME = '"_s +
+                  quotedLoaded(u"FIELD_NAME"_s) + u"'"_s);
     // clang-format off
     db().Execute(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, "
                  "SCALE, ENCRYPTED, FORMAT, DEFAULT_VALUE, REMARKS ) VALUES ('"_s + quotedFile() +

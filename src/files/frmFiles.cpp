@@ -91,7 +91,7 @@ QString frmFiles::validate()
 void frmFiles::replaceRow()
 {
     if (!loaded(u"FILE_NAME"_s).isEmpty())
-        db().Execute(u"DELETE FROM TW_FILE WHERE FILE_NAME = '"_s + quotedLoaded(u"FILE_NAME"_s) + u"'"_s);
+        removeRow(u"DELETE FROM TW_FILE WHERE FILE_NAME = '"_s + quotedLoaded(u"FILE_NAME"_s) + u"'"_s);
     // clang-format off
     db().Execute(u"INSERT INTO TW_FILE (FILE_NAME, OPEN_STRING, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE, REMARKS) "
                  "VALUES ('"_s + quoted(u"FILE_NAME"_s) +

@@ -85,6 +85,7 @@ void GridPane::Display(const QStringList& keys)
     routine.run([&] {
         const CMouseSleeper sleeper;
         closeEditor();
+        m_typed.clear();
         m_readOnly = true;
         m_row = m_column = -1;
         m_rowChanged = false;
@@ -233,7 +234,7 @@ void GridPane::remember()
         m_loaded.push_back(text(column.name));
     m_typed.clear();
     m_rowChanged = false;
-    m_replacing = false;
+    m_removed = false;
 }
 
 void GridPane::takeFocus()
@@ -327,9 +328,10 @@ void GridPane::takeCell()
     if (!m_editor)
         return;
     const QString entered = editorText();
+    const QString start = m_editorStart;
     closeEditor();
     const QString name = column().name;
-    if (entered == m_editorStart) {
+    if (entered == start) {
         // What was chosen again decides again upon the rest of the row.
         if (std::exchange(m_chosen, false) && !entered.isEmpty())
             cellChanged(name);
@@ -348,6 +350,12 @@ void GridPane::takeCell()
     cellChanged(name);
 }
 
+void GridPane::removeRow(const QString& statement)
+{
+    db().Execute(statement);
+    m_removed = true;
+}
+
 /// Writes the row if it has changed. Returns whether it has been written.
 bool GridPane::leaveRow()
 {
@@ -362,9 +370,7 @@ bool GridPane::leaveRow()
         return false;
     }
     const bool isNew = isNewRow();
-    // A replacement that ended half way may have left no row to update, whatever name the row has got since.
-    m_replacing = m_replacing || isNew || keyChanged();
-    if (m_replacing)
+    if (m_removed || isNew || keyChanged())
         replaceRow();
     else
         updateRow();

@@ -16,6 +16,7 @@ class CConnection;
 class CellGrid;
 class QComboBox;
 class QKeyEvent;
+class PropertyEdit;
 class QLineEdit;
 class ctlTextLookup;
 
@@ -116,6 +117,8 @@ protected:
     }
     /// What has been typed into a masked cell, if anything.
     std::optional<QString> typed(const QString& column) const;
+    /// Forgets what has been typed into a masked cell.
+    void dropTyped(const QString& column) { m_typed.remove(column); }
     /// Sets a cell as the user would.
     void setText(const QString& column, const QString& text);
     /// Whether the row is one that the catalog does not have yet.
@@ -131,6 +134,8 @@ protected:
     QStringList firstColumn(const QString& statement) const;
     /// Shows a message of validation and gives the column back.
     QString refuse(const QString& message, const QString& column);
+    /// Runs the statement that removes the row under its loaded key.
+    void removeRow(const QString& statement);
     void setItems(const QString& column, const QStringList& items);
     /// The text of the editor at the moment, and the way to put a value into it that was looked up.
     QString lookedUp() const;
@@ -196,7 +201,7 @@ private:
     Kind m_kind;
     std::vector<GridColumn> m_columns;
     CellGrid* m_grid;
-    QLineEdit* m_text = nullptr;
+    PropertyEdit* m_text = nullptr;
     QComboBox* m_combo = nullptr;
     ctlTextLookup* m_lookUp = nullptr;
     /// The one that shows, or null.
@@ -215,6 +220,7 @@ private:
     std::vector<QString> m_loaded;
     QHash<QString, QString> m_typed;
     bool m_rowChanged = false;
-    bool m_replacing = false;
+    /// Whether the catalog has lost the row to a replacement that ended half way, whatever name it has got since.
+    bool m_removed = false;
     bool m_leaving = false;
 };

@@ -1,6 +1,7 @@
 #include "CellGrid.h"
 #include "GridPane.h"
 #include "KeyFilter.h"
+#include "PropertyEntry.h"
 #include "Routine.h"
 #include "ctlTextLookup.h"
 #include "modAPIMisc.h"
@@ -28,7 +29,7 @@ void sendTo(QObject* receiver, const QKeyEvent& event)
 
 void GridPane::buildEditors()
 {
-    m_text = new QLineEdit(m_grid->viewport());
+    m_text = new PropertyEdit(m_grid->viewport());
     m_text->setObjectName(u"txtCell"_s);
     m_text->installEventFilter(this);
 
@@ -52,7 +53,7 @@ void GridPane::buildEditors()
     m_lookUp->txt()->setTextMargins(3, 0, 0, 0);
     m_combo->lineEdit()->setTextMargins(2, 0, 0, 0);
 
-    for (QLineEdit* edit : {m_text, m_lookUp->txt()})
+    for (QLineEdit* edit : {static_cast<QLineEdit*>(m_text), m_lookUp->txt()})
         connect(edit, &QLineEdit::textEdited, this, [this, edit] { txtCell_Change(*edit); });
     for (QWidget* editor :
          {static_cast<QWidget*>(m_text), static_cast<QWidget*>(m_combo), static_cast<QWidget*>(m_lookUp)})
@@ -87,6 +88,7 @@ void GridPane::openEditor()
     switch (column().editor) {
     case CellEditor::Text:
         m_editor = m_text;
+        m_text->setColumn(m_field);
         m_text->setEchoMode(column().isMasked ? QLineEdit::Password : QLineEdit::Normal);
         break;
     case CellEditor::Combo:
@@ -123,6 +125,7 @@ void GridPane::closeEditor()
     QWidget* const editor = std::exchange(m_editor, nullptr);
     if (!editor)
         return;
+    m_editorStart.clear();
     m_grid->layOver(nullptr);
     if (editor->hasFocus() || lineEditOf(*editor).hasFocus())
         m_grid->setFocus();

@@ -65,8 +65,10 @@ QString PasswordGrid::quotedPassword() const
 /// Asterisks stand for a password, and blanks are none.
 void PasswordGrid::cellChanged(const QString& column)
 {
-    if (column == m_column && !isPasswordTyped())
-        setText(m_column, loaded(m_column));
+    if (column != m_column || isPasswordTyped())
+        return;
+    dropTyped(m_column);
+    setText(m_column, loaded(m_column));
 }
 
 void PasswordGrid::warnOfLostPassword()

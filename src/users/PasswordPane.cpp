@@ -3,7 +3,7 @@
 #include "Boxes.h"
 #include "modBoundControls.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -80,10 +80,23 @@ bool PasswordPane::isPasswordConfirmed()
     return refuse(u"Password and Confirmation do not match!  Please re-enter the password."_s, m_column);
 }
 
-/// What is typed replaces the filler.
+/// A pane that gives way to another one keeps no password that was being entered.
+bool PasswordPane::event(QEvent* event)
+{
+    if (event->type() == QEvent::HideToParent) {
+        passwordBox().clear();
+        txtConfirm().clear();
+    }
+    return ItemPane::event(event);
+}
+
+/// What is typed replaces the filler; coming back from another window or a menu goes on where the entry was.
 bool PasswordPane::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == &passwordBox() && event->type() == QEvent::FocusIn)
+    if (watched != &passwordBox() || event->type() != QEvent::FocusIn)
+        return ItemPane::eventFilter(watched, event);
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
         QMetaObject::invokeMethod(&passwordBox(), &QLineEdit::selectAll, Qt::QueuedConnection);
     return ItemPane::eventFilter(watched, event);
 }

@@ -26,6 +26,7 @@ protected:
     void undo(State state) override;
 
 private:
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     QLineEdit& passwordBox() const;

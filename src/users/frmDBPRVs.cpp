@@ -82,7 +82,7 @@ QString frmDBPRVs::validate()
 void frmDBPRVs::replaceRow()
 {
     if (!loaded(u"USER_NAME"_s).isEmpty())
-        db().Execute("DELETE FROM TW_DBPRV WHERE "_L1 + ofUser(loaded(u"USER_NAME"_s)));
+        removeRow("DELETE FROM TW_DBPRV WHERE "_L1 + ofUser(loaded(u"USER_NAME"_s)));
     // clang-format off
     db().Execute("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, "
                  "ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS ) VALUES ('"_L1 + quoted(u"USER_NAME"_s) +

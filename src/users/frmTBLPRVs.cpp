@@ -76,8 +76,8 @@ void frmTBLPRVs::replaceRow()
 {
     // There is no apostrophe in front of the user, so that the statement fails and the row stays.
     if (!loaded(u"USER_NAME"_s).isEmpty())
-        db().Execute("DELETE FROM TW_TBLPRV WHERE "_L1 + ofTable() + " AND USER_NAME = "_L1 +
-                     quotedLoaded(u"USER_NAME"_s) + '\''_L1);
+        removeRow("DELETE FROM TW_TBLPRV WHERE "_L1 + ofTable() + " AND USER_NAME = "_L1 +
+                  quotedLoaded(u"USER_NAME"_s) + '\''_L1);
     // clang-format off
     db().Execute("INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
                  "ALLOW_DELETE, REMARKS) VALUES ('"_L1 + SQLQuote(database()) +

@@ -48,7 +48,7 @@ QString frmUsers::validate()
 void frmUsers::replaceRow()
 {
     if (!loaded(u"USER_NAME"_s).isEmpty())
-        db().Execute("DELETE FROM TW_USER WHERE USER_NAME = '"_L1 + quotedLoaded(u"USER_NAME"_s) + '\''_L1);
+        removeRow("DELETE FROM TW_USER WHERE USER_NAME = '"_L1 + quotedLoaded(u"USER_NAME"_s) + '\''_L1);
     db().Execute("INSERT INTO TW_USER (USER_NAME, USER_PASSWORD, REMARKS) VALUES ('"_L1 + quoted(u"USER_NAME"_s) +
                  "', '"_L1 + quotedPassword() + "', '"_L1 + quoted(u"REMARKS"_s) + "')"_L1);
     showStoredPassword();

@@ -21,7 +21,7 @@ protected:
     {
         Fixture::TearDown();
         for (const char* pane : {"frmFile", "frmField", "frmFiles", "frmFields", "frmDatabase", "frmDatabases",
-                                 "frmTable", "frmTables", "frmColumn", "frmColumns", "frmSpecialCols"})
+                                 "frmTable", "frmTableData", "frmTables", "frmColumn", "frmColumns", "frmSpecialCols"})
             panes::remove(QLatin1String(pane));
     }
 };

@@ -13,8 +13,8 @@ TEST(UsersRoom, EachPaneTakesAsManyKeyPartsAsItsRowHas)
     registerUsersRoom();
     const auto counts = [](const QString& pane) {
         std::vector<int> all;
-        for (const auto operation : {panes::Operation::Display, panes::Operation::AddNew, panes::Operation::Edit,
-                                     panes::Operation::Delete})
+        for (const auto operation :
+             {panes::Operation::Display, panes::Operation::AddNew, panes::Operation::Edit, panes::Operation::Delete})
             all.push_back(panes::count(pane, operation));
         return all;
     };
