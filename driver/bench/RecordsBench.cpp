@@ -17,6 +17,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 
 namespace
 {
@@ -46,7 +47,7 @@ public:
     std::string ConnectString() const { return "Driver=Tarnwick ODBC;Catalog=" + (m_folder / "bench.cat").string(); }
 
 private:
-    Ground() : m_folder(fs::temp_directory_path() / ("tarnwick-records-" + std::to_string(std::rand())))
+    Ground() : m_folder(fs::temp_directory_path() / ("tarnwick-records-" + std::to_string(::getpid())))
     {
         fs::create_directories(m_folder);
         std::ofstream(m_folder / "odbcinst.ini") << "[Tarnwick ODBC]\nDriver=" << TARNWICK_DRIVER_FILE << "\n";

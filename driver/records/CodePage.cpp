@@ -4,7 +4,9 @@
 
 #include <iconv.h>
 
-#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
 
 namespace tarnwick::records
 {
@@ -45,12 +47,22 @@ std::string NameForIconv(std::string_view name)
 
 bool IsAscii(std::string_view bytes)
 {
-    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    std::uint64_t seen = 0;
+    while (bytes.size() >= sizeof seen) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, bytes.data(), sizeof eight);
+        seen |= eight;
+        bytes.remove_prefix(sizeof eight);
+    }
+    for (const char c : bytes)
+        seen |= static_cast<unsigned char>(c);
+    return (seen & 0x8080808080808080) == 0;
 }
 
 } // namespace
 
-CodePage::CodePage(Way way, void* converter, bool isEbcdic) : m_way(way), m_converter(converter), m_isEbcdic(isEbcdic)
+CodePage::CodePage(Way way, void* converter, bool isEbcdic)
+    : m_way(way), m_converter(converter), m_isEbcdic(isEbcdic), m_holdsAscii(way == Way::Utf8)
 {
 }
 
@@ -112,9 +124,13 @@ void CodePage::FillTable()
 
 bool CodePage::Convert(std::string_view bytes, std::string& room, std::string_view& text) const
 {
-    if (m_way == Way::Utf8 || (m_holdsAscii && IsAscii(bytes))) {
+    if (m_holdsAscii && IsAscii(bytes)) {
         text = bytes;
-        return m_way != Way::Utf8 || IsUtf8(bytes);
+        return true;
+    }
+    if (m_way == Way::Utf8) {
+        text = bytes;
+        return IsUtf8(bytes);
     }
     const bool converted = m_way == Way::Table ? ConvertByTable(bytes, room) : ConvertByStream(bytes, room);
     text = room;

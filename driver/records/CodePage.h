@@ -48,7 +48,7 @@ private:
     Way m_way;
     void* m_converter; ///< iconv_t; null for UTF-8
     bool m_isEbcdic;
-    bool m_holdsAscii = false; ///< the bytes below 128 are ASCII
+    bool m_holdsAscii; ///< the bytes below 128 are ASCII
     std::array<Character, 256> m_table{};
 };
 

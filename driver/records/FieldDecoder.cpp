@@ -87,8 +87,9 @@ constexpr ZonedDigits ebcdicDigits = MakeEbcdicDigits();
 
 std::string_view TrimmedEnd(std::string_view text)
 {
-    const std::size_t last = text.find_last_not_of(std::string_view(" \0", 2));
-    return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\0'))
+        text.remove_suffix(1);
+    return text;
 }
 
 bool IsOnly(std::string_view bytes, char c)

@@ -23,6 +23,10 @@ namespace
 /// while they are read.
 constexpr std::size_t mostRetained = 64;
 
+/// The longest text that is rather copied into the room that SQLite keeps for a cell: where it is read it needs a zero
+/// byte behind it, for which SQLite would find new room each time.
+constexpr std::size_t mostCopied = 64;
+
 /// The most bytes of a field that an error shows.
 constexpr std::size_t shownBytes = 32;
 
@@ -232,7 +236,8 @@ int IsAtEnd(sqlite3_vtab_cursor* cursor)
 
 void Give(sqlite3_context* context, const Value& value, bool copiesText)
 {
-    const auto lifetime = value.inRecord && !copiesText ? SQLITE_STATIC : SQLITE_TRANSIENT;
+    const bool copies = copiesText || !value.inRecord || value.text.size() <= mostCopied;
+    const auto lifetime = copies ? SQLITE_TRANSIENT : SQLITE_STATIC;
     switch (value.kind) {
     case Value::Kind::Null:
         return sqlite3_result_null(context);
