@@ -21,6 +21,20 @@ TEST_F(DatabasePrivilegePane, OkAtOnceLeavesThePassword)
     EXPECT_EQ(selectedKey(), key(clerk()));
 }
 
+TEST_F(DatabasePrivilegePane, OtherRemarksLeaveThePassword)
+{
+    open(clerk());
+    const QString password =
+        u"SELECT DATABASE_PASSWORD FROM TW_DBPRV WHERE DATABASE_NAME = 'SALES' AND USER_NAME = 'CLERK'"_s;
+    const QStringList before = stored(password);
+    ASSERT_NE(before, QStringList{QString()});
+    write(u"REMARKS"_s, u"buys"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(stored(password), before);
+    EXPECT_EQ(stored(u"SELECT REMARKS FROM TW_DBPRV WHERE DATABASE_NAME = 'SALES' AND USER_NAME = 'CLERK'"_s),
+              QStringList{u"buys"_s});
+}
+
 TEST_F(DatabasePrivilegePane, AChangeIsOneStatement)
 {
     open(clerk());

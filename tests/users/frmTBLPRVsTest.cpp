@@ -174,6 +174,18 @@ TEST_F(TablePrivilegesGrid, TheUserOfARowCannotBeChanged)
     EXPECT_EQ(current(), u"0 User Name"_s);
     EXPECT_EQ(cell(0, u"User Name"_s), u"BOSS"_s);
 
+    // Under its old user the row can still be changed.
+    change(0, u"User Name"_s, u"c"_s);
+    change(0, u"Remarks"_s, u"x"_s);
+    leave();
+    EXPECT_EQ(stored(u"SELECT USER_NAME, REMARKS FROM TW_TBLPRV WHERE TABLE_NAME = 'ORDERS'"_s),
+              QStringList{u"CLERK|x"_s});
+    change(u"UPDATE TW_TBLPRV SET REMARKS = 'takes orders' WHERE TABLE_NAME = 'ORDERS'"_s);
+    reopen(orders());
+    change(u"CLERK"_s, u"User Name"_s, u"b"_s);
+    errors.expect(Press::Ignore);
+    leave();
+
     // It stays so however often it is tried, and the node shows the row as it is.
     errors.expect(Press::Retry).expect(Press::Ignore);
     leave();

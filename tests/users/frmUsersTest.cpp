@@ -425,6 +425,34 @@ TEST_F(UsersGrid, AFailureBetweenDeleteAndInsertLosesNothingThatWasEntered)
     EXPECT_EQ(users(), (QStringList{storedBoss, u"TELLER|FRESH|at the desk"_s}));
 }
 
+TEST_F(UsersGrid, ANameThatIsPutBackBehindAFailureKeepsThePassword)
+{
+    openUsers();
+    const QStringList before = users();
+    change(u"CLERK"_s, u"User Name"_s, u"teller"_s);
+    statements.clear();
+    statements.failAt(2);
+    boxes.expectInform(warning);
+    errors.expect(Press::Ignore);
+    leave();
+    EXPECT_EQ(users(), before);
+    change(u"TELLER"_s, u"User Name"_s, u"clerk"_s);
+    statements.clear();
+    leave();
+    EXPECT_EQ(statements.writes(),
+              QStringList{u"UPDATE TW_USER SET REMARKS = 'at the desk' WHERE USER_NAME = 'CLERK'"_s});
+    EXPECT_EQ(users(), before);
+}
+
+TEST_F(UsersGrid, BlanksInTheNewRowAreNoEntry)
+{
+    openUsers();
+    pasteInto(blankRow(), u"User Password"_s, u"   "_s);
+    statements.clear();
+    leave();
+    EXPECT_EQ(sent(), QStringList());
+}
+
 TEST_F(UsersGrid, AFailingStatementLeavesTheRowToBeTriedAgain)
 {
     keepCatalog();
