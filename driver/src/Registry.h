@@ -16,7 +16,7 @@ namespace records
 {
 class Privileges;
 class RecordTables;
-}
+} // namespace records
 
 /// What this driver knows of an open connection besides what the library below holds.
 struct Connection {

@@ -116,3 +116,26 @@ TEST_F(Rights, LeaveWhatTheDriverItselfAsks)
     const Result types = nobody.Read([](SQLHSTMT statement) { return SQLGetTypeInfo(statement, SQL_ALL_TYPES); });
     EXPECT_GT(types.rows.size(), 10u) << types.diagnostic.message;
 }
+
+TEST_F(Rights, AreThoseOfTheUserOfTheDatasourceOrOfTheCall)
+{
+    const std::string named = setup.AddDataSource({"Catalog = " + setup.File("c.cat"), "UID = READER"});
+    OdbcClient reader;
+    ASSERT_TRUE(reader.Connect("DSN=" + named)) << reader.Failure().message;
+    ExpectRefused(reader, "SELECT NO FROM BANK_ACCOUNT", "read the table BANK_ACCOUNT");
+    SQLHENV environment = nullptr;
+    SQLHDBC connection = nullptr;
+    SQLHSTMT statement = nullptr;
+    SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment);
+    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    SQLAllocHandle(SQL_HANDLE_DBC, environment, &connection);
+    const auto text = [](const char* literal) { return reinterpret_cast<SQLCHAR*>(const_cast<char*>(literal)); };
+    ASSERT_TRUE(SQL_SUCCEEDED(
+        SQLConnect(connection, text(named.c_str()), SQL_NTS, text("AUDITOR"), SQL_NTS, text(""), SQL_NTS)));
+    SQLAllocHandle(SQL_HANDLE_STMT, connection, &statement);
+    EXPECT_TRUE(SQL_SUCCEEDED(SQLExecDirect(statement, text("SELECT NO FROM BANK_ACCOUNT"), SQL_NTS)));
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    SQLDisconnect(connection);
+    SQLFreeHandle(SQL_HANDLE_DBC, connection);
+    SQLFreeHandle(SQL_HANDLE_ENV, environment);
+}

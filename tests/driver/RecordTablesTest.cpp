@@ -318,3 +318,81 @@ TEST_F(Records, ManyThreadsReadOnOneConnection)
     for (std::thread& thread : threads)
         thread.join();
 }
+
+TEST_F(Records, TheOpenStringNamesTheCodePage)
+{
+    Make("MAINFRAME", {{"NAME", "STRING", 5}, {"AMOUNT", "ZONED", 3, 1}, {"DAY", "DATE-YYYYMMDD", 8}},
+         "\xD1\xDC\x99\x87\x40\xF1\xF2\xD3\xF1\xF9\xF9\xF8\xF1\xF2\xF3\xF1", "SEQUENTIAL", "FIXED", "EBCDIC-037");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_MAINFRAME WHERE NAME = 'Jürg'"), "Jürg|-12.3|1998-12-31\n");
+    Run("UPDATE TW_FILE SET OPEN_STRING = 'EBCDIC-1047' WHERE FILE_NAME = 'MAINFRAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_MAINFRAME"), "Jürg\n");
+    Run("UPDATE TW_FILE SET OPEN_STRING = 'LATIN-1' WHERE FILE_NAME = 'MAINFRAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_MAINFRAME"), "ÑÜ\u0099\u0087@\n");
+    Run("UPDATE TW_FILE SET OPEN_STRING = '' WHERE FILE_NAME = 'MAINFRAME'");
+    EXPECT_TRUE(Holds(Failure("SELECT NAME FROM BANK_MAINFRAME"), "no characters of the file's code page"));
+}
+
+TEST_F(Records, DatesAndTimesAreOfTheirSqlTypes)
+{
+    Make("DIARY", {{"DAY", "DATE", 10, 0, "DD.MM.YYYY"}, {"AT", "TIME-HHMMSS", 6}, {"SEEN", "SECONDS-4", 4}},
+         "31.12.1998235958\x80\x51\x01\x00          000000\x00\x00\x00\x00"s);
+    const Result result = client.Execute("SELECT * FROM BANK_DIARY");
+    ASSERT_EQ(result.columns.size(), 3u) << result.diagnostic.message;
+    EXPECT_EQ(result.columns[0].type, SQL_TYPE_DATE);
+    EXPECT_EQ(result.columns[1].type, SQL_TYPE_TIME);
+    EXPECT_EQ(result.columns[2].type, SQL_TYPE_TIMESTAMP);
+    EXPECT_EQ(Rows("SELECT * FROM BANK_DIARY"),
+              "1998-12-31|23:59:58|1970-01-02 00:00:00\n~|00:00:00|1970-01-01 00:00:00\n");
+    EXPECT_EQ(Rows("SELECT AT FROM BANK_DIARY WHERE [DAY] >= #12/31/1998#"), "23:59:58\n");
+    SQLHSTMT statement = client.NewStatement();
+    std::string text = "SELECT [DAY] FROM BANK_DIARY";
+    ASSERT_EQ(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+    SQL_DATE_STRUCT day{};
+    ASSERT_EQ(SQLGetData(statement, 1, SQL_C_TYPE_DATE, &day, sizeof day, nullptr), SQL_SUCCESS);
+    EXPECT_EQ(day.year, 1998);
+    EXPECT_EQ(day.month, 12);
+    EXPECT_EQ(day.day, 31);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(Records, ColumnsThatAreNotVisibleAreNotThere)
+{
+    Make("ACCOUNT", account, accounts);
+    Run("UPDATE TW_COLUMN SET VISIBLE = 0 WHERE COLUMN_NAME = 'NO'");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_ACCOUNT WHERE NAME = 'Ivy'"), "Ivy|-7.5\n");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_ACCOUNT"), "no such column"));
+    Run("UPDATE TW_COLUMN SET VISIBLE = 0");
+    EXPECT_TRUE(Holds(Failure("SELECT 1 FROM BANK_ACCOUNT"), "it has no columns"));
+}
+
+TEST_F(Records, ARecordShorterThanItsLayoutHasNullsAtItsEnd)
+{
+    Make("LINES", {{"KIND", "STRING", 1}, {"NO", "ZONED-U", 3}, {"WORDS", "STRING", 8}}, "A001some\nB002\nC\nD12\n",
+         "SEQUENTIAL", "VARIABLE");
+    EXPECT_EQ(Rows("SELECT KIND, WORDS FROM BANK_LINES"), "A|some\nB|~\nC|~\nD|~\n");
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_LINES LIMIT 3"), "1\n2\n~\n");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_LINES"),
+                      "record 4, field NO: the bytes 31 32 cannot be read as ZONED-U: the record ends inside the "
+                      "field."));
+}
+
+TEST_F(Records, FieldsMayLieOverOneAnother)
+{
+    Make("MIXED", {{"KIND", "STRING", 1}, {"WORDS", "STRING", 4}},
+         "Aabcd"
+         "B\x00\x00\x00\x07"s);
+    Run("INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) VALUES "
+        "('MIXED', 3, 'NUMBER', 'INTEGER-4-BE', 1, 4)");
+    Run("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, SQL_TYPE_NAME, "
+        "VISIBLE) VALUES ('BANK', 'MIXED', 3, 'NUMBER', 'NUMBER', 'INTEGER', 1)");
+    EXPECT_EQ(Rows("SELECT KIND, CASE KIND WHEN 'A' THEN WORDS ELSE NUMBER END FROM BANK_MIXED"), "A|abcd\nB|7\n");
+}
+
+TEST_F(Records, AKeyThatCannotBeIsToldAtConnecting)
+{
+    OdbcClient another;
+    EXPECT_FALSE(another.Connect("Driver=Tarnwick ODBC;BadFields=Maybe;Catalog=" + setup.File("c.cat")));
+    EXPECT_TRUE(Holds(another.Failure().message, "The key BadFields must be Error or Null."))
+        << another.Failure().message;
+}
