@@ -283,6 +283,53 @@ TEST_F(DragDatabases, AColumnThatTheTableHasIsRefused)
     EXPECT_EQ(statements.writes(), QStringList());
 }
 
+TEST_F(DragDatabases, ATableMovesToAnotherDatabaseOfItsDatasource)
+{
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('DEPOT')"_s);
+    const QStringList before = bothCatalogs();
+    boxes.expectInform(noField(u"RFA"_s, u"RFA"_s, u"PAYROLL"_s, u"ORDERS"_s));
+    EXPECT_TRUE(DragTableToDB(table(), item(u"TA"_s, {datasource, u"DEPOT"_s}), DragMode::Move));
+    QStringList expected = before;
+    for (const QString& owned : {u"S TW_TABLE "_s, u"S TW_COLUMN "_s, u"S TW_TBLPRV "_s})
+        expected.replaceInStrings(owned + u"SALES|"_s, owned + u"DEPOT|"_s);
+    expected.sort();
+    QStringList after = bothCatalogs();
+    after.sort();
+    EXPECT_EQ(after, expected);
+    // Both sides are one connection.
+    EXPECT_TRUE(said().filter(u"T: "_s).isEmpty());
+}
+
+TEST_F(DragDatabases, AWholeCatalogMovesFilesThenUsersThenDatabases)
+{
+    change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'KEY'"_s);
+    QStringList expected;
+    for (const QString& row : bothCatalogs()) {
+        const bool isSystem = row.contains("|TW|"_L1) || row.contains(" TW|"_L1) || row.contains(" ADMIN|"_L1);
+        const bool isSystemFile =
+            row.startsWith("S TW_FI"_L1) && !row.contains(" PAYROLL|"_L1) && !row.contains(" EMPTY|"_L1);
+        const bool staysBehind = row.startsWith("S TW_DBPRV "_L1);
+        if (row.startsWith("S "_L1) && !isSystem && !isSystemFile && !staysBehind)
+            expected.append("T "_L1 + row.sliced(2));
+        else
+            expected.append(row);
+    }
+    expected.sort();
+
+    EXPECT_TRUE(modDragAndDrop::DragFilesToDSN(item(u"FI"_s, {datasource}), item(u"FI"_s, {other}), DragMode::Move));
+    boxes.expectInform(u"Datasource '%1' already contains a User called 'ADMIN'!"_s.arg(other));
+    expectGoOn(u"Do you want to continue with the remainder of the Users in this collection?"_s, u"cmdYes"_s);
+    EXPECT_TRUE(modDragAndDrop::DragUsersToDSN(item(u"US"_s, {datasource}), item(u"US"_s, {other}), DragMode::Move));
+    // RFA is no field of a file.
+    boxes.expectInform(noField(u"RFA"_s, u"RFA"_s, u"PAYROLL"_s, u"ORDERS"_s));
+    boxes.expectInform(u"Datasource '%1' already contains a Database called 'TW'!"_s.arg(other));
+    expectGoOn(u"Do you want to continue with the remainder of the Databases in this collection?"_s, u"cmdYes"_s);
+    EXPECT_TRUE(DragDBsToDSN(item(u"DB"_s, {datasource}), otherSide(), DragMode::Move));
+    QStringList after = bothCatalogs();
+    after.sort();
+    EXPECT_EQ(after, expected);
+}
+
 TEST_F(DragDatabases, OneTableOnItselfIsTold)
 {
     const QString same = u"The source and the destination Table are the same"_s;
