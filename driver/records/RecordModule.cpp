@@ -23,8 +23,8 @@ namespace
 /// while they are read.
 constexpr std::size_t mostRetained = 64;
 
-/// The longest text that is rather copied into the room that SQLite keeps for a cell: where it is read it needs a zero
-/// byte behind it, for which SQLite would find new room each time.
+/// The longest text that is copied into the room that SQLite keeps for a cell, with a zero byte behind it: whoever
+/// reads it needs one, and SQLite would look for new room each time to add it.
 constexpr std::size_t mostCopied = 64;
 
 /// The most bytes of a field that an error shows.
@@ -234,10 +234,18 @@ int IsAtEnd(sqlite3_vtab_cursor* cursor)
     return CursorOf(cursor).isAtEnd ? 1 : 0;
 }
 
+void GiveText(sqlite3_context* context, std::string_view text, sqlite3_destructor_type lifetime)
+{
+    if (text.size() > mostCopied || text.find('\0') != std::string_view::npos)
+        return sqlite3_result_text64(context, text.data(), text.size(), lifetime, SQLITE_UTF8);
+    char terminated[mostCopied + 1];
+    terminated[text.copy(terminated, mostCopied)] = '\0';
+    sqlite3_result_text(context, terminated, -1, SQLITE_TRANSIENT);
+}
+
 void Give(sqlite3_context* context, const Value& value, bool copiesText)
 {
-    const bool copies = copiesText || !value.inRecord || value.text.size() <= mostCopied;
-    const auto lifetime = copies ? SQLITE_TRANSIENT : SQLITE_STATIC;
+    const auto lifetime = value.inRecord && !copiesText ? SQLITE_STATIC : SQLITE_TRANSIENT;
     switch (value.kind) {
     case Value::Kind::Null:
         return sqlite3_result_null(context);
@@ -246,8 +254,7 @@ void Give(sqlite3_context* context, const Value& value, bool copiesText)
     case Value::Kind::Real:
         return sqlite3_result_double(context, value.real);
     case Value::Kind::Text:
-        return sqlite3_result_text64(context, value.text.data() ? value.text.data() : "", value.text.size(), lifetime,
-                                     SQLITE_UTF8);
+        return GiveText(context, value.text, lifetime);
     case Value::Kind::Bytes:
         return sqlite3_result_blob64(context, value.text.data(), value.text.size(), lifetime);
     }
