@@ -55,6 +55,40 @@ TEST_F(ColumnPaneFaults, WithinOpeningAColumn)
                .goOn = [&] { click(key(column(u"PRICE"_s))); }});
 }
 
+TEST_F(ColumnPaneFaults, WithinBeginningAnAdd)
+{
+    sweep.run({.prepare =
+                   [&] {
+                       beginAnew();
+                       open(column(u"PRICE"_s));
+                       press(u"Cancel"_s);
+                   },
+               .act = [&](const auto&) { press(u"Column Add"_s); },
+               .outcome = [&] { return outcome(); },
+               .goOn =
+                   [&] {
+                       if (!state().startsWith("Column Add"_L1))
+                           press(u"Column Add"_s);
+                   }});
+}
+
+TEST_F(ColumnPaneFaults, WithinCancel)
+{
+    sweep.run({.prepare =
+                   [&] {
+                       beginAnew();
+                       open(column(u"PRICE"_s));
+                       write(u"REMARKS"_s, u"x"_s);
+                   },
+               .act = [&](const auto&) { press(u"Cancel"_s); },
+               .outcome = [&] { return outcome(); },
+               .goOn =
+                   [&] {
+                       click(key(column(u"PRICE"_s)));
+                       press(u"Cancel"_s);
+                   }});
+}
+
 TEST_F(ColumnPaneFaults, WithinAChange)
 {
     sweep.run({.prepare =

@@ -52,6 +52,45 @@ TEST_F(DatabasePaneFaults, WithinOpeningADatabase)
                .goOn = [&] { click(key(database(u"DEPOT"_s))); }});
 }
 
+TEST_F(DatabasePaneFaults, WithinBeginningAnAdd)
+{
+    sweep.run({.prepare =
+                   [&] {
+                       beginAnew();
+                       open(database(u"DEPOT"_s));
+                       press(u"Cancel"_s);
+                   },
+               .act = [&](const auto&) { press(u"DB Add"_s); },
+               .outcome = [&] { return outcome(); },
+               .afterIgnore =
+                   [](int statement, const QStringList& withoutFault) {
+                       // A list that could not be read stays as it was, and the add goes on.
+                       return withoutFault.sliced(statement);
+                   },
+               .goOn =
+                   [&] {
+                       if (!state().startsWith("DB Add"_L1))
+                           press(u"DB Add"_s);
+                   }});
+}
+
+TEST_F(DatabasePaneFaults, WithinCancel)
+{
+    sweep.run({.prepare =
+                   [&] {
+                       beginAnew();
+                       open(database(u"DEPOT"_s));
+                       write(u"REMARKS"_s, u"x"_s);
+                   },
+               .act = [&](const auto&) { press(u"Cancel"_s); },
+               .outcome = [&] { return outcome(); },
+               .goOn =
+                   [&] {
+                       click(key(database(u"DEPOT"_s)));
+                       press(u"Cancel"_s);
+                   }});
+}
+
 TEST_F(DatabasePaneFaults, WithinAnAdd)
 {
     sweep.run({.prepare =

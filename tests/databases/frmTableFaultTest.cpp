@@ -45,6 +45,45 @@ TEST_F(TablePaneFaults, WithinOpeningATable)
                .goOn = [&] { click(key(table(u"ITEMS"_s))); }});
 }
 
+TEST_F(TablePaneFaults, WithinBeginningAnAdd)
+{
+    sweep.run({.prepare =
+                   [&] {
+                       beginAnew();
+                       open(table(u"ITEMS"_s));
+                       press(u"Cancel"_s);
+                   },
+               .act = [&](const auto&) { press(u"Table Add"_s); },
+               .outcome = [&] { return outcome(); },
+               .afterIgnore =
+                   [](int statement, const QStringList& withoutFault) {
+                       // A list that could not be read stays as it was, and the add goes on.
+                       return withoutFault.sliced(statement);
+                   },
+               .goOn =
+                   [&] {
+                       if (!state().startsWith("Table Add"_L1))
+                           press(u"Table Add"_s);
+                   }});
+}
+
+TEST_F(TablePaneFaults, WithinCancel)
+{
+    sweep.run({.prepare =
+                   [&] {
+                       beginAnew();
+                       open(table(u"ITEMS"_s));
+                       write(u"REMARKS"_s, u"x"_s);
+                   },
+               .act = [&](const auto&) { press(u"Cancel"_s); },
+               .outcome = [&] { return outcome(); },
+               .goOn =
+                   [&] {
+                       click(key(table(u"ITEMS"_s)));
+                       press(u"Cancel"_s);
+                   }});
+}
+
 TEST_F(TablePaneFaults, WithinAnAdd)
 {
     sweep.run({.prepare =

@@ -1,7 +1,10 @@
 #include "CConnections.h"
+#include "CellGrid.h"
 #include "Database.h"
 #include "DatabasesRoom.h"
 #include "FilesRoom.h"
+#include "GridPane.h"
+#include "InterchangeRoom.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "Settings.h"
@@ -179,6 +182,15 @@ void takeItemPane(mdiMain& window, Photographer& camera, const QString& pane, co
     camera.take(window, name + u"-delete"_s);
 }
 
+/// A grid with the editor open over a cell of its current row.
+void takeEditor(mdiMain& window, Photographer& camera, int column, const QString& name)
+{
+    auto* pane = static_cast<GridPane*>(window.currentPane());
+    pane->findChild<CellGrid*>(u"grd"_s)->select(1, column);
+    pane->EnterCell();
+    camera.take(window, name);
+}
+
 void takeDatabases(mdiMain& window, Photographer& camera)
 {
     const QStringList table{u"Ledger"_s, u"PAYROLL"_s, u"EMPLOYEE"_s};
@@ -191,10 +203,23 @@ void takeDatabases(mdiMain& window, Photographer& camera)
     camera.take(window, u"tables"_s);
     window.PaneDisplay(u"frmColumns"_s, table);
     camera.take(window, u"columns"_s);
+    takeEditor(window, camera, 0, u"columns-look-up"_s);
+    takeEditor(window, camera, 1, u"columns-text"_s);
+    takeEditor(window, camera, 3, u"columns-list"_s);
+    window.PaneEdit(u"frmDatabase"_s, {u"Ledger"_s, u"TW"_s});
+    camera.take(window, u"database-read-only"_s);
+    window.PaneEdit(u"frmTable"_s, {u"Ledger"_s, u"TW"_s, u"FILE"_s});
+    camera.take(window, u"table-read-only"_s);
+    window.PaneEdit(u"frmColumn"_s, {u"Ledger"_s, u"TW"_s, u"FILE"_s, u"FILE_NAME"_s});
+    camera.take(window, u"column-read-only"_s);
     window.PaneDisplay(u"frmSpecialCols"_s, table);
     camera.take(window, u"special-columns"_s);
     window.toolBar(u"tbrSpecialCols"_s).Button(u"Special Column Edit"_s).press();
     camera.take(window, u"special-columns-edit"_s);
+    window.PaneDisplay(u"frmCSVExport"_s, {u"Ledger"_s});
+    camera.take(window, u"export"_s);
+    window.PaneDisplay(u"frmCSVImport"_s, {u"Ledger"_s});
+    camera.take(window, u"import"_s);
     takeModal(camera, u"column-order"_s, [&] { frmColumnReorder::Display(table); });
     takeModal(camera, u"criteria-builder"_s, [&] {
         frmCriteriaBuilder::GetCriteria(table.at(0), table.at(1), table.at(2), u"PAYROLL_EMPLOYEE.SALARY > 2000"_s);
@@ -214,6 +239,7 @@ void takeUsers(mdiMain& window, Photographer& camera)
                  {ledger, u"PAYROLL"_s, u"EMPLOYEE"_s, u"PAYMASTER"_s});
     window.PaneDisplay(u"frmUsers"_s, {ledger});
     camera.take(window, u"users"_s);
+    takeEditor(window, camera, 1, u"users-password"_s);
     window.PaneDisplay(u"frmDBPRVs"_s, {ledger, u"PAYROLL"_s});
     camera.take(window, u"database-privileges"_s);
     window.PaneDisplay(u"frmTBLPRVs"_s, {ledger, u"PAYROLL"_s, u"EMPLOYEE"_s});
@@ -261,6 +287,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     registerFilesRoom();
     registerDatabasesRoom();
     registerUsersRoom();
+    registerInterchangeRoom();
     Photographer camera(QDir(folder), suffix);
     mdiMain window({});
     window.MDIForm_Load();
