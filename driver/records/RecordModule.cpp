@@ -2,7 +2,6 @@
 
 #include "Privileges.h"
 #include "Query.h"
-#include "Rewrite.h"
 
 #include <sqlite3.h>
 
@@ -200,9 +199,7 @@ Query Choose(const VirtualTable& table)
     if (table.insideCriteria)
         throw RecordError("The criteria of the table " + definition.sqlName + " asks for the table itself.");
     try {
-        return Query(table.engine,
-                     Rewrite("SELECT \"record position\", \"record number\" FROM \"" + table.table->UnfilteredName() +
-                             "\" AS \"" + definition.JoinedName() + "\" WHERE " + definition.criteria));
+        return Query(table.engine, table.table->CriteriaStatement());
     } catch (const RecordError& error) {
         throw RecordError("The criteria of the table " + definition.sqlName + " cannot be applied: " + error.what());
     }

@@ -41,6 +41,9 @@ public:
     /// The name under which the criteria's own statement reads all records. No client can know it.
     std::string UnfilteredName() const;
 
+    /// The statement that gives the places and numbers of the records that meet the criteria.
+    std::string CriteriaStatement() const;
+
     /// The data file, mapped anew if another stands there or its size has changed. Throws RecordError.
     std::shared_ptr<const MappedFile> File() const;
 

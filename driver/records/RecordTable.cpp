@@ -1,5 +1,6 @@
 #include "RecordModule.h"
 
+#include "Rewrite.h"
 #include "Text.h"
 
 #include <algorithm>
@@ -72,6 +73,12 @@ std::string RecordTable::Declaration(bool forCriteria) const
 std::string RecordTable::UnfilteredName() const
 {
     return "all records of " + m_definition.sqlName;
+}
+
+std::string RecordTable::CriteriaStatement() const
+{
+    return Rewrite("SELECT \"record position\", \"record number\" FROM " + Quoted(UnfilteredName()) + " AS " +
+                   Quoted(m_definition.JoinedName()) + " WHERE " + m_definition.criteria);
 }
 
 std::shared_ptr<const MappedFile> RecordTable::File() const

@@ -101,6 +101,14 @@ TEST_F(Records, CriteriaMayAskForWhatClientsDoNotSee)
     EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_DEBIT"), "no such column: BALANCE"));
 }
 
+TEST_F(Records, NamesMayHoldHyphensAndQuotes)
+{
+    Make("CHEQUE-BOOK", account, accounts);
+    EXPECT_EQ(Rows("SELECT NAME FROM [BANK_CHEQUE-BOOK] WHERE NO = 2"), "Ivy\n");
+    DefineTable("ODD\"NAME", "CHEQUE-BOOK", "CHEQUE-BOOK.dat", "NO = 1 AND NAME < #1/1/2000# OR NAME = 'Harry'");
+    EXPECT_EQ(Rows("SELECT NAME FROM \"BANK_ODD\"\"NAME\""), "Harry\n");
+}
+
 TEST_F(Records, BadCriteriaAreTheTablesError)
 {
     Make("ACCOUNT", account, accounts);
