@@ -49,7 +49,7 @@ void fillDatabase(const CatalogFixture& world)
     world.run(datasource, u"INSERT INTO TW_DB (DATABASE_NAME, DRIVER_NAME) VALUES ('STAFF', 'DISAM')"_s);
     fill(world, 50,
          u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) "
-         "SELECT 'STAFF', printf('TABLE_%02d', i), 'ORDERS' FROM n"_s);
+         "SELECT 'STAFF', printf('TABLE_%02d', i), 'PEOPLE' FROM n"_s);
     fill(world, 40,
          u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME) "
          "SELECT 'STAFF', TABLE_NAME, i, printf('COLUMN_%02d', i), printf('OTHER_%04d', i) "
