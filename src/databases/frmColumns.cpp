@@ -100,11 +100,7 @@ QString frmColumns::selectStatement() const
 void frmColumns::populateLists()
 {
     setItems(u"SQL_TYPE_NAME"_s, definitions::sqlTypeNames(connection()));
-    QStringList fields;
-    for (const auto rows = db().OpenRecordset(definitions::fieldsOfTable(db(), database(), table())); !rows->Eof();
-         rows->MoveNext())
-        fields.append(rows->View(0).toString());
-    setItems(u"FIELD_NAME"_s, fields);
+    setItems(u"FIELD_NAME"_s, firstColumn(definitions::fieldsOfTable(db(), database(), table())));
 }
 
 bool frmColumns::isReadOnly() const

@@ -63,12 +63,8 @@ QString frmTables::selectStatement() const
 void frmTables::populateLists()
 {
     const bool all = settings::getNumber(u"Options"_s, u"SysTables"_s, 0) != 0;
-    QStringList files;
-    for (const auto rows = db().OpenRecordset("SELECT FILE_NAME FROM TW_FILE "_L1 +
-                                              (all ? QString() : QString("WHERE "_L1 + definitions::isUserFile())));
-         !rows->Eof(); rows->MoveNext())
-        files.append(rows->View(0).toString());
-    setItems(u"FILE_NAME"_s, files);
+    setItems(u"FILE_NAME"_s, firstColumn("SELECT FILE_NAME FROM TW_FILE "_L1 +
+                                         (all ? QString() : QString("WHERE "_L1 + definitions::isUserFile()))));
 }
 
 bool frmTables::isReadOnly() const

@@ -61,15 +61,12 @@ bool frmMoveCopy::isPressed(const QString& button) const
 
 QPoint frmMoveCopy::position(QPoint centred) const
 {
-    return QPoint(settings::getNumber(section, u"Left"_s, centred.x() * twipsPerPixel),
-                  settings::getNumber(section, u"Top"_s, centred.y() * twipsPerPixel)) /
-           twipsPerPixel;
+    return storedPosition(section, centred);
 }
 
 void frmMoveCopy::unloading()
 {
-    settings::save(section, u"Top"_s, y() * twipsPerPixel);
-    settings::save(section, u"Left"_s, x() * twipsPerPixel);
+    storePosition(section);
 }
 
 DragMode frmMoveCopy::Query(const QString& prompt)

@@ -31,10 +31,10 @@ void SetToolbarState(ToolBar& toolBar, int state, const QString& tag = {});
 /// Applies the web or the classic look to a pane that has just been built, and shows hidden controls under the debug
 /// word.
 void PaneFormLoad(PaneForm& form);
-/// The message that a number lies outside of its limits.
-QString OutOfRange(const QString& what, int minimum, int maximum);
-
 /// Fits title band and corner picture to the pane's size.
 void PaneFormResize(PaneForm& form);
+
+/// The message that a number lies outside of its limits.
+QString OutOfRange(const QString& what, int minimum, int maximum);
 
 } // namespace modGUI
