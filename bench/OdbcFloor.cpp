@@ -50,37 +50,51 @@ OdbcFloor::~OdbcFloor()
     SQLFreeHandle(SQL_HANDLE_ENV, m_handles->environment);
 }
 
-OdbcFloor::Rows OdbcFloor::read(const QString& statement)
+void OdbcFloor::read(const QString& statement, const std::function<void(const Row&)>& take)
 {
     SQLHSTMT handle = m_handles->statement;
     const SQLRETURN executed = SQLExecDirectW(handle, wide(statement), SQL_NTS);
     // An UPDATE or DELETE that finds no row.
     if (executed == SQL_NO_DATA)
-        return {};
+        return;
     check(executed, "execute");
     SQLSMALLINT columns = 0;
     check(SQLNumResultCols(handle, &columns), "columns");
     if (columns == 0)
-        return {};
+        return;
 
     std::vector<std::vector<SQLWCHAR>> buffers(columns, std::vector<SQLWCHAR>(columnCharacters));
     std::vector<SQLLEN> lengths(columns);
-    for (SQLSMALLINT column = 0; column < columns; ++column)
-        check(SQLBindCol(handle, static_cast<SQLUSMALLINT>(column + 1), SQL_C_WCHAR, buffers[column].data(),
-                         columnCharacters * sizeof(SQLWCHAR), &lengths[column]),
+    Row row(columns);
+    for (SQLSMALLINT column = 0; column < columns; ++column) {
+        const auto number = static_cast<SQLUSMALLINT>(column + 1);
+        SQLLEN type = 0;
+        check(SQLColAttributeW(handle, number, SQL_DESC_CONCISE_TYPE, nullptr, 0, nullptr, &type), "type");
+        row[column].isText = type == SQL_CHAR || type == SQL_VARCHAR || type == SQL_WCHAR || type == SQL_WVARCHAR;
+        check(SQLBindCol(handle, number, SQL_C_WCHAR, buffers[column].data(), columnCharacters * sizeof(SQLWCHAR),
+                         &lengths[column]),
               "bind");
-
-    Rows rows;
+    }
     while (SQL_SUCCEEDED(SQLFetch(handle))) {
-        std::vector<std::u16string>& row = rows.emplace_back();
-        row.reserve(static_cast<std::size_t>(columns));
         for (SQLSMALLINT column = 0; column < columns; ++column) {
             const SQLLEN bytes = lengths[column];
-            row.emplace_back(reinterpret_cast<const char16_t*>(buffers[column].data()),
-                             bytes > 0 ? static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR) : 0);
+            row[column].text = QStringView(reinterpret_cast<const char16_t*>(buffers[column].data()),
+                                           bytes > 0 ? bytes / static_cast<SQLLEN>(sizeof(SQLWCHAR)) : 0);
         }
+        take(row);
     }
     SQLFreeStmt(handle, SQL_CLOSE);
     SQLFreeStmt(handle, SQL_UNBIND);
+}
+
+OdbcFloor::Rows OdbcFloor::read(const QString& statement)
+{
+    Rows rows;
+    read(statement, [&rows](const Row& row) {
+        std::vector<std::u16string>& kept = rows.emplace_back();
+        kept.reserve(row.size());
+        for (const Value& value : row)
+            kept.emplace_back(value.text.utf16(), static_cast<std::size_t>(value.text.size()));
+    });
     return rows;
 }

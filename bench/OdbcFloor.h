@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,8 +20,17 @@ public:
 
     using Rows = std::vector<std::vector<std::u16string>>;
 
-    /// All values of a SELECT as strings, columns bound as wide characters, row by row. Any other statement is run and
-    /// has no rows.
+    struct Value {
+        QStringView text;
+        /// Of a character type.
+        bool isText = false;
+    };
+    using Row = std::vector<Value>;
+
+    /// Hands over each row of a SELECT, its values as strings, columns bound as wide characters. Any other statement is
+    /// run and has no rows. The values live until the call returns.
+    void read(const QString& statement, const std::function<void(const Row&)>& take);
+    /// All values of a SELECT, kept row by row.
     Rows read(const QString& statement);
 
 private:
