@@ -195,6 +195,54 @@ TEST_F(FileDialogs, OverwritingIsNotAskedForUnlessWanted)
     EXPECT_EQ(choose({Mode::Save, "Save"}, {typing(path("old.txt"))}), path("old.txt"));
 }
 
+TEST_F(FileDialogs, CreatingIsAskedForAndRefusalAsksForAnotherName)
+{
+    create("old.txt");
+    Request request{Mode::Save, "Save", {}, {}, "*.txt"};
+    request.promptBeforeCreating = true;
+    const boxes::Box question{path("new.txt") + "\ndoes not exist. Do you want to create it?", boxes::Icon::Question,
+                              boxes::Buttons::YesNo, application::title()};
+
+    ScriptedBoxes boxes;
+    boxes.expect(question, boxes::Answer::Yes);
+    EXPECT_EQ(choose(request, {typing(path("new"))}), path("new.txt"));
+    boxes.verify();
+
+    boxes.expect(question, boxes::Answer::No);
+    EXPECT_EQ(choose(request, {typing(path("new.txt")),
+                               [&](QFileDialog& dialog) {
+                                   EXPECT_EQ(dialog.findChild<QLineEdit*>()->text(), "new.txt");
+                                   EXPECT_EQ(QFileInfo(dialog.directory().path()), QFileInfo(folder.path()));
+                                   typing(path("old.txt"))(dialog);
+                               }}),
+              path("old.txt"));
+    boxes.verify();
+
+    boxes.expect(question, boxes::Answer::No);
+    EXPECT_EQ(choose(request, {typing(path("new.txt")), pressingEscape()}), "");
+}
+
+TEST_F(FileDialogs, AFileThatIsThereIsAskedForOnceWhereBothAreAsked)
+{
+    create("old.txt");
+    Request request{Mode::Save, "Save"};
+    request.promptBeforeOverwriting = true;
+    request.promptBeforeCreating = true;
+    ScriptedBoxes boxes;
+    boxes.expect({path("old.txt") + "\nalready exists. Do you want to replace it?", boxes::Icon::Exclamation,
+                  boxes::Buttons::YesNo, application::title()},
+                 boxes::Answer::Yes);
+    EXPECT_EQ(choose(request, {typing(path("old.txt"))}), path("old.txt"));
+}
+
+TEST_F(FileDialogs, CreatingIsNotAskedForUnlessWantedNorWhenOpening)
+{
+    EXPECT_EQ(choose({Mode::Save, "Save"}, {typing(path("new.txt"))}), path("new.txt"));
+    Request request{Mode::Open, "Open"};
+    request.promptBeforeCreating = true;
+    EXPECT_EQ(choose(request, {typing(path("new.txt"))}), path("new.txt"));
+}
+
 TEST_F(FileDialogs, AFileThatMustExistIsChosen)
 {
     create("there.csv");

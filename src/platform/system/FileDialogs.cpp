@@ -46,7 +46,7 @@ public:
             if (path.isEmpty())
                 return {};
             lastFolder = QFileInfo(path).absolutePath();
-            if (!overwrites(request, path) || mayOverwrite(path))
+            if (request.mode != Mode::Save || maySave(request, path))
                 return path;
             suggestion = path;
         }
@@ -79,15 +79,19 @@ private:
         return accepted ? dialog->selectedFiles().value(0) : QString();
     }
 
-    static bool overwrites(const Request& request, const QString& path)
+    static bool maySave(const Request& request, const QString& path)
     {
-        return request.mode == Mode::Save && request.promptBeforeOverwriting && QFileInfo::exists(path);
+        const bool isThere = QFileInfo::exists(path);
+        if (isThere && request.promptBeforeOverwriting)
+            return agrees(path + "\nalready exists. Do you want to replace it?", boxes::Icon::Exclamation);
+        if (!isThere && request.promptBeforeCreating)
+            return agrees(path + "\ndoes not exist. Do you want to create it?", boxes::Icon::Question);
+        return true;
     }
 
-    static bool mayOverwrite(const QString& path)
+    static bool agrees(const QString& question, boxes::Icon icon)
     {
-        return boxes::show({path + "\nalready exists. Do you want to replace it?", boxes::Icon::Exclamation,
-                            boxes::Buttons::YesNo, application::title()}) == boxes::Answer::Yes;
+        return boxes::show({question, icon, boxes::Buttons::YesNo, application::title()}) == boxes::Answer::Yes;
     }
 };
 

@@ -17,7 +17,9 @@ struct Request {
     QString filter = {};
     /// Appended to a name without an extension, as "*.txt" or "txt".
     QString defaultExtension = {};
+    /// Of a dialog that saves.
     bool promptBeforeOverwriting = false;
+    bool promptBeforeCreating = false;
     bool fileMustExist = false;
 };
 
