@@ -69,6 +69,7 @@ TEST(RuntimeError, SystemErrorsMapToNumbersAndKeepTheSystemsText)
         {ENOSPC, ErrorNumber::DiskFull, "Disk full: No space left on device"},
         {EDQUOT, ErrorNumber::DiskFull, "Disk full: Disk quota exceeded"},
         {EACCES, ErrorNumber::PathFileAccess, "Path/File access error: Permission denied"},
+        {EROFS, ErrorNumber::PathFileAccess, "Path/File access error: Read-only file system"},
         {EISDIR, ErrorNumber::PathFileAccess, "Path/File access error: Is a directory"},
         {EIO, ErrorNumber::PathFileAccess, "Path/File access error: Input/output error"},
     };
