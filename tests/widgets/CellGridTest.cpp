@@ -91,6 +91,20 @@ TEST_F(CellGridTest, ARowThatWasNotCompletedIsDropped)
     EXPECT_EQ(grid.Cols(), 0);
 }
 
+TEST_F(CellGridTest, HeadingsThatComeOneByOneMayHoldAnyCharacter)
+{
+    {
+        CellGrid::Filling filling(grid, QStringList{u"<A|B"_s, u">"_s, u"><C"_s});
+        for (const QStringView text : {u"1", u"2", u"3"})
+            filling.add(text);
+    }
+    EXPECT_EQ(grid.Cols(), 3);
+    EXPECT_EQ(grid.Heading(0), u"A|B"_s);
+    EXPECT_EQ(grid.Heading(1), QString());
+    EXPECT_EQ(grid.Heading(2), u"<C"_s);
+    EXPECT_EQ(grid.TextMatrix(0, 2), u"3"_s);
+}
+
 TEST_F(CellGridTest, AnotherCurrentCellIsAnnouncedOnceItIsInForce)
 {
     grid.select(1, 2);

@@ -205,9 +205,14 @@ void CellGrid::select(int row, int column)
     });
 }
 
-CellGrid::Filling::Filling(CellGrid& grid, const QString& formatString) : m_grid(grid)
+CellGrid::Filling::Filling(CellGrid& grid, const QString& formatString)
+    : Filling(grid, formatString.isEmpty() ? QStringList() : formatString.split('|'_L1))
 {
-    m_grid.m_model->begin(formatString);
+}
+
+CellGrid::Filling::Filling(CellGrid& grid, const QStringList& headings) : m_grid(grid)
+{
+    m_grid.m_model->begin(headings);
 }
 
 CellGrid::Filling::~Filling()

@@ -44,6 +44,8 @@ public:
         /// The headings: for each column "<" for texts at the left or ">" for numbers at the right, and its caption;
         /// "|" stands between two columns.
         Filling(CellGrid& grid, const QString& formatString);
+        /// The same headings one by one, which may hold any character.
+        Filling(CellGrid& grid, const QStringList& headings);
         ~Filling();
         Filling(const Filling&) = delete;
         Filling& operator=(const Filling&) = delete;

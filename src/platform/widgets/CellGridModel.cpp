@@ -5,16 +5,14 @@
 
 using namespace Qt::StringLiterals;
 
-void CellGridModel::begin(const QString& formatString)
+void CellGridModel::begin(const QStringList& headings)
 {
     beginResetModel();
     m_headings.clear();
     m_cells.clear();
     m_texts.clear();
     m_rows = 0;
-    if (formatString.isEmpty())
-        return;
-    for (const QString& heading : formatString.split('|'_L1)) {
+    for (const QString& heading : headings) {
         const bool right = heading.startsWith('>'_L1);
         const bool aligned = right || heading.startsWith('<'_L1);
         m_headings.push_back(

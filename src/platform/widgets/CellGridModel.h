@@ -16,8 +16,8 @@ class CellGridModel final : public QAbstractTableModel
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Drops all rows and takes new headings: "<" or ">" and the caption, with "|" between two columns.
-    void begin(const QString& formatString);
+    /// Drops all rows and takes new headings, each "<" or ">" and the caption.
+    void begin(const QStringList& headings);
     /// The next cell of the rows, from left to right. Views see the rows from `end` on.
     void append(QStringView text);
     void end();
