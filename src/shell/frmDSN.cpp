@@ -43,7 +43,7 @@ frmDSN::frmDSN(QWidget* parent) : PaneForm(u"frmDSN"_s, parent), m_facts(new QGr
     form->setVerticalSpacing(8);
     m_name = addFact(*form, tr("Name:"), u"lblName"_s);
     m_driver = addFact(*form, tr("Driver:"), u"lblDriver"_s);
-    m_driver->setText(u"Tarnwick ODBC"_s);
+    m_driver->setText(dao::familyDriver);
     m_remarks = addFact(*form, tr("Description:"), u"lblRemarks"_s);
     m_catalog = addFact(*form, tr("Catalog file:"), u"lblCatalog"_s);
     m_file = addFact(*form, tr("Defined in:"), u"lblFile"_s);
@@ -81,7 +81,7 @@ void frmDSN::showFacts(const QString& name)
     for (QLabel* fact : {m_remarks, m_catalog, m_file})
         setFact(*fact, {});
     // The driver manager takes the user's datasource before the system's of the same name.
-    for (const dao::Installer::Datasource& source : dao::Installer::datasources(m_driver->text())) {
+    for (const dao::Installer::Datasource& source : dao::Installer::datasources()) {
         if (source.Name != name)
             continue;
         for (const dao::Installer::Key& key : source.Keys) {

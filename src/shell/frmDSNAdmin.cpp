@@ -29,8 +29,6 @@ using dao::Installer::Scope;
 namespace
 {
 
-const QString family = u"Tarnwick ODBC"_s;
-
 QString valueOf(const Datasource& source, const QString& key)
 {
     for (const dao::Installer::Key& candidate : source.Keys) {
@@ -124,7 +122,7 @@ QLayout* frmDSNAdmin::buildList()
     connect(m_list, &QTreeWidget::itemSelectionChanged, this, &frmDSNAdmin::enableButtons);
     connect(m_list, &QTreeWidget::itemActivated, this, &frmDSNAdmin::cmdChange_Click);
 
-    auto* prompt = new QLabel(tr("&Datasources of the driver %1:").arg(family), this);
+    auto* prompt = new QLabel(tr("&Datasources of the driver %1:").arg(dao::familyDriver), this);
     prompt->setBuddy(m_list);
     m_list->setAccessibleName(prompt->text().remove(u'&'));
 
@@ -165,7 +163,7 @@ QWidget* frmDSNAdmin::buildWarning()
     row->setSpacing(8);
     auto* text = new QLabel(tr("The driver %1 is not registered on this machine. Until it is, its datasources can't be "
                                "connected.")
-                                .arg(family),
+                                .arg(dao::familyDriver),
                             m_warning);
     text->setWordWrap(true);
     row->addWidget(new PictureLabel(u"Warning"_s, {16, 16}, m_warning), 0, Qt::AlignTop);
@@ -203,10 +201,10 @@ void frmDSNAdmin::fetch(const QString& selected, Scope where, const QString& tol
         m_sources.clear();
         m_list->clear();
         QStringList complaints;
-        m_sources = dao::Installer::datasources(family, &complaints);
+        m_sources = dao::Installer::datasources(dao::familyDriver, &complaints);
         const auto drivers = dao::Installer::drivers();
-        m_warning->setVisible(
-            std::none_of(drivers.begin(), drivers.end(), [](const auto& driver) { return driver.Name == family; }));
+        m_warning->setVisible(std::none_of(drivers.begin(), drivers.end(),
+                                           [](const auto& driver) { return driver.Name == dao::familyDriver; }));
         for (const QString& complaint : std::as_const(complaints)) {
             if (complaint != told)
                 complain(complaint);
@@ -245,7 +243,7 @@ void frmDSNAdmin::cmdAdd_Click()
     Routine routine("frmDSNAdmin.cmdAdd_Click");
     routine.run([&] {
         auto* dialog = new frmDSNEdit(this, std::nullopt, [this](const frmDSNEdit::Entry& entry) {
-            dao::Installer::addDatasource(entry.Where, entry.Name, family, entry.Keys);
+            dao::Installer::addDatasource(entry.Where, entry.Name, dao::familyDriver, entry.Keys);
             fetch(entry.Name, entry.Where);
         });
         dialog->open();

@@ -5,7 +5,7 @@
 #include "Boxes.h"
 #include "CConnections.h"
 #include "CMouseSleeper.h"
-#include "DBEngine.h"
+#include "DatasourceFamily.h"
 #include "Events.h"
 #include "NodeTypes.h"
 #include "Outside.h"
@@ -56,9 +56,7 @@ void mdiMain::FetchTreeviewRoot()
 void mdiMain::listDatasources()
 {
     const TreeView::RedrawOff redrawOff(*m_tree);
-    for (const dao::DataSource& source : dao::DBEngine::DataSources()) {
-        if (source.Description != "Tarnwick ODBC"_L1)
-            continue;
+    for (const dao::DataSource& source : dao::familyDataSources()) {
         const CNode* node =
             m_nodes.add(nullptr, u"DSN"_s, source.Name, source.Name, nodetypes::ghostImage, nodetypes::ghostImage);
         if (node)

@@ -1,3 +1,4 @@
+#include "DatasourceFamily.h"
 #include "OdbcFixture.h"
 
 #include <QFile>
@@ -28,6 +29,18 @@ TEST_F(DataSources, UserAndSystemEntriesAreListedWithTheirDrivers)
     all.sort();
     EXPECT_EQ(all,
               QStringList({"Four | SQLite", "One | Tarnwick ODBC", "Three | Tarnwick ODBC 2", "Two | Tarnwick ODBC"}));
+}
+
+TEST_F(DataSources, TheFamilyIsKnownByExactlyItsDriver)
+{
+    write(userIni(), "[One]\nDriver=Tarnwick ODBC\n[Two]\nDriver=tarnwick odbc\n[Three]\nDriver=Tarnwick ODBC 2\n"
+                     "[Four]\nDriver = Tarnwick ODBC  \n");
+    write(systemIni(), "[Five]\nDriver=SQLite\n[Six]\nDriver=Tarnwick ODBC\n");
+    QStringList all;
+    for (const dao::DataSource& source : dao::familyDataSources())
+        all << source.Name;
+    all.sort();
+    EXPECT_EQ(all, QStringList({"Four", "One", "Six"}));
 }
 
 TEST_F(DataSources, NamesOfAnyScriptSurvive)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DatasourceFamily.h"
+
 #include <QString>
 
 #include <vector>
@@ -62,8 +64,7 @@ std::vector<Driver> drivers();
 
 /// The datasources of a driver, the user's first, in the order of their files. A missing file has none, nor has one
 /// that can't be read; why it can't is added to the complaints.
-std::vector<Datasource> datasources(const QString& driver = QStringLiteral("Tarnwick ODBC"),
-                                    QStringList* complaints = nullptr);
+std::vector<Datasource> datasources(const QString& driver = familyDriver, QStringList* complaints = nullptr);
 
 /// Each of these raises 5 with the reason for a name, a driver or a key that can't stand in the file, and 61, 75 or 76
 /// for a file that can't be written; then the file is as it was. Keys without a value are left out. A key `Driver` is
