@@ -1,6 +1,7 @@
 #include "Definitions.h"
 
 #include "CConnections.h"
+#include "DBEngine.h"
 #include "Recordset.h"
 #include "modDatabase.h"
 
@@ -60,6 +61,21 @@ QStringList sqlTypeNames(CConnection& connection)
 QString ofTable(const QString& database, const QString& table)
 {
     return "DATABASE_NAME = '"_L1 + SQLQuote(database) + "' AND TABLE_NAME = '"_L1 + SQLQuote(table) + '\''_L1;
+}
+
+QString defaultDatabase(const QString& datasource)
+{
+    return dao::DBEngine::GetPrivateProfileString(datasource, u"DefaultDatabase"_s, {});
+}
+
+QString nameInSql(const QString& datasource, const QString& database, const QString& table)
+{
+    return defaultDatabase(datasource).isEmpty() ? database + '_'_L1 + table : table;
+}
+
+bool isCatalogTable(const QString& nameInSql)
+{
+    return nameInSql.startsWith("TW_"_L1, Qt::CaseInsensitive);
 }
 
 QString fieldsOfTable(dao::Database& db, const QString& database, const QString& table)

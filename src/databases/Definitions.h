@@ -50,4 +50,13 @@ QString countColumns(dao::Database& db, const QString& database, const QString& 
 /// The condition that selects a table, or the columns of a table.
 QString ofTable(const QString& database, const QString& table);
 
+/// The one database that a datasource is bound to, as its entry in ODBC.INI has it; empty where it is bound to none.
+QString defaultDatabase(const QString& datasource);
+
+/// The name of a table in the SQL of a datasource.
+QString nameInSql(const QString& datasource, const QString& database, const QString& table);
+
+/// Whether a name in SQL is that of one of the catalog's own tables.
+bool isCatalogTable(const QString& nameInSql);
+
 } // namespace definitions

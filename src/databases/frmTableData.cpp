@@ -18,6 +18,8 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -30,18 +32,18 @@ ToolButton& refreshButton()
     return mdiMain::instance().toolBar(u"tbrViewData"_s).Button(refreshKey);
 }
 
-QString headings(const dao::Fields& fields)
+QStringList headings(const dao::Fields& fields)
 {
     QStringList columns;
     for (const dao::Field& field : fields)
         columns.append((modDatabase::isTextKind(field.Type) ? '<'_L1 : '>'_L1) + field.Name);
-    return columns.join('|'_L1);
+    return columns;
 }
 
-/// The catalog's own tables hold passwords, which never show.
 bool isPassword(const dao::Field& field)
 {
-    return field.Name == "USER_PASSWORD"_L1 || field.Name == "DATABASE_PASSWORD"_L1;
+    return field.Name.compare("USER_PASSWORD"_L1, Qt::CaseInsensitive) == 0 ||
+           field.Name.compare("DATABASE_PASSWORD"_L1, Qt::CaseInsensitive) == 0;
 }
 
 QStringView hidden(QStringView password)
@@ -55,7 +57,6 @@ frmTableData::frmTableData(QWidget* parent)
     : PaneForm(u"frmTableData"_s, parent), m_grid(new CellGrid(u"dbgEdit"_s, this)), m_explain(new QLabel(this)),
       m_caption(new QLabel), m_data(buildDataControl())
 {
-    lblDescription()->setTextFormat(Qt::PlainText);
     m_explain->setObjectName(u"lblExplain"_s);
     m_explain->setTextFormat(Qt::PlainText);
     m_explain->setWordWrap(true);
@@ -95,6 +96,12 @@ QWidget* frmTableData::buildDataControl()
     return data;
 }
 
+void frmTableData::resizeEvent(QResizeEvent* event)
+{
+    Routine routine("frmTableData.Form_Resuze");
+    routine.run([&] { PaneForm::resizeEvent(event); });
+}
+
 void frmTableData::moveTo(int row)
 {
     if (m_grid->Rows() > 0)
@@ -115,7 +122,7 @@ void frmTableData::Display(const QString& datasource, const QString& database, c
         refreshButton().setEnabled(false);
         if (!CConnections::instance().Item(datasource))
             return;
-        const QString only = dao::DBEngine::GetPrivateProfileString(datasource, u"DefaultDatabase"_s, {});
+        const QString only = definitions::defaultDatabase(datasource);
         if (!only.isEmpty() && only != database) {
             m_explain->setText("You cannot view data from any Table in this Database because\n"
                                "the datasource specifies the default Database as '"_L1 +
@@ -130,7 +137,9 @@ void frmTableData::Display(const QString& datasource, const QString& database, c
         }
         lblDescription()->setText("This is the results of a sample snapshot query ("_L1 + statement +
                                   ") run against the Datasource '"_L1 + datasource + '\''_L1);
-        m_isCatalog = definitions::isCatalogDatabase(database);
+        // The catalog's own tables hold passwords, and a datasource that is bound to a database reads them by name.
+        m_hidesPasswords = definitions::isCatalogDatabase(database) ||
+                           definitions::isCatalogTable(definitions::nameInSql(datasource, database, table));
         run(datasource, statement);
         refreshButton().setEnabled(true);
         lblTitle()->setText(database + '_'_L1 + table + " - Table Data"_L1);
@@ -152,17 +161,26 @@ void frmTableData::run(const QString& datasource, const QString& statement)
     refresh();
 }
 
+/// Shows the records anew, all of them or, where they break off, still those that show.
 void frmTableData::refresh()
 {
     const CMouseSleeper sleeper;
     const auto rows = m_db->OpenRecordset(m_statement, dao::dbOpenSnapshot);
+    if (!rows->Eof()) {
+        rows->MoveLast();
+        rows->MoveFirst();
+    }
     {
-        const int columns = rows->Fields().Count();
-        CellGrid::Filling filling(*m_grid, headings(rows->Fields()));
+        const dao::Fields& fields = rows->Fields();
+        std::vector<bool> hides;
+        for (const dao::Field& field : fields)
+            hides.push_back(m_hidesPasswords && isPassword(field));
+        CellGrid::Filling filling(*m_grid, headings(fields));
         for (; !rows->Eof(); rows->MoveNext()) {
-            for (int column = 0; column < columns; ++column)
-                filling.add(m_isCatalog && isPassword(rows->Fields().Item(column)) ? hidden(rows->View(column))
-                                                                                   : rows->View(column));
+            for (int column = 0; column < fields.Count(); ++column) {
+                const QStringView value = rows->View(column);
+                filling.add(hides[static_cast<std::size_t>(column)] ? hidden(value) : value);
+            }
         }
     }
     m_grid->sizeColumns();

@@ -25,6 +25,9 @@ public:
     void Display(const QString& datasource, const QString& database, const QString& table);
     void tbr_ButtonClick(ToolButton& button) override;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QWidget* buildDataControl();
     void moveTo(int row);
@@ -38,5 +41,5 @@ private:
     QWidget* m_data;
     std::unique_ptr<dao::Database> m_db;
     QString m_statement;
-    bool m_isCatalog = false;
+    bool m_hidesPasswords = false;
 };

@@ -29,21 +29,32 @@ public:
     void MoveNext() override
     {
         step([this] {
-            if (m_left > 0 && --m_left == 0) {
-                dao::DBEngine::Errors().Clear();
-                dao::DBEngine::Errors().Append({-1, "[Test] The rows broke off."});
-                throw RuntimeError(ErrorNumber::OdbcFailed);
-            }
+            if (m_left > 0 && --m_left == 0)
+                breakOff();
             m_real->MoveNext();
         });
     }
     void MoveFirst() override { m_real->MoveFirst(); }
-    void MoveLast() override { m_real->MoveLast(); }
+    void MoveLast() override
+    {
+        step([this] {
+            if (std::exchange(m_left, 0) > 0)
+                breakOff();
+            m_real->MoveLast();
+        });
+    }
     long RecordCount() const override { return m_real->RecordCount(); }
     long AbsolutePosition() const override { return m_real->AbsolutePosition(); }
     QStringView View(int column, bool* isNull) const override { return m_real->View(column, isNull); }
 
 private:
+    static void breakOff()
+    {
+        dao::DBEngine::Errors().Clear();
+        dao::DBEngine::Errors().Append({-1, "[Test] The rows broke off."});
+        throw RuntimeError(ErrorNumber::OdbcFailed);
+    }
+
     std::unique_ptr<dao::Recordset> m_real;
     int m_left;
 };

@@ -25,14 +25,17 @@ inline void all(DialogForm& form)
 class TableData : public WithRecords
 {
 protected:
-    static QStringList table(const QString& name) { return {u"DB"_s, u"db=SALES"_s, u"TA"_s, "ta="_L1 + name}; }
+    static QStringList table(const QString& name, const QString& database = u"SALES"_s)
+    {
+        return {u"DB"_s, "db="_L1 + database, u"TA"_s, "ta="_L1 + name};
+    }
 
     /// Asks for a table's records and answers the dialog.
-    void view(DialogScript::Action action, const QString& name = u"ITEMS"_s)
+    void view(DialogScript::Action action, const QString& name = u"ITEMS"_s, const QString& database = u"SALES"_s)
     {
-        begin(table(name));
+        begin(table(name, database));
         dialogs.expect(criteria, std::move(action));
-        MainWindowTest::choose(key(table(name)), u"mnu_TableViewData"_s);
+        MainWindowTest::choose(key(table(name, database)), u"mnu_TableViewData"_s);
         dialogs.verify();
         EXPECT_FALSE(forms::loaded(criteria));
     }

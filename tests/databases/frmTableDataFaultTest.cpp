@@ -6,11 +6,14 @@
 
 #include <memory>
 #include <ostream>
+#include <utility>
 
 using namespace tabledata;
 
 namespace
 {
+
+const QString allRecords = u"SELECT [ARTICLE], [MAKER], [NOTE], [PRICE], [SOLD] FROM [SALES_ITEMS] "_s;
 
 class TableDataFaults : public TableData
 {
@@ -33,6 +36,15 @@ protected:
     }
 
     void askAgain() { view(all); }
+
+    /// The pane's connections are watched from now on.
+    static WatchedWorkspace& watch()
+    {
+        auto workspace = std::make_unique<WatchedWorkspace>();
+        WatchedWorkspace& watched = *workspace;
+        CConnections::instance().setWorkspace(std::move(workspace));
+        return watched;
+    }
 
     FaultSweep sweep{statements, errors};
 };
@@ -86,14 +98,8 @@ TEST_F(TableDataFaults, WithinARefresh)
 
 TEST_F(TableDataFaults, RecordsThatBreakOffLeaveTheGridHidden)
 {
-    const QString statement = u"SELECT [ARTICLE], [MAKER], [NOTE], [PRICE], [SOLD] FROM [SALES_ITEMS] "_s;
-    const auto watch = [&] {
-        auto workspace = std::make_unique<WatchedWorkspace>();
-        workspace->breakOffAfter(statement, 1);
-        CConnections::instance().setWorkspace(std::move(workspace));
-    };
     begin(table(u"ITEMS"_s));
-    watch();
+    watch().breakOffAfter(allRecords, 1);
     errors.expect(Press::Ignore);
     view(all);
     errors.verify();
@@ -106,6 +112,31 @@ TEST_F(TableDataFaults, RecordsThatBreakOffLeaveTheGridHidden)
     EXPECT_TRUE(grid().isVisible());
     EXPECT_EQ(rows().size(), 3);
     EXPECT_EQ(position(), u"Record 1 of 3"_s);
+}
+
+TEST_F(TableDataFaults, ARefreshThatBreaksOffKeepsTheRecordsThatShow)
+{
+    begin(table(u"ITEMS"_s));
+    WatchedWorkspace& workspace = watch();
+    view(all);
+    clickButton(u"cmdNext"_s);
+    const QStringList before = outcome();
+    ASSERT_EQ(position(), u"Record 2 of 3"_s);
+    change(u"DELETE FROM SALES_ITEMS WHERE ARTICLE = 'pen'"_s);
+    change(u"INSERT INTO SALES_ITEMS (ARTICLE) VALUES ('cap'), ('hat')"_s);
+
+    workspace.breakOffAfter(allRecords, 2);
+    errors.expect(Press::Ignore);
+    pressRefresh();
+    errors.verify();
+    EXPECT_EQ(outcome(), before);
+    EXPECT_EQ(grid().Row(), 1);
+
+    errors.expect(Press::Retry);
+    pressRefresh();
+    errors.verify();
+    EXPECT_EQ(rows().size(), 4);
+    EXPECT_EQ(position(), u"Record 1 of 4"_s);
 }
 
 TEST_F(TableDataFaults, AConnectionThatCannotBeOpenedLeavesTheGridHidden)

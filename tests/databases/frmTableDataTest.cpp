@@ -4,6 +4,7 @@
 #include "DBEngine.h"
 #include "Database.h"
 #include "Settings.h"
+#include "frmTWErr.h"
 
 #include <memory>
 #include <ostream>
@@ -29,6 +30,25 @@ public:
 private:
     std::unique_ptr<dao::Workspace> m_real = dao::DBEngine::CreateWorkspace({}, {}, {}, 1);
     QStringList& m_connects;
+};
+
+/// Writes down which routines run, the newest first, when an event first reaches an object.
+class RoutinesAt final : public QObject
+{
+public:
+    explicit RoutinesAt(QEvent::Type type) : m_type(type) {}
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == m_type && seen.isEmpty())
+            seen = frmTWErr::CallStack();
+        return false;
+    }
+
+    QStringList seen;
+
+private:
+    QEvent::Type m_type;
 };
 
 } // namespace
@@ -72,7 +92,7 @@ TEST_F(TableData, DatesAndQuotedTextsReachTheDriver)
     EXPECT_EQ(rows(), (QStringList{u"pen"_s, u"pad"_s}));
 }
 
-TEST_F(TableData, AViewOfItsOwnIsReachedFromThePaneOfTheTable)
+TEST_F(TableData, ItIsReachedFromThePaneOfTheTable)
 {
     settings::save(u"Options"_s, u"Items"_s, 0);
     open(table(u"ITEMS"_s));
@@ -128,6 +148,18 @@ TEST_F(TableData, AStatementIsShownWithBlanksForTabs)
     EXPECT_TRUE(description().contains(u"SELECT\n    [ARTICLE]\nFROM\n    [SALES_ITEMS]\nWHERE\n    [ARTICLE] <> "
                                        "'a b'"_s))
         << description().toStdString();
+}
+
+TEST_F(TableData, ABarInAColumnNameIsNoSecondColumn)
+{
+    change(u"CREATE TABLE SALES_NONE (\"A|B\" VARCHAR(9), \"<C\" INTEGER)"_s);
+    change(u"INSERT INTO SALES_NONE VALUES ('one', 1), ('two', 2)"_s);
+    change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME) "
+           "VALUES ('SALES', 'NONE', 'A|B'), ('SALES', 'NONE', '<C')"_s);
+    view(all, u"NONE"_s);
+    EXPECT_EQ(headings(), (QStringList{u"<C"_s, u"A|B"_s}));
+    EXPECT_EQ(rows(), (QStringList{u"1|one"_s, u"2|two"_s}));
+    EXPECT_EQ(position(), u"Record 1 of 2"_s);
 }
 
 TEST_F(TableData, MarkupInAStatementIsShownAsItIs)
@@ -205,6 +237,18 @@ TEST_F(TableData, RefreshThatFailsKeepsWhatShows)
     EXPECT_TRUE(refresh().Enabled());
 }
 
+TEST_F(TableData, AReportNamesTheRoutineThatResizesIt)
+{
+    view(all);
+    RoutinesAt resizing(QEvent::Resize);
+    auto& corner = control(u"imgCorner"_s);
+    corner.installEventFilter(&resizing);
+    window->resize(window->size() - QSize(400, 300));
+    QApplication::processEvents();
+    ASSERT_FALSE(resizing.seen.isEmpty());
+    EXPECT_EQ(resizing.seen.first(2), (QStringList{u"modGUI.PaneFormResize"_s, u"frmTableData.Form_Resuze"_s}));
+}
+
 // Ending -------------------------------------------------------------------------------------------------------------
 
 TEST_F(TableData, CancelGoesBackToTheTableAndRunsNoQuery)
@@ -220,6 +264,28 @@ TEST_F(TableData, CancelGoesBackToTheTableAndRunsNoQuery)
     EXPECT_FALSE(forms::loaded(pane));
     EXPECT_TRUE(window->toolBar(u"tbrTable"_s).isVisible());
     EXPECT_FALSE(window->toolBar(u"tbrViewData"_s).isVisible());
+}
+
+TEST_F(TableData, CancelGoesBackToTheTableAsTheOptionHasIt)
+{
+    settings::save(u"Options"_s, u"Items"_s, 0);
+    view([](DialogForm& form) { DialogScript::click(form, cancel); });
+    EXPECT_EQ(currentPane(), u"frmTable"_s);
+    EXPECT_EQ(paneTitle(), u"ITEMS - Table Properties"_s);
+}
+
+TEST_F(TableData, WithoutAConnectionNothingIsAsked)
+{
+    world.addUnreachableDatasource(u"Nowhere"_s);
+    start();
+    expectUnreachable();
+    window->PaneDisplay(pane, {u"Nowhere"_s, u"SALES"_s, u"ITEMS"_s});
+    boxes.verify();
+    EXPECT_EQ(currentPane(), pane);
+    EXPECT_EQ(statements.statements(), QStringList());
+    EXPECT_EQ(QStringList({paneTitle(), description(), explanation()}).join(QString()), QString());
+    EXPECT_FALSE(grid().isVisible());
+    EXPECT_FALSE(refresh().Enabled());
 }
 
 TEST_F(TableData, AnotherNodeUnloadsTheView)
@@ -296,7 +362,6 @@ TEST_F(TableData, ATableThatTheDriverDoesNotKnowIsAnError)
 
 TEST_F(TableData, APrivilegesFailureShowsOneBox)
 {
-    statements.clear();
     begin(table(u"ITEMS"_s));
     dialogs.expect(criteria, [&](DialogForm& form) {
         choose(form, {u"ARTICLE"_s});
@@ -326,6 +391,17 @@ TEST_F(TableDataOfOneDatabase, ItsOwnTablesAreReadWithoutThePrefix)
     EXPECT_EQ(rows(), (QStringList{u"3"_s, u"12"_s, u"7"_s}));
     EXPECT_EQ(paneTitle(), u"SALES_ITEMS - Table Data"_s);
     EXPECT_EQ(explanation(), QString());
+}
+
+TEST_F(TableDataOfOneDatabase, TheCaseOfItsNameCounts)
+{
+    world.removeDatasource(datasource);
+    world.addDatasource(datasource, {u"DefaultDatabase=sales"_s});
+    begin(table(u"ITEMS"_s));
+    MainWindowTest::choose(key(table(u"ITEMS"_s)), u"mnu_TableViewData"_s);
+    EXPECT_EQ(explanation(), u"You cannot view data from any Table in this Database because\n"
+                             "the datasource specifies the default Database as 'sales'"_s);
+    EXPECT_EQ(statements.statements(), QStringList());
 }
 
 TEST_F(TableDataOfOneDatabase, AnyOtherDatabaseIsExplainedWithoutADialog)
