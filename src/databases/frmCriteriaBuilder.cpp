@@ -81,7 +81,7 @@ QWidget* frmCriteriaBuilder::buildColumns()
     m_columns->setAccessibleName(u"Available Columns"_s);
     m_columns->setToolTip(u"A list of the columns for which criteria can be specified.  Double clicking the column "
                           "appends it to the criteria string."_s);
-    // Enter is the default button's, also in this list.
+    // Not itemActivated: that would take Enter, which is the default button's, too.
     connect(m_columns, &QListWidget::itemDoubleClicked, this, &frmCriteriaBuilder::lstColumns_DblClick);
     auto* columns = new QLabel(u"Available Columns:"_s, part);
     columns->setBuddy(m_columns);
@@ -159,7 +159,6 @@ QString frmCriteriaBuilder::GetCriteria(const QString& datasource, const QString
         const auto ended = qScopeGuard([&] { forms::unload(form.name()); });
         if (!form.fill(datasource, database, table))
             return;
-        form.m_value->clear();
         form.m_criteria->setText(criteria);
         form.m_criteria->moveCursor(QTextCursor::End);
         form.m_columns->setFocus();
@@ -177,8 +176,6 @@ bool frmCriteriaBuilder::fill(const QString& datasource, const QString& database
     if (!connection)
         return false;
     m_table = database + '_'_L1 + table;
-    m_accepted = false;
-    m_columns->clear();
     for (const auto rows = connection->db()->OpenRecordset("SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_L1 +
                                                            definitions::ofTable(database, table));
          !rows->Eof(); rows->MoveNext())

@@ -2,7 +2,6 @@
 
 #include "Boxes.h"
 #include "CConnections.h"
-#include "DBEngine.h"
 #include "Definitions.h"
 #include "DropDown.h"
 #include "Recordset.h"
@@ -153,11 +152,7 @@ QString frmTableCriteria::GetCriteria(const QString& datasource, const QString& 
 
 void frmTableCriteria::fill(const QString& datasource, const QString& database, const QString& table)
 {
-    const bool isDefault = !dao::DBEngine::GetPrivateProfileString(datasource, u"DefaultDatabase"_s, {}).isEmpty();
-    m_table = isDefault ? table : database + '_'_L1 + table;
-    m_accepted = false;
-    m_columns->clear();
-    m_types.clear();
+    m_table = definitions::nameInSql(datasource, database, table);
     QStringList names;
     for (const auto rows = CConnections::instance()
                                .Item(datasource)
@@ -172,16 +167,15 @@ void frmTableCriteria::fill(const QString& datasource, const QString& database, 
         names.append(name);
     }
     m_columns->resizeColumnToContents(0);
-    for (const Condition& condition : m_conditions) {
-        condition.cboColumn->setCurrentIndex(-1);
+    for (const Condition& condition : m_conditions)
         condition.cboColumn->refill(names);
-    }
     m_from->setText("From "_L1 + m_table);
 }
 
 // Choosing -----------------------------------------------------------------------------------------------------------
 
-/// Without a first condition there are no others; each one is open when it is joined to those above.
+/// Without a first condition there are no others, and what was entered for them only shows; each one is open when it is
+/// joined to those above.
 void frmTableCriteria::cboAndOr_Click(std::size_t index)
 {
     Routine routine("frmTableCriteria.cboAndOr_Click");
@@ -190,22 +184,21 @@ void frmTableCriteria::cboAndOr_Click(std::size_t index)
         const bool joined = isJoined(m_conditions.at(index));
         if (index == 0) {
             for (std::size_t i = 1; i < conditionCount; ++i) {
-                m_conditions.at(i).cboAndOr->setEnabled(joined);
-                if (!joined)
-                    enable(m_conditions.at(i), false);
-                else
-                    enable(m_conditions.at(i), isJoined(m_conditions.at(i)));
+                const Condition& other = m_conditions.at(i);
+                other.cboAndOr->setEnabled(joined);
+                enableLists(other, joined && isJoined(other));
+                other.txtCriteria->setReadOnly(!joined);
             }
         }
-        enable(m_conditions.at(index), joined);
+        enableLists(m_conditions.at(index), joined);
+        m_conditions.at(index).txtCriteria->setEnabled(joined);
     });
 }
 
-void frmTableCriteria::enable(const Condition& condition, bool enabled)
+void frmTableCriteria::enableLists(const Condition& condition, bool enabled)
 {
     condition.cboColumn->setEnabled(enabled);
     condition.cboCriteria->setEnabled(enabled);
-    condition.txtCriteria->setEnabled(enabled);
 }
 
 void frmTableCriteria::selectAll(bool selected)
@@ -237,8 +230,8 @@ void frmTableCriteria::cmdClear_Click()
             condition.cboColumn->setCurrentIndex(-1);
             condition.cboCriteria->setCurrentIndex(-1);
             condition.txtCriteria->clear();
+            cboAndOr_Click(i);
         }
-        cboAndOr_Click(0);
     });
 }
 

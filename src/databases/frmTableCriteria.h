@@ -39,7 +39,7 @@ private:
     QWidget* buildConditions();
     void fill(const QString& datasource, const QString& database, const QString& table);
     void cboAndOr_Click(std::size_t index);
-    void enable(const Condition& condition, bool enabled);
+    static void enableLists(const Condition& condition, bool enabled);
     void selectAll(bool selected);
     void lstColumns_Click();
     void cmdClear_Click();

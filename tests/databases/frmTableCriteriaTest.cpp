@@ -41,7 +41,9 @@ protected:
         for (int line = 0; line < 5; ++line) {
             QStringList open{QString::number(line) + ':'_L1};
             for (const char* name : {"cboAndOr", "cboColumn", "cboCriteria", "txtCriteria"}) {
-                if (dialog::isEnabled(form, u"%1_%2"_s.arg(QLatin1String(name)).arg(line)))
+                const QString control = u"%1_%2"_s.arg(QLatin1String(name)).arg(line);
+                const auto* text = form.findChild<QLineEdit*>(control);
+                if (dialog::isEnabled(form, control) && !(text && text->isReadOnly()))
                     open.append(QString(QLatin1String(name)));
             }
             all.append(open.join(' '_L1));
@@ -214,6 +216,26 @@ TEST_F(TableCriteria, AConditionOpensWithItsJointAndTheOthersWithTheFirst)
         EXPECT_EQ(openConditions(form).at(3), all.arg(3));
         dialog::pick(form, u"cboAndOr_3"_s, {});
         EXPECT_EQ(openConditions(form).at(3), u"3: cboAndOr"_s);
+        DialogScript::click(form, cancel);
+    });
+}
+
+TEST_F(TableCriteria, TheOthersAreLockedAndStillReadWithoutTheFirst)
+{
+    build([&](DialogForm& form) {
+        const auto& value = dialog::get<QLineEdit>(form, u"txtCriteria_2"_s);
+        EXPECT_TRUE(value.isReadOnly());
+        fillIn(form, 0, u"WHERE"_s, u"PRICE"_s, u">"_s, u"3"_s);
+        EXPECT_FALSE(value.isReadOnly());
+        fillIn(form, 2, u"AND"_s, u"NOTE"_s, u"="_s, u"kept"_s);
+        dialog::pick(form, u"cboAndOr_0"_s, {});
+        EXPECT_TRUE(value.isReadOnly());
+        dialog::write(form, u"txtCriteria_2"_s, u"other"_s);
+        EXPECT_EQ(value.text(), u"kept"_s);
+        EXPECT_FALSE(dialog::get<QLineEdit>(form, u"txtCriteria_0"_s).isReadOnly());
+        dialog::pick(form, u"cboAndOr_0"_s, u"WHERE"_s);
+        dialog::write(form, u"txtCriteria_2"_s, u"other"_s);
+        EXPECT_EQ(value.text(), u"other"_s);
         DialogScript::click(form, cancel);
     });
 }
