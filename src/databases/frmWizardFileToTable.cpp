@@ -5,12 +5,14 @@
 #include "CConnections.h"
 #include "CMouseSleeper.h"
 #include "Conversions.h"
-#include "DBEngine.h"
+#include "DatasourceFamily.h"
 #include "Definitions.h"
 #include "DropDown.h"
 #include "Events.h"
+#include "PropertyEntry.h"
 #include "Recordset.h"
 #include "Routine.h"
+#include "RuntimeError.h"
 #include "Settings.h"
 #include "mdiMain.h"
 #include "modDatabase.h"
@@ -18,9 +20,9 @@
 
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using modDatabase::SQLQuote;
@@ -32,26 +34,30 @@ constexpr int unit = 8;
 
 const QString section = u"frmWizard"_s;
 
+/// The sizes of the columns that the entries are for. The wizard sends no statement to learn what every catalog has.
+constexpr long nameSize = 32;
+constexpr long textSize = 254;
+
 void showBox(const QString& message, boxes::Icon icon)
 {
     boxes::show({.prompt = message, .icon = icon, .title = application::title()});
 }
 
+QString valueOf(const dao::Recordset& row, const QString& column)
+{
+    return row.Fields().Item(column).Value().Text();
+}
+
 /// A number of the catalog as it stands in a statement; a null is 0.
 QString number(const dao::Recordset& row, const QString& column)
 {
-    const QString text = row.Fields().Item(column).Value().Text();
+    const QString text = valueOf(row, column);
     return text.isEmpty() ? u"0"_s : text;
 }
 
 QString quotedText(const QString& text)
 {
     return '\''_L1 + SQLQuote(text) + '\''_L1;
-}
-
-QString valueOf(const dao::Recordset& row, const QString& column)
-{
-    return row.Fields().Item(column).Value().Text();
 }
 
 void fillList(QListWidget& list, dao::Database& db, const QString& statement)
@@ -93,10 +99,11 @@ frmWizardFileToTable::frmWizardFileToTable() : DialogForm(u"frmWizardFileToTable
     setCurrentPage(0);
 }
 
-QWidget* frmWizardFileToTable::addPage(const QString& heading, const QString& instruction)
+/// Returns the layout of what the page shows below its heading.
+QVBoxLayout* frmWizardFileToTable::addPage(int index, const QString& heading, const QString& instruction)
 {
     auto* page = new QWidget(this);
-    page->setObjectName(u"picPage_%1"_s.arg(m_made));
+    page->setObjectName(u"picPage_%1"_s.arg(index));
     auto* rows = new QVBoxLayout(page);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(unit);
@@ -109,39 +116,42 @@ QWidget* frmWizardFileToTable::addPage(const QString& heading, const QString& in
         rows->addWidget(new QLabel(instruction, page));
     body()->addWidget(page, 1);
     page->hide();
-    m_pages.at(static_cast<std::size_t>(m_made++)) = page;
-    return page;
+    m_pages.at(static_cast<std::size_t>(index)) = page;
+    return rows;
 }
 
 void frmWizardFileToTable::buildWelcome()
 {
-    QWidget* page = addPage(u"File to Table Wizard"_s, {});
-    auto* welcome = new QLabel(page);
+    QVBoxLayout* page = addPage(0, u"File to Table Wizard"_s, {});
+    auto* welcome = new QLabel;
     welcome->setObjectName(u"lblWelcome"_s);
     welcome->setWordWrap(true);
     welcome->setText(u"This Wizard will guide you through the proccess of creating a new Table based upon an Existing "
                      "File Specification.  Use the Back and Next buttons below to progress.  Once the wizard has "
                      "collected all the information it requires, you can click on the Finish button to create your "
                      "Table."_s);
-    static_cast<QVBoxLayout*>(page->layout())->addWidget(welcome);
-    static_cast<QVBoxLayout*>(page->layout())->addStretch(1);
+    page->addWidget(welcome);
+    page->addStretch(1);
 }
 
 void frmWizardFileToTable::buildFilePage()
 {
-    QWidget* page = addPage(u"Step 1 - Selecting a File"_s, u"Please select the file you wish to convert to a table"_s);
-    m_datasource = new DropDown(page);
+    QVBoxLayout* page =
+        addPage(1, u"Step 1 - Selecting a File"_s, u"Please select the file you wish to convert to a table"_s);
+    m_datasource = new DropDown;
     m_datasource->setObjectName(u"cboFileDatasource"_s);
     m_datasource->setAccessibleName(u"Datasource"_s);
     connect(m_datasource, &DropDown::Change, this, &frmWizardFileToTable::cboFileDatasource_Click);
-    m_files = new QListWidget(page);
+    m_files = new QListWidget;
     m_files->setObjectName(u"lstFile"_s);
     m_files->setAccessibleName(u"File"_s);
     m_files->setUniformItemSizes(true);
+    // A click on the file that is selected already proposes its name again.
     connect(m_files, &QListWidget::itemSelectionChanged, this, &frmWizardFileToTable::lstFile_Click);
-    auto* datasource = new QLabel(u"Data&source:"_s, page);
+    connect(m_files, &QListWidget::itemClicked, this, &frmWizardFileToTable::lstFile_Click);
+    auto* datasource = new QLabel(u"Data&source:"_s);
     datasource->setBuddy(m_datasource);
-    auto* file = new QLabel(u"Fil&e:"_s, page);
+    auto* file = new QLabel(u"Fil&e:"_s);
     file->setBuddy(m_files);
     auto* grid = new QGridLayout;
     grid->setSpacing(unit);
@@ -150,47 +160,48 @@ void frmWizardFileToTable::buildFilePage()
     grid->addWidget(m_datasource, 0, 1);
     grid->addWidget(file, 1, 0, Qt::AlignTop);
     grid->addWidget(m_files, 1, 1);
-    static_cast<QVBoxLayout*>(page->layout())->addLayout(grid, 1);
+    page->addLayout(grid, 1);
 }
 
 void frmWizardFileToTable::buildDatabasePage()
 {
-    QWidget* page =
-        addPage(u"Step 2 - Selecting the Database"_s, u"Please select the Database to create the new Table in"_s);
-    m_databases = new QListWidget(page);
+    QVBoxLayout* page =
+        addPage(2, u"Step 2 - Selecting the Database"_s, u"Please select the Database to create the new Table in"_s);
+    m_databases = new QListWidget;
     m_databases->setObjectName(u"lstDB"_s);
     m_databases->setAccessibleName(u"Database"_s);
     m_databases->setUniformItemSizes(true);
-    auto* prompt = new QLabel(u"&Database:"_s, page);
+    auto* prompt = new QLabel(u"&Database:"_s);
     prompt->setBuddy(m_databases);
-    static_cast<QVBoxLayout*>(page->layout())->addWidget(prompt);
-    static_cast<QVBoxLayout*>(page->layout())->addWidget(m_databases, 1);
+    page->addWidget(prompt);
+    page->addWidget(m_databases, 1);
 }
 
 void frmWizardFileToTable::buildPropertiesPage()
 {
-    QWidget* page = addPage(u"Step 3 - Properties of the new table"_s,
-                            u"Please select the properties you require for your new table"_s);
+    QVBoxLayout* page = addPage(3, u"Step 3 - Properties of the new table"_s,
+                                u"Please select the properties you require for your new table"_s);
     auto* grid = new QGridLayout;
     grid->setSpacing(unit);
     grid->setColumnStretch(1, 1);
-    static_cast<QVBoxLayout*>(page->layout())->addLayout(grid);
-    static_cast<QVBoxLayout*>(page->layout())->addStretch(1);
-    const auto add = [&](const QString& tag, const QString& prompt) {
-        auto* entry = new QLineEdit(page);
+    page->addLayout(grid);
+    page->addStretch(1);
+    const auto add = [&](const QString& tag, long size, const QString& prompt) {
+        auto* entry = new PropertyEdit;
+        entry->setColumn({.Name = tag, .Type = dao::dbText, .Size = size});
         entry->setObjectName("txtProperty_"_L1 + tag);
         entry->setAccessibleName(QString(prompt).remove('&'_L1).remove(':'_L1));
-        auto* label = new QLabel(prompt, page);
+        auto* label = new QLabel(prompt);
         label->setBuddy(entry);
         const int row = grid->rowCount();
         grid->addWidget(label, row, 0);
         grid->addWidget(entry, row, 1);
         return entry;
     };
-    m_table = add(u"TABLE_NAME"_s, u"&Table Name:"_s);
-    m_displayName = add(u"DISPLAY_NAME"_s, u"D&isplay Name:"_s);
-    m_specification = add(u"FILE_SPECIFICATION"_s, u"Fi&le Specification:"_s);
-    m_remarks = add(u"REMARKS"_s, u"Remarks:"_s);
+    m_table = add(u"TABLE_NAME"_s, nameSize, u"&Table Name:"_s);
+    m_displayName = add(u"DISPLAY_NAME"_s, nameSize, u"D&isplay Name:"_s);
+    m_specification = add(u"FILE_SPECIFICATION"_s, textSize, u"Fi&le Specification:"_s);
+    m_remarks = add(u"REMARKS"_s, textSize, u"Remarks:"_s);
 }
 
 void frmWizardFileToTable::buildButtons()
@@ -273,11 +284,8 @@ void frmWizardFileToTable::FetchDatasourceList(DropDown& list)
     Routine routine("frmWizardFileToTable.FetchDatasourceList");
     routine.run([&] {
         QStringList names;
-        for (const dao::DataSource& source : dao::DBEngine::DataSources()) {
-            if (source.Description == "Tarnwick ODBC"_L1)
-                names.append(source.Name.trimmed());
-        }
-        list.setCurrentIndex(-1);
+        for (const dao::DataSource& source : dao::familyDataSources())
+            names.append(source.Name);
         list.refill(names);
     });
 }
@@ -370,16 +378,15 @@ bool frmWizardFileToTable::ValidatePage(int page)
 void frmWizardFileToTable::cmdFinish_Click()
 {
     const forms::Running running(*this);
-    mdiMain& window = mdiMain::instance();
+    const CMouseSleeper sleeper;
     bool made = false;
     Routine routine("frmWizardFileToTable.cmdFinish_Click");
-    routine.run([&] {
-        const CMouseSleeper sleeper;
-        made = finish();
-    });
-    window.Status(u"Ready"_s);
-    if (made)
+    routine.run([&] { made = finish(); });
+    if (made) {
+        showTables();
         forms::unload(name());
+    }
+    mdiMain::instance().Status(u"Ready"_s);
 }
 
 bool frmWizardFileToTable::finish()
@@ -415,12 +422,21 @@ bool frmWizardFileToTable::finish()
                quotedText(m_remarks->text()) + ", "_L1 + quotedText(m_displayName->text()) + " )"_L1);
     insertColumns(db);
     boxes::inform(u"Table Created"_s);
+    return true;
+}
+
+/// The table is made, and the wizard ends, whether it can be shown or not.
+void frmWizardFileToTable::showTables()
+{
     const QString datasource = m_datasource->currentText();
     const QString target = database();
-    modGUI::ExpandToNode("DSN="_L1 + datasource + ":DB="_L1 + datasource + ":db="_L1 + target + ":TA="_L1 + target +
-                         ':'_L1);
-    mdiMain::instance().PaneDisplay(u"frmTables"_s, {datasource, target});
-    return true;
+    try {
+        modGUI::ExpandToNode("DSN="_L1 + datasource + ":DB="_L1 + datasource + ":db="_L1 + target + ":TA="_L1 + target +
+                             ':'_L1);
+        mdiMain::instance().PaneDisplay(u"frmTables"_s, {datasource, target});
+    } catch (const RuntimeError&) {
+        // The tree and the grid tell what is there the next time that they are looked at.
+    }
 }
 
 void frmWizardFileToTable::insertColumns(dao::Database& db)

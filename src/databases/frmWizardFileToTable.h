@@ -6,7 +6,7 @@
 
 class CConnection;
 class DropDown;
-class QLineEdit;
+class PropertyEdit;
 class QListWidget;
 class QPushButton;
 
@@ -37,7 +37,7 @@ public:
 private:
     static constexpr int pageCount = 4;
 
-    QWidget* addPage(const QString& heading, const QString& instruction);
+    QVBoxLayout* addPage(int index, const QString& heading, const QString& instruction);
     void buildWelcome();
     void buildFilePage();
     void buildDatabasePage();
@@ -59,6 +59,7 @@ private:
     void cmdFinish_Click();
     /// Makes table and columns. Returns whether the wizard has done its work.
     bool finish();
+    void showTables();
     void insertColumns(dao::Database& db);
     void insertColumn(dao::Database& db, const dao::Recordset& field, const QString& sqlType);
     QString file() const;
@@ -68,13 +69,12 @@ private:
     DropDown* m_datasource = nullptr;
     QListWidget* m_files = nullptr;
     QListWidget* m_databases = nullptr;
-    QLineEdit* m_table = nullptr;
-    QLineEdit* m_displayName = nullptr;
-    QLineEdit* m_specification = nullptr;
-    QLineEdit* m_remarks = nullptr;
+    PropertyEdit* m_table = nullptr;
+    PropertyEdit* m_displayName = nullptr;
+    PropertyEdit* m_specification = nullptr;
+    PropertyEdit* m_remarks = nullptr;
     QPushButton* m_previous = nullptr;
     QPushButton* m_next = nullptr;
     QPushButton* m_finish = nullptr;
     int m_page = 0;
-    int m_made = 0;
 };

@@ -136,14 +136,14 @@ TEST_F(WizardFinish, TheTableMayHaveAnotherNameThanTheFile)
     keepOneField();
     open([&](DialogForm& form) {
         fillIn(form);
-        dialog::write(form, tableName, u"it's"_s);
+        dialog::write(form, tableName, u"wares"_s);
         statements.clear();
         boxes.expectInform(created);
         DialogScript::click(form, finish);
     });
-    EXPECT_EQ(statements.statements().at(1), findTable(u"it''s"_s));
-    EXPECT_EQ(statements.writes().first(), insertTable(u"'SALES', 'it''s', 'TABLE', 'STOCK', 'a.dat', 1, '', ''"_s));
-    EXPECT_EQ(columns(u"it''s"_s).size(), 1);
+    EXPECT_EQ(statements.statements().at(1), findTable(u"WARES"_s));
+    EXPECT_EQ(statements.writes().first(), insertTable(u"'SALES', 'WARES', 'TABLE', 'STOCK', 'a.dat', 1, '', ''"_s));
+    EXPECT_EQ(columns(u"WARES"_s).size(), 1);
 }
 
 TEST_F(WizardFinish, AnEmptyNameIsNotTested)
@@ -305,12 +305,12 @@ TEST_F(WizardFinish, ATableThatIsThereIsNotMadeAgain)
         EXPECT_EQ(statusText(), u"Ready"_s);
 
         // Under another name it is.
-        dialog::write(form, tableName, u"wares"_s);
+        dialog::write(form, tableName, u"WARES"_s);
         expectSkipped(u"UNKNOWN"_s, u"STOCK"_s, u"FLAG"_s);
         boxes.expectInform(created);
         DialogScript::click(form, finish);
     });
-    EXPECT_EQ(columns(u"wares"_s).size(), 3);
+    EXPECT_EQ(columns(u"WARES"_s).size(), 3);
 }
 
 // What others do, and what the catalog refuses -----------------------------------------------------------------------

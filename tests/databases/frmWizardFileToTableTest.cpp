@@ -5,6 +5,8 @@
 #include "CConnections.h"
 #include "Settings.h"
 
+#include <QClipboard>
+
 #include <ostream>
 
 using namespace wizard;
@@ -136,6 +138,21 @@ TEST_F(Wizard, TellsWhatEachPageIsFor)
     });
 }
 
+TEST_F(Wizard, WithoutAStoredPlaceItComesUpInTheMiddle)
+{
+    start();
+    CConnections::instance().Item(datasource);
+    window->setGeometry(20, 20, 600, 600);
+    QPoint centre;
+    dialogs.expect(name, [&](DialogForm& form) {
+        centre = form.frameGeometry().center() - window->frameGeometry().center();
+        DialogScript::click(form, cancel);
+    });
+    frmWizardFileToTable::Display(datasource, {}, {});
+    dialogs.verify();
+    EXPECT_LE(centre.manhattanLength(), 2);
+}
+
 TEST_F(Wizard, ItsPlaceIsKept)
 {
     settings::save(u"frmWizard"_s, u"Left"_s, 1500);
@@ -162,6 +179,7 @@ TEST_F(Wizard, ListsEveryDatasourceOfTheFamilyAndFillsTheListsOfConnectedOnes)
 {
     world.addDatasource(u"Unopened"_s);
     world.addForeignDatasource(u"Foreign"_s, u"Tarnwick ODBC 2"_s);
+    world.addForeignDatasource(u"Lower"_s, u"tarnwick odbc"_s);
     open([&](DialogForm& form) {
         QStringList all = dialog::items(form, datasources);
         all.sort();
@@ -254,6 +272,55 @@ TEST_F(Wizard, AFileProposesItsNameForTheTableAndNothingElse)
         EXPECT_EQ(properties(form).first(), u"STOCK"_s);
         DialogScript::click(form, cancel);
     });
+}
+
+TEST_F(Wizard, AClickOnTheSelectedFileProposesItsNameAgain)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        dialog::write(form, tableName, u"WARES"_s);
+        DialogScript::click(form, previous);
+        DialogScript::click(form, previous);
+        EXPECT_EQ(properties(form).first(), u"WARES"_s);
+        dialog::clickRow(form, files, u"STOCK"_s);
+        EXPECT_EQ(properties(form).first(), u"STOCK"_s);
+        DialogScript::click(form, cancel);
+    });
+}
+
+// The properties -----------------------------------------------------------------------------------------------------
+
+TEST_F(Wizard, NamesAreLimitedToTheirCharactersAsTheyAreTyped)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        dialog::write(form, tableName, u"my 2nd-table's"_s);
+        dialog::write(form, displayName, u"My 2nd-table's"_s);
+        dialog::write(form, specification, u"the table's.dat"_s);
+        dialog::write(form, remarks, u"what's there"_s);
+        EXPECT_EQ(properties(form),
+                  (QStringList{u"MY_2ND-TABLES"_s, u"My_2nd-tables"_s, u"the table's.dat"_s, u"what's there"_s}));
+        DialogScript::click(form, cancel);
+    });
+}
+
+TEST_F(Wizard, EntriesTakeWhatTheirColumnsHold)
+{
+    open([&](DialogForm& form) {
+        fillIn(form);
+        QList<qsizetype> sizes;
+        QApplication::clipboard()->setText(QString(300, u'X'));
+        for (const QString& entry : {tableName, displayName, specification, remarks}) {
+            dialog::write(form, entry, {});
+            dialog::hit(form, Qt::Key_V, Qt::ControlModifier);
+            dialog::hit(form, Qt::Key_Y);
+            sizes.append(DialogScript::text(form, entry).size());
+        }
+        EXPECT_EQ(sizes, (QList<qsizetype>{32, 32, 254, 254}));
+        EXPECT_EQ(statements.writes(), QStringList());
+        DialogScript::click(form, cancel);
+    });
+    EXPECT_EQ(statements.statements(), (QStringList{userFiles, userDatabases}));
 }
 
 // Checking -----------------------------------------------------------------------------------------------------------
