@@ -33,14 +33,14 @@ TEST_F(DataSources, UserAndSystemEntriesAreListedWithTheirDrivers)
 
 TEST_F(DataSources, TheFamilyIsKnownByExactlyItsDriver)
 {
-    write(userIni(), "[One]\nDriver=Tarnwick ODBC\n[Two]\nDriver=tarnwick odbc\n[Three]\nDriver=Tarnwick ODBC 2\n"
-                     "[Four]\nDriver = Tarnwick ODBC  \n");
-    write(systemIni(), "[Five]\nDriver=SQLite\n[Six]\nDriver=Tarnwick ODBC\n");
+    write(userIni(), "[Ledger]\nDriver=Tarnwick ODBC\n[Lower]\nDriver=tarnwick odbc\n[Longer]\nDriver=Tarnwick ODBC 2\n"
+                     "[Blanks]\nDriver = Tarnwick ODBC  \n");
+    write(systemIni(), "[Other]\nDriver=SQLite\n[Shared]\nDriver=Tarnwick ODBC\n");
     QStringList all;
     for (const dao::DataSource& source : dao::familyDataSources())
         all << source.Name;
     all.sort();
-    EXPECT_EQ(all, QStringList({"Four", "One", "Six"}));
+    EXPECT_EQ(all, QStringList({"Blanks", "Ledger", "Shared"}));
 }
 
 TEST_F(DataSources, NamesOfAnyScriptSurvive)
