@@ -10,8 +10,6 @@
 #include <QPointer>
 #include <QStringList>
 
-#include <functional>
-
 class BandBar;
 class Form;
 class QLabel;
@@ -100,8 +98,6 @@ public:
     /// Set from the move that begins a drag within the tree to its end.
     bool isDragging() const { return m_dragging; }
     void setDragging(bool dragging) { m_dragging = dragging; }
-    /// Called when the user begins to drag the current item.
-    void setDragHandler(std::function<void(const DragItem&)> handler) { m_beginDrag = std::move(handler); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -161,7 +157,6 @@ private:
     bool m_paneAtWork = false;
     /// Set while a collapse leaves the level in the tree.
     bool m_keepLevel = false;
-    std::function<void(const DragItem&)> m_beginDrag;
 
     QWidget* m_client = nullptr;
     QWidget* m_treeSide = nullptr;

@@ -202,6 +202,7 @@ void mdiMain::tvwExplorer_Expand(TreeNode* node)
     Routine routine("mdiMain.tvw_Explorer_Expand", "mdiMain.tvwExplorer_Expand");
     routine.run([&] {
         const CMouseSleeper sleeper;
+        m_tree->CancelDrag();
         m_dragging = false;
         expandLevel(*node);
     });

@@ -55,6 +55,7 @@ void mdiMain::tvwExplorer_Collapse(TreeNode* node)
         if (formerSelectionIsGone())
             DisplayNode();
         m_currentItem.NodeType.clear();
+        m_tree->CancelDrag();
         m_dragging = false;
     });
 }
@@ -100,8 +101,6 @@ void mdiMain::beginDrag()
 {
     m_dragging = true;
     Status(u"BeginDrag"_s);
-    if (m_beginDrag)
-        m_beginDrag(DragItem(m_currentItem));
     // The drag has taken the release.
     m_inPress = false;
     if (!drags::handlers().over)

@@ -87,8 +87,33 @@ TEST_F(Drag, EndsOnEscapeWithoutADrop)
     type(Qt::Key_Escape);
     EXPECT_FALSE(window->isDragging());
     EXPECT_EQ(window->tvwExplorer().DragIcon(), QString());
+    // With the button still down nothing begins, and its release turns to no other pane.
+    const QString pane = currentPane();
+    move(textPosition(key(payroll)), Qt::LeftButton);
+    move(textPosition(key(empty)), Qt::LeftButton);
+    EXPECT_FALSE(window->isDragging());
     release(textPosition(key(empty)));
+    EXPECT_EQ(currentPane(), pane);
     EXPECT_EQ(log, QStringList{u"over fi/PAYROLL on fi/EMPTY"_s});
+}
+
+TEST_F(Drag, EndsWhereItsNodeIsOpenedOrClosedMeanwhile)
+{
+    for (const bool opens : {true, false}) {
+        grab(key(payroll));
+        node(key(payroll)).setExpanded(opens);
+        EXPECT_FALSE(window->isDragging());
+        EXPECT_FALSE(window->tvwExplorer().IsDragging());
+        release(textPosition(key(empty)));
+    }
+    EXPECT_EQ(log, QStringList());
+}
+
+TEST_F(Drag, EndsWithTheWindow)
+{
+    grab(key(payroll));
+    window.reset();
+    EXPECT_EQ(log, QStringList());
 }
 
 TEST_F(Drag, OfANodeThatHasGoneMeanwhileIsOneOfNothing)

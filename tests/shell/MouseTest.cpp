@@ -1,3 +1,4 @@
+#include "DragHandlers.h"
 #include "MainWindowFixture.h"
 #include "RecordingPanes.h"
 
@@ -84,6 +85,24 @@ std::vector<Type> types()
 class Mouse : public MainWindowTest
 {
 protected:
+    void SetUp() override
+    {
+        MainWindowTest::SetUp();
+        drags::setHandlers({[](TreeView*, const DragItem&, const DragItem&) {},
+                            [](TreeView*, const DragItem&, const DragItem&) { return false; }});
+    }
+    void TearDown() override
+    {
+        MainWindowTest::TearDown();
+        drags::setHandlers({});
+    }
+
+    bool isDragging() const
+    {
+        EXPECT_EQ(window->isDragging(), window->tvwExplorer().IsDragging());
+        return window->tvwExplorer().IsDragging();
+    }
+
     RecordingPanes asked;
 };
 
@@ -157,17 +176,17 @@ TEST_P(MouseOn, ARightClickLeavesSelectionAndPaneWhereTheyWere)
 
 TEST_P(MouseOn, ADragBeginsOnThePressedNodeUnlessItIsADatasource)
 {
-    std::vector<QString> dragged;
-    window->setDragHandler([&](const DragItem& item) { dragged.push_back(item.Node); });
     const QPoint place = textPosition(where());
     press(where());
     move(place + QPoint(QApplication::startDragDistance() + 1, 0), Qt::LeftButton);
 
     if (QLatin1String(GetParam().type) == "DSN"_L1) {
-        EXPECT_TRUE(dragged.empty());
+        EXPECT_FALSE(isDragging());
         EXPECT_EQ(statusText(), u"MouseMove"_s);
     } else {
-        EXPECT_EQ(dragged, std::vector<QString>{where()});
+        EXPECT_TRUE(isDragging());
+        EXPECT_EQ(window->currentItem().Node, where());
+        EXPECT_EQ(window->tvwExplorer().DragIcon(), QLatin1String(GetParam().dragIcon));
         EXPECT_EQ(statusText(), u"BeginDrag"_s);
     }
 }
@@ -294,13 +313,11 @@ TEST_F(Mouse, AnUnsteadyPressDragsNothing)
 {
     start();
     clickExpander(key());
-    int drags = 0;
-    window->setDragHandler([&](const DragItem&) { ++drags; });
     const QPoint place = textPosition(key({u"US"_s}));
     press(key({u"US"_s}));
     move(place + QPoint(QApplication::startDragDistance() - 1, 0), Qt::LeftButton);
     EXPECT_EQ(statusText(), u"MouseDown"_s);
-    EXPECT_EQ(drags, 0);
+    EXPECT_FALSE(isDragging());
     asked.take();
     release(place);
     EXPECT_EQ(asked.take(), QStringList{u"frmUsers.Display(%1)"_s.arg(datasource)});
@@ -310,27 +327,25 @@ TEST_F(Mouse, ADragBeginsOnceUntilTheButtonIsReleased)
 {
     start();
     clickExpander(key());
-    int drags = 0;
-    window->setDragHandler([&](const DragItem&) { ++drags; });
     const QPoint place = textPosition(key({u"US"_s}));
     const QPoint far = place + QPoint(QApplication::startDragDistance() + 1, 0);
     press(key({u"US"_s}));
     move(far, Qt::LeftButton);
+    EXPECT_EQ(statusText(), u"BeginDrag"_s);
     move(far + QPoint(1, 0), Qt::LeftButton);
-    EXPECT_EQ(drags, 1);
-    EXPECT_EQ(statusText(), u"MouseMove"_s);
+    EXPECT_EQ(statusText(), u"DragOver"_s);
     release(far);
+    EXPECT_FALSE(isDragging());
     press(key({u"US"_s}));
     move(far, Qt::LeftButton);
-    EXPECT_EQ(drags, 2);
+    EXPECT_TRUE(isDragging());
+    EXPECT_EQ(statusText(), u"BeginDrag"_s);
 }
 
 TEST_F(Mouse, OnlyTheLeftButtonDrags)
 {
     start();
     clickExpander(key());
-    int drags = 0;
-    window->setDragHandler([&](const DragItem&) { ++drags; });
     const QPoint place = textPosition(key({u"US"_s}));
     const QPoint far = place + QPoint(QApplication::startDragDistance() + 1, 0);
     press(key({u"US"_s}), Qt::MiddleButton);
@@ -339,7 +354,7 @@ TEST_F(Mouse, OnlyTheLeftButtonDrags)
     release(far, Qt::MiddleButton);
     move(place, Qt::NoButton);
     EXPECT_EQ(statusText(), u"MouseMove"_s);
-    EXPECT_EQ(drags, 0);
+    EXPECT_FALSE(isDragging());
 }
 
 TEST_F(Mouse, NothingDragsFromEmptySpace)
@@ -347,13 +362,11 @@ TEST_F(Mouse, NothingDragsFromEmptySpace)
     start();
     clickExpander(key());
     click(key({u"US"_s}));
-    int drags = 0;
-    window->setDragHandler([&](const DragItem&) { ++drags; });
     const QRect area = window->tvwExplorer().viewport()->rect();
     const QPoint below(area.width() / 2, area.bottom() - 2);
     QTest::mousePress(window->tvwExplorer().viewport(), Qt::LeftButton, {}, below);
     move(below - QPoint(QApplication::startDragDistance() + 1, 0), Qt::LeftButton);
-    EXPECT_EQ(drags, 0);
+    EXPECT_FALSE(isDragging());
     EXPECT_EQ(statusText(), u"MouseMove"_s);
     release(below);
 }

@@ -65,7 +65,7 @@ TEST_F(TreeDragTest, ADragReportsWhereItIsAndEndsWithADropInsteadOfARelease)
     EXPECT_EQ(log.back(), "up");
 }
 
-TEST_F(TreeDragTest, EscapeEndsItAndTheReleaseIsOneAgain)
+TEST_F(TreeDragTest, EscapeEndsItAndTheButtonIsNobodysUntilItIsUp)
 {
     show();
     drag();
@@ -73,8 +73,56 @@ TEST_F(TreeDragTest, EscapeEndsItAndTheReleaseIsOneAgain)
     type(Qt::Key_Escape);
     EXPECT_FALSE(tree.IsDragging());
     EXPECT_EQ(tree.DropHighlight(), nullptr);
+    // Back over the node that was dragged, no drag begins anew.
+    moveTo(nameOf(nodes().Item("3")));
+    moveTo(nameOf(nodes().Item("4")));
+    EXPECT_FALSE(tree.IsDragging());
     release(nameOf(nodes().Item("5")));
+    EXPECT_EQ(log, QStringList({"cancel"}));
+    click(nameOf(nodes().Item("7")));
     EXPECT_EQ(log, QStringList({"cancel", "up"}));
+    drag();
+}
+
+TEST_F(TreeDragTest, AnotherButtonAfterAnEndIsReportedAndTheHeldOneIsNot)
+{
+    show();
+    drag();
+    const QPoint place = nameOf(nodes().Item("7"));
+    QTest::mousePress(tree.viewport(), Qt::RightButton, {}, place);
+    QTest::mouseRelease(tree.viewport(), Qt::RightButton, {}, place);
+    EXPECT_EQ(log, QStringList({"cancel", "up"}));
+    release(place);
+    EXPECT_EQ(log, QStringList({"cancel", "up"}));
+}
+
+TEST_F(TreeDragTest, ALostReleaseIsForgottenWithTheNextMove)
+{
+    show();
+    drag();
+    type(Qt::Key_Escape);
+    moveTo(nameOf(nodes().Item("3")), Qt::NoButton);
+    release(nameOf(nodes().Item("3")));
+    EXPECT_EQ(log, QStringList({"cancel", "up"}));
+}
+
+TEST_F(TreeDragTest, KeysButEscapeDoNothingWhileItLasts)
+{
+    show();
+    add(&nodes().Item("3"), "3a");
+    add(&nodes().Item("3"), "3b");
+    drag();
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Plus, Qt::Key_Down, Qt::Key_End, Qt::Key_7, Qt::Key_Return}) {
+        type(key);
+        EXPECT_FALSE(nodes().Item("3").Expanded()) << key;
+        EXPECT_EQ(tree.SelectedItem()->Key(), "3") << key;
+    }
+    EXPECT_TRUE(tree.IsDragging());
+    EXPECT_EQ(log, QStringList());
+    release(nameOf(nodes().Item("5")));
+    EXPECT_EQ(log.back(), "drop on 5");
+    type(Qt::Key_Right);
+    EXPECT_TRUE(nodes().Item("3").Expanded());
 }
 
 TEST_F(TreeDragTest, AReleaseOutsideOrALostOneEndsIt)

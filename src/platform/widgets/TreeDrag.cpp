@@ -25,6 +25,7 @@ TreeDrag::~TreeDrag() = default;
 void TreeDrag::begin()
 {
     m_isActive = true;
+    m_isHeld = true;
     showPicture();
 }
 

@@ -16,8 +16,12 @@ public:
     ~TreeDrag() override;
 
     bool isActive() const { return m_isActive; }
+    /// Whether the drag has ended while its button is still down: what the pointer does is nobody's until the release.
+    bool isSpent() const { return m_isHeld && !m_isActive; }
     void begin();
     void end();
+    /// Notes that the button is up again.
+    void letGo() { m_isHeld = false; }
 
     const QString& picture() const { return m_picture; }
     /// The image key of the picture; empty for none. It may change at any time.
@@ -38,4 +42,5 @@ private:
     QPoint m_position;
     QBasicTimer m_scrolling;
     bool m_isActive = false;
+    bool m_isHeld = false;
 };

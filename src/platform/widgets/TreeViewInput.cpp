@@ -75,6 +75,8 @@ void TreeView::react(const QMouseEvent& press, bool isDouble)
 
     const QPointer<TreeView> self(this);
     CancelDrag();
+    if (self && button == Qt::LeftButton)
+        m_drag->letGo();
     if (self)
         emit MouseDown(button, position);
     if (!self || (button != Qt::LeftButton && button != Qt::RightButton))
@@ -100,8 +102,12 @@ bool TreeView::isOnExpander(const TreeNode& node, QPoint position) const
 void TreeView::mouseMoveEvent(QMouseEvent* event)
 {
     QPoint position = event->position().toPoint();
+    // The release may have gone to a window that came up meanwhile.
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        m_drag->letGo();
+    if (m_drag->isSpent())
+        return;
     if (m_drag->isActive()) {
-        // The release may have gone to a window that came up meanwhile.
         if (!event->buttons().testFlag(Qt::LeftButton)) {
             CancelDrag();
             return;
@@ -122,6 +128,11 @@ void TreeView::mouseMoveEvent(QMouseEvent* event)
 void TreeView::mouseReleaseEvent(QMouseEvent* event)
 {
     const QPoint position = event->position().toPoint();
+    const bool isSpent = m_drag->isSpent() && event->button() == Qt::LeftButton;
+    if (event->button() == Qt::LeftButton)
+        m_drag->letGo();
+    if (isSpent)
+        return;
     if (!m_drag->isActive()) {
         emit MouseUp(event->button(), position);
     } else if (event->button() == Qt::LeftButton && viewport()->rect().contains(position)) {
@@ -155,6 +166,11 @@ void TreeView::raiseContextKey()
 
 void TreeView::keyPressEvent(QKeyEvent* event)
 {
+    // What is dragged, and where it may go, is to stay as it was judged.
+    if (m_drag->isActive() && event->key() != Qt::Key_Escape) {
+        event->accept();
+        return;
+    }
     const bool isTyping = m_sinceTyping.isValid() && m_sinceTyping.elapsed() < QApplication::keyboardInputInterval() &&
                           !event->modifiers().testFlag(Qt::KeypadModifier);
     bool isDone = true;
