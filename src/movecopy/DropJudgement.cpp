@@ -1,6 +1,7 @@
 #include "DropJudgement.h"
 
 #include "DragItem.h"
+#include "ReservedFiles.h"
 
 #include <algorithm>
 #include <vector>
@@ -59,8 +60,7 @@ bool isGuarded(Guard guard, const DragItem& target)
     case Guard::None:
         return false;
     case Guard::ReservedFile:
-        return ",CNTRL,COLUMN,DB,DBPRV,DRIVER,FIELD,FILE,KEY,LOCDT,SQLDT,TABLE,TBLPRV,USER,"_L1.contains(',' + name +
-                                                                                                         ',');
+        return reservedfiles::isReserved(name);
     case Guard::CatalogDatabase:
         return name == "TW"_L1 && contains({"db"_L1, "TA"_L1, "ta"_L1, "CO"_L1, "co"_L1}, target.NodeType);
     }
