@@ -1,12 +1,10 @@
 #pragma once
 
-#include "DialogForm.h"
 #include "DragMode.h"
-
-class QLabel;
+#include "QuestionForm.h"
 
 /// The question whether a drop moves or copies. It comes up where it was left.
-class frmMoveCopy : public DialogForm
+class frmMoveCopy : public QuestionForm
 {
 public:
     frmMoveCopy();
@@ -20,6 +18,4 @@ private:
     bool isPressed(const QString& button) const;
     QPoint position(QPoint centred) const override;
     void unloading() override;
-
-    QLabel* m_prompt;
 };

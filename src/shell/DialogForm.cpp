@@ -1,6 +1,7 @@
 #include "DialogForm.h"
 
 #include "Settings.h"
+#include "Twips.h"
 #include "mdiMain.h"
 
 #include <QApplication>
@@ -9,13 +10,6 @@
 #include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
-
-namespace
-{
-
-constexpr int twipsPerPixel = 15;
-
-} // namespace
 
 DialogForm::DialogForm(const QString& name, QWidget* parent) : Form(name, parent)
 {
@@ -94,17 +88,16 @@ void DialogForm::showEvent(QShowEvent* event)
 
 QPoint DialogForm::storedPosition(const QString& section, QPoint otherwise)
 {
-    return QPoint(settings::getNumber(section, QStringLiteral("Left"), otherwise.x() * twipsPerPixel),
-                  settings::getNumber(section, QStringLiteral("Top"), otherwise.y() * twipsPerPixel)) /
-           twipsPerPixel;
+    return {toPixels(settings::getNumber(section, QStringLiteral("Left"), toTwips(otherwise.x()))),
+            toPixels(settings::getNumber(section, QStringLiteral("Top"), toTwips(otherwise.y())))};
 }
 
 void DialogForm::storePosition(const QString& section) const
 {
     if (!m_placed)
         return;
-    settings::save(section, QStringLiteral("Left"), x() * twipsPerPixel);
-    settings::save(section, QStringLiteral("Top"), y() * twipsPerPixel);
+    settings::save(section, QStringLiteral("Left"), toTwips(x()));
+    settings::save(section, QStringLiteral("Top"), toTwips(y()));
 }
 
 void DialogForm::place()

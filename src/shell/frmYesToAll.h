@@ -1,13 +1,11 @@
 #pragma once
 
-#include "DialogForm.h"
+#include "QuestionForm.h"
 
 #include <cstdint>
 
-class QLabel;
-
 /// The question of a loop over many items: no, yes, or yes to all that are left.
-class frmYesToAll : public DialogForm
+class frmYesToAll : public QuestionForm
 {
 public:
     frmYesToAll();
@@ -19,6 +17,5 @@ public:
 private:
     void addAnswer(const QString& name, const QString& caption, std::int32_t answer);
 
-    QLabel* m_prompt;
     std::int32_t m_answer = 0;
 };

@@ -12,6 +12,7 @@
 #include "Settings.h"
 #include "ToolbarPane.h"
 #include "ToolbarTable.h"
+#include "Twips.h"
 #include "frmTWErr.h"
 #include "modGUI.h"
 
@@ -37,22 +38,11 @@ namespace
 
 mdiMain* theMain = nullptr;
 
-constexpr int twipsPerPixel = 15;
 /// The strip at the right edge of the tree side that holds the splitter.
 constexpr int splitterTwips = 60;
 constexpr int defaultTreeviewTwips = 2475;
 /// How far a key moves the splitter, in pixels.
 constexpr int splitterKeyStep = 16;
-
-constexpr int toPixels(int twips)
-{
-    return twips / twipsPerPixel;
-}
-
-constexpr int toTwips(int pixels)
-{
-    return pixels * twipsPerPixel;
-}
 
 const QString section = u"mdiMain"_s;
 
@@ -71,6 +61,7 @@ mdiMain::mdiMain(const QStringList& commandLine) : m_debug(commandLine.join(' '_
 
 mdiMain::~mdiMain()
 {
+    m_tree->CancelDrag();
     try {
         forms::unloadAllBut({});
     } catch (const RuntimeError&) {

@@ -2,16 +2,10 @@
 
 #include "BandLayout.h"
 #include "RuntimeError.h"
+#include "Twips.h"
 
 #include <QPainter>
 #include <QStyleOption>
-
-namespace
-{
-
-constexpr int twipsPerPixel = 15;
-
-} // namespace
 
 BandBar::BandBar(const QString& name, QWidget* parent) : QWidget(parent), m_layout(new BandLayout(this))
 {
@@ -55,7 +49,7 @@ void BandBar::setBandVisible(int band, bool visible)
 void BandBar::setBandWidth(int band, int twips)
 {
     ToolBar* toolBar = Child(band);
-    toolBar->setMinimumWidth(qMax(twips / twipsPerPixel, toolBar->layout()->minimumSize().width()));
+    toolBar->setMinimumWidth(qMax(toPixels(twips), toolBar->layout()->minimumSize().width()));
 }
 
 void BandBar::paintEvent(QPaintEvent*)
