@@ -2,14 +2,14 @@
 
 INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, CONNECT_STRING, REMARKS, DISPLAY_NAME) VALUES
     ('BANK',    'LEDGER_DATA:',      'VAX-RMS', '', 'Customers, accounts and postings', 'Bank'),
-    ('PAYROLL', '/srv/payroll/data', 'DISAM',   '', 'Employees and what they are paid', 'Payroll');
+    ('PAYROLL', 'data/payroll', 'DISAM',   '', 'Employees and what they are paid', 'Payroll');
 
 INSERT INTO TW_FILE (FILE_NAME, OPEN_STRING, FILE_ORGANISATION, RECORD_TYPE, REMARKS) VALUES
     ('ACCOUNT',        '',        'INDEXED',    'FIXED',    'One record for each account'),
     ('BRANCH',         '',        'RELATIVE',   'FIXED',    'Branches by their number'),
     ('CHEQUE-BOOK',    '',        'INDEXED',    'FIXED',    'Cheque books handed out'),
     ('CUSTOMER',       '',        'INDEXED',    'FIXED',    'Who owns the accounts'),
-    ('JOURNAL',        'SHR=GET', 'SEQUENTIAL', 'VARIABLE', 'Day''s journal: header, entry and trailer records in one file'),
+    ('JOURNAL',        'SHR=GET COUNTED-2', 'SEQUENTIAL', 'VARIABLE', 'Day''s journal: header, entry and trailer records in one file'),
     ('POSTING',        '',        'INDEXED',    'FIXED',    'Every movement on an account'),
     ('RATE',           '',        'INDEXED',    'FIXED',    'Exchange and interest rates by day'),
     ('STANDING-ORDER', '',        'INDEXED',    'FIXED',    'Payments that repeat'),
@@ -21,7 +21,7 @@ INSERT INTO TW_FILE (FILE_NAME, OPEN_STRING, FILE_ORGANISATION, RECORD_TYPE, REM
 
 INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH, PRECISION, SCALE, FORMAT, REMARKS) VALUES
     ('ACCOUNT',         1, 'ACCOUNT-NO',     'ZONED-U',       10, 10, 0, '', 'Primary key'),
-    ('ACCOUNT',         2, 'CUSTOMER-NO',    'PACKED-U',       4,  8, 0, '', 'Owner'),
+    ('ACCOUNT',         2, 'CUSTOMER-NO',    'PACKED-U',       5, 10, 0, '', 'Owner'),
     ('ACCOUNT',         3, 'BRANCH-NO',      'UNSIGNED-2',     2,  5, 0, '', ''),
     ('ACCOUNT',         4, 'CURRENCY',       'STRING',         3,  3, 0, '', 'ISO 4217 code'),
     ('ACCOUNT',         5, 'BALANCE',        'PACKED',         8, 16, 2, '', 'Booked balance'),
@@ -41,8 +41,9 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
     ('CHEQUE-BOOK',     2, 'FIRST-NO',       'UNSIGNED-4',     4, 10, 0, '', ''),
     ('CHEQUE-BOOK',     3, 'LAST-NO',        'UNSIGNED-4',     4, 10, 0, '', ''),
     ('CHEQUE-BOOK',     4, 'ISSUED',         'DATE-YYYYMMDD',  8,  8, 0, 'YYYYMMDD', ''),
+    ('CHEQUE-BOOK',     5, 'SEAL',           'HEXADECIMAL',    4,  8, 0, '', 'Check sum printed on each cheque'),
 
-    ('CUSTOMER',        1, 'CUSTOMER-NO',    'PACKED-U',       4,  8, 0, '', 'Primary key'),
+    ('CUSTOMER',        1, 'CUSTOMER-NO',    'PACKED-U',       5, 10, 0, '', 'Primary key'),
     ('CUSTOMER',        2, 'SURNAME',        'STRING',        30, 30, 0, '', 'First alternate key'),
     ('CUSTOMER',        3, 'FIRST-NAME',     'STRING',        20, 20, 0, '', ''),
     ('CUSTOMER',        4, 'STREET',         'STRING',        30, 30, 0, '', ''),
@@ -85,6 +86,7 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
     ('EMPLOYEE',        7, 'SALARY',         'PACKED',         5, 10, 2, '', 'A month'),
     ('EMPLOYEE',        8, 'TAX-CODE',       'STRING',         4,  4, 0, '', ''),
     ('EMPLOYEE',        9, 'HOLIDAYS-LEFT',  'ZONED-RO',       3,  3, 1, '', 'Days'),
+    ('EMPLOYEE',       10, 'DOOR-CODE',      'ZONED-U',        8,  8, 0, '', 'Known to the doors alone'),
 
     ('PAY-RUN',         1, 'PERIOD',         'ZONED-U',        6,  6, 0, '', 'Year and month'),
     ('PAY-RUN',         2, 'PAID',           'TIMESTAMP',     19, 19, 0, 'YYYY-MM-DD hh:mm:ss', ''),
@@ -123,7 +125,7 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
 
 UPDATE LAYOUT SET DEFAULT_VALUE = 'EUR' WHERE FILE_NAME = 'ACCOUNT' AND FIELD_NAME = 'CURRENCY';
 UPDATE LAYOUT SET DEFAULT_VALUE = '0' WHERE FILE_NAME = 'ACCOUNT' AND FIELD_NAME IN ('BALANCE', 'CREDIT-LIMIT');
-UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'EMPLOYEE' AND FIELD_NAME = 'SALARY';
+UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'EMPLOYEE' AND FIELD_NAME = 'DOOR-CODE';
 UPDATE LAYOUT SET ENCRYPTED = 2 WHERE FILE_NAME = 'CUSTOMER' AND FIELD_NAME = 'SIGNATURE';
 UPDATE LAYOUT SET REMARKS = 'CR, DR, IN for interest, FE for a fee' WHERE FILE_NAME = 'POSTING' AND FIELD_NAME = 'KIND';
 
@@ -175,7 +177,3 @@ INSERT INTO TABLE_RIGHT (USER_NAME, DATABASE_NAME, TABLE_NAME, RIGHTS) VALUES
     ('PAYMASTER', 'PAYROLL', 'PAY_RUN',     'SI'),
     ('PAYMASTER', 'PAYROLL', 'PAYSLIP',     'SIUD'),
     ('PAYMASTER', 'PAYROLL', 'TIMESHEET',   'S');
-
-INSERT INTO HELD (DATABASE_NAME, TABLE_NAME) VALUES
-    ('BANK', 'ACCOUNT'), ('BANK', 'CUSTOMER'), ('BANK', 'POSTING'), ('BANK', 'STANDING_ORDER'),
-    ('PAYROLL', 'EMPLOYEE'), ('PAYROLL', 'PAYSLIP');

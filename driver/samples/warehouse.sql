@@ -1,9 +1,9 @@
 -- A wholesaler: orders in indexed sequential files, stock in record-managed files, and flat files from other houses.
 
 INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, CONNECT_STRING, REMARKS, DISPLAY_NAME) VALUES
-    ('ORDERS',   '/srv/warehouse/orders', 'DISAM',   '', 'Customers, orders and invoices', 'Orders'),
-    ('STOCK',    'WAREHOUSE:',            'VAX-RMS', '', 'Items and where they lie',       'Stock'),
-    ('EXCHANGE', '/srv/warehouse/in',     'FLAT',    '', 'Files from suppliers and carriers', 'Exchange');
+    ('ORDERS',   'data/orders',    'DISAM',   '', 'Customers, orders and invoices', 'Orders'),
+    ('STOCK',    'data/warehouse', 'VAX-RMS', '', 'Items and where they lie',       'Stock'),
+    ('EXCHANGE', 'data/exchange',  'FLAT',    '', 'Files from suppliers and carriers', 'Exchange');
 
 INSERT INTO TW_FILE (FILE_NAME, OPEN_STRING, FILE_ORGANISATION, RECORD_TYPE, REMARKS) VALUES
     ('BUYER',        '', 'INDEXED',    'FIXED',    'Customers'),
@@ -11,24 +11,25 @@ INSERT INTO TW_FILE (FILE_NAME, OPEN_STRING, FILE_ORGANISATION, RECORD_TYPE, REM
     ('ORDER-LINE',   '', 'INDEXED',    'FIXED',    'Lines of the orders'),
     ('INVOICE',      '', 'INDEXED',    'FIXED',    ''),
     ('ITEM',         '', 'INDEXED',    'FIXED',    'What is sold'),
-    ('BIN',          '', 'RELATIVE',   'FIXED',    'Bins of the high-rise rack by their number'),
+    ('BIN',          'SLOT-4', 'RELATIVE',   'FIXED',    'Bins of the high-rise rack by their number'),
     ('STOCK-LEVEL',  '', 'INDEXED',    'FIXED',    'How many of an item lie in a bin'),
-    ('MOVEMENT',     '', 'SEQUENTIAL', 'VARIABLE', 'Receipts and issues in one file'),
+    ('MOVEMENT',     'COUNTED-2', 'SEQUENTIAL', 'VARIABLE', 'Receipts and issues in one file'),
     ('SUPPLIER',     '', 'INDEXED',    'FIXED',    ''),
     ('PURCHASE',     '', 'INDEXED',    'FIXED',    'Orders to suppliers'),
-    ('PRICE-LIST',   '', 'SEQUENTIAL', 'FIXED',    'From a supplier''s mainframe'),
-    ('DELIVERY',     '', 'SEQUENTIAL', 'FIXED',    'From the carrier, one line a parcel'),
+    ('PRICE-LIST',   'EBCDIC-037', 'SEQUENTIAL', 'FIXED',    'From a supplier''s mainframe'),
+    ('DELIVERY',     'LINE LATIN-1', 'SEQUENTIAL', 'FIXED',    'From the carrier, one line a parcel'),
     ('SCALE-READING', '', 'SEQUENTIAL', 'FIXED',   'Readings of the packing table''s scales');
 
 INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH, PRECISION, SCALE, FORMAT, REMARKS) VALUES
     ('BUYER',           1, 'BUYER-NO',       'INTEGER-4-BE',   4, 10, 0, '', 'Primary key'),
-    ('BUYER',           2, 'NAME',           'STRING',        40, 40, 0, '', ''),
+    ('BUYER',           2, 'NAME',           'STRING',        60, 60, 0, '', ''),
     ('BUYER',           3, 'STREET',         'STRING',        30, 30, 0, '', ''),
     ('BUYER',           4, 'TOWN',           'STRING',        30, 30, 0, '', ''),
     ('BUYER',           5, 'COUNTRY',        'STRING',         2,  2, 0, '', 'ISO 3166 code'),
     ('BUYER',           6, 'DISCOUNT',       'ZONED-U',        4,  4, 2, '', 'Per cent'),
     ('BUYER',           7, 'CREDIT-LIMIT',   'PACKED',         5, 10, 2, '', ''),
     ('BUYER',           8, 'SINCE',          'DATE',          10, 10, 0, 'DD/MM/YYYY', ''),
+    ('BUYER',           9, 'PASSWORD',       'STRING',        12, 12, 0, '', 'For the shop''s own pages'),
 
     ('ORDER-HEAD',      1, 'ORDER-NO',       'INTEGER-4-BE',   4, 10, 0, '', 'Primary key'),
     ('ORDER-HEAD',      2, 'BUYER-NO',       'INTEGER-4-BE',   4, 10, 0, '', ''),
@@ -111,7 +112,7 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
 
 UPDATE LAYOUT SET DEFAULT_VALUE = 'N' WHERE FILE_NAME = 'ORDER-HEAD' AND FIELD_NAME = 'STATE';
 UPDATE LAYOUT SET DEFAULT_VALUE = 'PCE' WHERE FILE_NAME = 'ITEM' AND FIELD_NAME = 'UNIT';
-UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'BUYER' AND FIELD_NAME = 'CREDIT-LIMIT';
+UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'BUYER' AND FIELD_NAME = 'PASSWORD';
 
 INSERT INTO MAPPED (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION, DISPLAY_NAME, CRITERIA, REMARKS) VALUES
     ('ORDERS',   'BUYER',       'BUYER',         'buyer',          'Buyer', '', ''),
@@ -159,8 +160,3 @@ INSERT INTO TABLE_RIGHT (USER_NAME, DATABASE_NAME, TABLE_NAME, RIGHTS) VALUES
     ('PICKER',  'ORDERS',   'OPEN_ORDER',  'S'),
     ('PICKER',  'ORDERS',   'ORDER_LINE',  'SU'),
     ('CARRIER', 'EXCHANGE', 'DELIVERY',    'SI');
-
-INSERT INTO HELD (DATABASE_NAME, TABLE_NAME) VALUES
-    ('ORDERS', 'BUYER'), ('ORDERS', 'ORDER_HEAD'), ('ORDERS', 'ORDER_LINE'),
-    ('STOCK', 'ITEM'), ('STOCK', 'STOCK_LEVEL'), ('STOCK', 'SUPPLIER'),
-    ('EXCHANGE', 'DELIVERY');

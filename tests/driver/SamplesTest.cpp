@@ -1,14 +1,12 @@
 #include "Command.h"
 #include "OdbcClient.h"
-#include "Text.h"
 
 #include <gtest/gtest.h>
-
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <fstream>
 #include <map>
+#include <tuple>
 
 namespace
 {
@@ -34,7 +32,9 @@ protected:
     {
         ASSERT_EQ(MakeSamples(setup.Path().string()).exitCode, 0);
         const std::string file = std::string(GetParam()) == "Ledger" ? "ledger.cat" : "warehouse.cat";
-        ASSERT_TRUE(client.Connect("Driver=Tarnwick ODBC;Catalog=" + setup.File(file))) << client.Failure().message;
+        ASSERT_TRUE(client.Connect("Driver=Tarnwick ODBC;Catalog=" + setup.File(file) +
+                                   ";LEDGER_DATA=" + setup.File("data/ledger")))
+            << client.Failure().message;
     }
 
     /// Expects a query for rows that break a rule to find none.
@@ -51,28 +51,6 @@ protected:
     }
 
     void ExpectSome(const std::string& query) { EXPECT_FALSE(client.Execute(query).rows.empty()) << query; }
-
-    /// Expects a column of records to be as its row of TW_COLUMN (name, SQL type, scale, precision, nullable) says.
-    static void ExpectRecordsFit(const Result& records, std::size_t column, const Row& definition)
-    {
-        static const std::map<std::string, SQLSMALLINT> types = {
-            {"BIT", SQL_SMALLINT},   {"SMALLINT", SQL_SMALLINT}, {"TINYINT", SQL_SMALLINT}, {"INTEGER", SQL_INTEGER},
-            {"DECIMAL", SQL_BIGINT}, {"NUMERIC", SQL_BIGINT},    {"BIGINT", SQL_BIGINT},    {"REAL", SQL_DOUBLE},
-            {"DOUBLE", SQL_DOUBLE},  {"BINARY", SQL_BINARY}};
-        const auto known = types.find(*definition[1]);
-        const bool isText = known == types.end();
-        const SQLSMALLINT type = isText ? SQLSMALLINT{SQL_VARCHAR} : known->second;
-        EXPECT_EQ(records.columns[column].type, std::stoi(*definition[2]) > 0 ? SQLSMALLINT{SQL_DOUBLE} : type);
-        if (isText) {
-            EXPECT_EQ(records.columns[column].size, std::stoul(*definition[3]));
-        }
-        for (const Row& record : records.rows) {
-            EXPECT_TRUE(record[column].has_value() || definition[4] == "1");
-            if (isText && record[column]) {
-                EXPECT_LE(tarnwick::ToUtf16(*record[column]).size(), std::stoul(*definition[3])) << *record[column];
-            }
-        }
-    }
 
     OdbcSetup setup;
     OdbcClient client;
@@ -200,6 +178,9 @@ TEST_P(Samples, HaveSomethingToShowEverywhere)
                    "l.ATTRIBUTES LIKE '" +
                    std::string(kind) + "'" + own);
     ExpectSome("SELECT 1 FROM TW_FIELD WHERE ENCRYPTED = 1");
+    ExpectNone("SELECT c.TABLE_NAME, c.COLUMN_NAME FROM TW_COLUMN c JOIN TW_TABLE t ON t.DATABASE_NAME = "
+               "c.DATABASE_NAME AND t.TABLE_NAME = c.TABLE_NAME JOIN TW_FIELD f ON f.FILE_NAME = t.FILE_NAME AND "
+               "f.FIELD_NAME = c.FIELD_NAME WHERE f.ENCRYPTED <> 0 AND c.VISIBLE <> 0");
     ExpectSome("SELECT 1 FROM TW_FIELD WHERE DEFAULT_VALUE <> ''" + own);
     ExpectSome("SELECT 1 FROM TW_DB WHERE DATABASE_NAME <> 'TW' LIMIT 1 OFFSET 1");
     ExpectSome("SELECT 1 FROM TW_TABLE WHERE CRITERIA <> ''");
@@ -225,59 +206,6 @@ TEST_P(Samples, CriteriaNameColumnsThatExist)
         ExpectSome("SELECT 1 FROM TW_COLUMN WHERE DATABASE_NAME = '" + *row[0] + "' AND TABLE_NAME = '" + *row[1] +
                    "' AND COLUMN_NAME = '" + column + "'");
     }
-}
-
-TEST_P(Samples, TablesWithRecordsAnswerUnderTheNamesThatClientsKnow)
-{
-    const std::map<std::string, std::size_t> held = {{"Ledger", 6}, {"Warehouse", 7}};
-    const Result tables =
-        client.Execute("SELECT t.DATABASE_NAME, t.TABLE_NAME, m.type FROM TW_TABLE t JOIN sqlite_master m ON m.name = "
-                       "t.DATABASE_NAME || '_' || t.TABLE_NAME WHERE t.DATABASE_NAME <> 'TW'");
-    EXPECT_EQ(tables.rows.size(), held.at(GetParam()) + 1);
-    for (const Row& table : tables.rows) {
-        const std::string name = *table[0] + "_" + *table[1];
-        SCOPED_TRACE(name);
-        const Result defined = client.Execute(
-            "SELECT COLUMN_NAME, SQL_TYPE_NAME, SCALE, PRECISION, NULLABLE FROM TW_COLUMN WHERE DATABASE_NAME = '" +
-            *table[0] + "' AND TABLE_NAME = '" + *table[1] +
-            "' AND COLUMN_TYPE = 0 AND VISIBLE = 1 ORDER BY COLUMN_NUMBER");
-        const Result all = client.Execute("SELECT * FROM [" + name + "] ");
-        ASSERT_TRUE(all.Succeeded()) << all.diagnostic.message;
-        ASSERT_EQ(all.columns.size(), defined.rows.size());
-        std::string list;
-        for (std::size_t i = 0; i < all.columns.size(); ++i) {
-            SCOPED_TRACE(all.columns[i].name);
-            const Row& definition = defined.rows[i];
-            EXPECT_EQ(all.columns[i].name, definition[0]);
-            list += (i == 0 ? "[" : ", [") + *definition[0] + "]";
-            ExpectRecordsFit(all, i, definition);
-        }
-        std::vector<SQLWCHAR> wide = Wide(name);
-        const Result listed = client.Read([&](SQLHSTMT statement) {
-            return SQLColumnsW(statement, nullptr, 0, nullptr, 0, wide.data(), SQL_NTS, nullptr, 0);
-        });
-        ASSERT_EQ(listed.rows.size(), all.columns.size());
-        for (std::size_t i = 0; i < all.columns.size(); ++i) {
-            EXPECT_EQ(listed.rows[i][3], all.columns[i].name);
-            EXPECT_EQ(listed.rows[i][4], std::to_string(all.columns[i].type)) << all.columns[i].name;
-            EXPECT_EQ(listed.rows[i][6], std::to_string(all.columns[i].size)) << all.columns[i].name;
-        }
-        EXPECT_LE(all.rows.size(), 40u);
-        EXPECT_GE(all.rows.size(), table[2] == "table" ? 10u : 1u);
-        EXPECT_EQ(client.Execute("SELECT " + list + " FROM [" + name + "] ").rows, all.rows);
-    }
-}
-
-TEST_P(Samples, ATableOverTheFileOfAnotherShowsTheRecordsThatMeetItsCriteria)
-{
-    const bool ledger = std::string(GetParam()) == "Ledger";
-    const std::string whole = ledger ? "BANK_ACCOUNT" : "ORDERS_ORDER_HEAD";
-    const std::string part = ledger ? "BANK_OVERDRAWN" : "ORDERS_OPEN_ORDER";
-    const std::string condition = ledger ? "BALANCE < 0" : "STATE IN ('N', 'P')";
-    EXPECT_EQ(client.Execute("SELECT * FROM [" + part + "] ").rows,
-              client.Execute("SELECT * FROM [" + whole + "] WHERE " + condition).rows);
-    EXPECT_LT(client.Execute("SELECT * FROM [" + part + "] ").rows.size(),
-              client.Execute("SELECT * FROM [" + whole + "] ").rows.size());
 }
 
 TEST_P(Samples, SomeRecordsHaveNullsNamesOfManyAlphabetsAndDates)
@@ -327,14 +255,78 @@ TEST(SamplesTool, LeavesCatalogsThatAreThereAsTheyAre)
     const std::string before = ContentOf(catalog);
     ASSERT_FALSE(before.empty());
     std::ofstream(folder.File("made/odbc.ini"), std::ios::app) << "\n[Other]\nDriver = Something\n";
+    std::ofstream(folder.File("made/data/ledger/RATE.DAT"), std::ios::app) << "changed";
     fs::remove(folder.File("made/warehouse.cat"));
     const CommandOutput again = MakeSamples(folder.File("made"));
     EXPECT_EQ(again.exitCode, 0) << again.text;
     EXPECT_EQ(ContentOf(catalog), before);
     EXPECT_TRUE(fs::exists(folder.File("made/warehouse.cat")));
+    EXPECT_TRUE(ContentOf(folder.File("made/data/ledger/RATE.DAT")).ends_with("changed"));
     const std::string ini = ContentOf(folder.File("made/odbc.ini"));
     EXPECT_NE(ini.find("[Other]\nDriver = Something\n"), std::string::npos) << ini;
     EXPECT_EQ(ini.find("[Ledger]"), ini.rfind("[Ledger]"));
+}
+
+TEST(SamplesTool, ChangesNothingWhereEverythingIsThereAlready)
+{
+    TemporaryFolder folder;
+    const auto contents = [&] {
+        std::map<std::string, std::string> all;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder.Path()))
+            if (entry.is_regular_file())
+                all[entry.path().string()] = ContentOf(entry.path().string());
+        return all;
+    };
+    ASSERT_EQ(MakeSamples(folder.Path().string()).exitCode, 0);
+    const auto before = contents();
+    EXPECT_EQ(before.size(), 30u);
+    const CommandOutput again = MakeSamples(folder.Path().string());
+    EXPECT_EQ(again.exitCode, 0) << again.text;
+    EXPECT_EQ(again.text.find("missing"), std::string::npos) << again.text;
+    EXPECT_EQ(contents(), before);
+}
+
+TEST(SamplesTool, SaysThatACatalogHasNoDataFilesAndLeavesItAsItIs)
+{
+    TemporaryFolder folder;
+    ASSERT_EQ(MakeSamples(folder.Path().string()).exitCode, 0);
+    fs::remove_all(folder.File("data/orders"));
+    const std::string before = ContentOf(folder.File("warehouse.cat"));
+    const CommandOutput again = MakeSamples(folder.Path().string());
+    EXPECT_EQ(again.exitCode, 0);
+    EXPECT_NE(again.text.find("Warehouse is left as it is, but is not whole. There is no data file " +
+                              folder.File("data/orders/buyer.dat") + ". Samples of older versions had no data files."),
+              std::string::npos)
+        << again.text;
+    EXPECT_EQ(again.text.find("Ledger is left"), std::string::npos) << again.text;
+    EXPECT_EQ(ContentOf(folder.File("warehouse.cat")), before);
+    EXPECT_FALSE(fs::exists(folder.File("data/orders")));
+
+    fs::remove(folder.File("warehouse.cat"));
+    ASSERT_EQ(MakeSamples(folder.Path().string()).exitCode, 0);
+    EXPECT_TRUE(fs::exists(folder.File("data/orders/buyer.dat")));
+}
+
+TEST(SamplesTool, SaysWhereACatalogCannotBeReadAndGoesOn)
+{
+    OdbcSetup setup;
+    ASSERT_EQ(MakeSamples(setup.Path().string()).exitCode, 0);
+    OdbcClient client;
+    ASSERT_TRUE(client.Connect("Driver=Tarnwick ODBC;Catalog=" + setup.File("warehouse.cat")));
+    const std::string change = "UPDATE TW_DB SET DEFAULT_DIRECTORY = 'ELSEWHERE:' WHERE DATABASE_NAME = 'STOCK'";
+    ASSERT_TRUE(client.Execute(change).Succeeded());
+    client.Disconnect();
+    std::ofstream(setup.File("ledger.cat")) << "this is no catalog, but it is long enough to be taken for something";
+    fs::remove(setup.File("odbc.ini"));
+    const CommandOutput again = MakeSamples(setup.Path().string());
+    EXPECT_EQ(again.exitCode, 0) << again.text;
+    EXPECT_NE(
+        again.text.find("Warehouse is left as it is, but is not whole. The table STOCK_BIN cannot be read: the data "
+                        "source has no key ELSEWHERE for the directory 'ELSEWHERE:'."),
+        std::string::npos)
+        << again.text;
+    EXPECT_NE(again.text.find("Ledger is left as it is, but is not whole."), std::string::npos) << again.text;
+    EXPECT_TRUE(fs::exists(setup.File("odbc.ini")));
 }
 
 TEST(SamplesTool, WritesIniFilesThatLeadToTheSamples)
@@ -349,6 +341,18 @@ TEST(SamplesTool, WritesIniFilesThatLeadToTheSamples)
                                                 "SELECT COUNT (*) AS N FROM TW_DRIVER\n");
         EXPECT_EQ(output.exitCode, 0) << output.text;
         EXPECT_NE(output.text.find("4"), std::string::npos) << output.text;
+    }
+    // The bank's data lie behind a logical directory, the others' in folders beside their catalogs.
+    for (const auto& [name, query, row] :
+         {std::tuple{"Ledger", "SELECT SURNAME, TOWN FROM [BANK_CUSTOMER] WHERE CUSTOMER_NO = 10010002",
+                     "Brandt|Lübeck"},
+          std::tuple{"Warehouse", "SELECT NAME, SINCE FROM [ORDERS_BUYER] WHERE BUYER_NO = 305",
+                     "横浜マリン商会|1989-11-20"}}) {
+        const CommandOutput output = RunCommand({"env", "ODBCSYSINI=" + folder.Path().string(),
+                                                 "ODBCINI=" + folder.File("odbc.ini"), "isql", name, "-b", "-x0x7C"},
+                                                query + std::string("\n"));
+        EXPECT_EQ(output.exitCode, 0) << output.text;
+        EXPECT_NE(output.text.find(row), std::string::npos) << output.text;
     }
 }
 
