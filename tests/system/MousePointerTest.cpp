@@ -59,20 +59,28 @@ TEST_F(MousePointer, ADialogSuspendsIt)
     {
         const mousepointer::Suspended outer;
         EXPECT_FALSE(waitShows());
-        EXPECT_EQ(mousepointer::current(), 11);
         {
             const mousepointer::Suspended inner;
         }
         EXPECT_FALSE(waitShows());
     }
     EXPECT_TRUE(waitShows());
+    EXPECT_EQ(mousepointer::current(), 11);
 }
 
-TEST_F(MousePointer, WhatIsSetWhileSuspendedShowsAfterwards)
+TEST_F(MousePointer, WhatRunsInADialogShowsAPointerOfItsOwn)
 {
+    mousepointer::set(mousepointer::Wait);
     {
         const mousepointer::Suspended dialog;
         mousepointer::set(mousepointer::Wait);
+        EXPECT_TRUE(waitShows());
+        {
+            const mousepointer::Suspended box;
+            EXPECT_FALSE(waitShows());
+        }
+        EXPECT_TRUE(waitShows());
+        mousepointer::set(mousepointer::Default);
         EXPECT_FALSE(waitShows());
     }
     EXPECT_TRUE(waitShows());

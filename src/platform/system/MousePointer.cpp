@@ -7,13 +7,12 @@ namespace
 {
 
 int number = mousepointer::Default;
-int suspensions = 0;
 bool shown = false;
 
 /// Brings the one override cursor that is ours in line with the number.
 void apply()
 {
-    const bool wanted = number == mousepointer::Wait && suspensions == 0;
+    const bool wanted = number == mousepointer::Wait;
     if (wanted == shown || !QGuiApplication::instance())
         return;
     shown = wanted;
@@ -36,14 +35,12 @@ void mousepointer::set(int pointer)
     apply();
 }
 
-mousepointer::Suspended::Suspended()
+mousepointer::Suspended::Suspended() : m_former(number)
 {
-    ++suspensions;
-    apply();
+    set(Default);
 }
 
 mousepointer::Suspended::~Suspended()
 {
-    --suspensions;
-    apply();
+    set(m_former);
 }

@@ -13,7 +13,7 @@ int current();
 void set(int pointer);
 
 /// For as long as one lives every window shows its own pointer: a dialog that waits for the user must not look busy.
-/// The number stays as it is, and what is set meanwhile shows afterwards. Scopes nest.
+/// What runs in it meanwhile may set a pointer, which shows; the former one comes back afterwards. Scopes nest.
 class Suspended
 {
 public:
@@ -21,6 +21,9 @@ public:
     ~Suspended();
     Suspended(const Suspended&) = delete;
     Suspended& operator=(const Suspended&) = delete;
+
+private:
+    int m_former;
 };
 
 } // namespace mousepointer
