@@ -18,12 +18,16 @@ QString modString::StripNull(const QString& text)
 
 QString modString::Trim(const QString& text)
 {
-    QStringView trimmed(text);
-    while (trimmed.startsWith(u' '))
-        trimmed = trimmed.sliced(1);
-    while (trimmed.endsWith(u' '))
-        trimmed.chop(1);
-    return trimmed.toString();
+    return Trim(QStringView(text)).toString();
+}
+
+QStringView modString::Trim(QStringView text)
+{
+    while (text.startsWith(u' '))
+        text = text.sliced(1);
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
 }
 
 QString modString::TrimAll(const QString& text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 namespace modString
 {
@@ -13,6 +14,8 @@ QString StripNull(const QString& text);
 
 /// The text without blanks at its ends; other white space stays.
 QString Trim(const QString& text);
+/// The same of a part of a text.
+QStringView Trim(QStringView text);
 
 /// The text without blanks at its ends, nor any character there whose code is below 32 or at least 129.
 QString TrimAll(const QString& text);

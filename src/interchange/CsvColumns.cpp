@@ -3,21 +3,10 @@
 #include "RuntimeError.h"
 #include "modString.h"
 
-#include <QStringList>
-
 #include <algorithm>
 
 namespace
 {
-
-QStringView trimmed(QStringView text)
-{
-    while (text.startsWith(u' '))
-        text = text.sliced(1);
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text;
-}
 
 QStringView withoutQuotes(QStringView text)
 {
@@ -26,6 +15,12 @@ QStringView withoutQuotes(QStringView text)
     if (text.endsWith(u'"'))
         text.chop(1);
     return text;
+}
+
+/// Whether a column ends the quotes that it begins: a comma within quotes cuts a value in two.
+bool closesQuotes(QStringView column)
+{
+    return column.count(u'"') % 2 == 0;
 }
 
 bool isRaised(QStringView text)
@@ -82,7 +77,7 @@ void splitLine(QStringView line, CsvColumns& columns)
     columns.clear();
     for (;;) {
         const qsizetype comma = line.indexOf(u',');
-        columns.append(withoutQuotes(trimmed(comma < 0 ? line : line.first(comma))));
+        columns.append(withoutQuotes(modString::Trim(comma < 0 ? line : line.first(comma))));
         if (comma < 0 || columns.count() == CsvColumns::most)
             return;
         line = line.sliced(comma + 1);
@@ -107,6 +102,12 @@ QString NoQuotes(QStringView text)
     return modString::TrimAll(withoutQuotes(inner).toString());
 }
 
+QString shortened(const QString& text)
+{
+    constexpr qsizetype most = 2000;
+    return text.size() <= most ? text : text.left(most) + u'\u2026';
+}
+
 QString maskedLine(QStringView line)
 {
     CsvColumns columns;
@@ -118,13 +119,20 @@ QString maskedLine(QStringView line)
 
     const int password = isUser ? 3 : 5;
     const int whole = isUser ? 3 : 10;
-    QStringList shown;
-    for (const QStringView column : line.split(u','))
-        shown.append(column.toString());
-    if (shown.size() < password)
+    // With columns missing the password may stand as much further to the front, but not in the place of the user.
+    const int from = std::max(isUser ? 2 : 3, password - std::max(0, whole - columns.count()));
+    if (columns.count() < from)
         return line.toString();
-    if (shown.size() != whole)
-        shown.resize(password);
-    shown[password - 1] = QStringLiteral("**********");
-    return shown.join(u',');
+    qsizetype begin = 0;
+    bool isWhole = columns.count() == whole;
+    for (int number = 1; number < from; ++number) {
+        const qsizetype end = line.indexOf(u',', begin);
+        isWhole = isWhole && closesQuotes(line.sliced(begin, end - begin));
+        begin = end + 1;
+    }
+    QString shown = line.first(begin).toString() + QStringLiteral("**********");
+    const qsizetype end = line.indexOf(u',', begin);
+    if (end >= 0 && isWhole && closesQuotes(line.sliced(begin, end - begin)))
+        shown.append(line.sliced(end));
+    return shown;
 }

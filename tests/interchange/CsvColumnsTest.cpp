@@ -144,17 +144,44 @@ TEST(CsvColumns, PasswordsAreMasked)
         {R"("USER","BOB","SECRET")", R"("USER","BOB",**********)"},
         {" user ,BOB,SECRET", " user ,BOB,**********"},
         {"USER,BOB,SEC,RET", "USER,BOB,**********"},
-        {"USER,BOB", "USER,BOB"},
+        {"USER,BOB", "USER,**********"},
+        {"USER,SECRET", "USER,**********"},
         {"USER", "USER"},
         {"DBPRV,BOB,SALES,B,SECRET,1,1,1,1,TABLE", "DBPRV,BOB,SALES,B,**********,1,1,1,1,TABLE"},
         {"DBPRV,BOB,SALES,B,SEC,RET,1,1,1,1,TABLE", "DBPRV,BOB,SALES,B,**********"},
-        {"DBPRV,BOB,SALES,B,SECRET", "DBPRV,BOB,SALES,B,**********"},
-        {"\t\"DBPRV\",BOB,SALES,B,SECRET", "\t\"DBPRV\",BOB,SALES,B,**********"},
+        {"DBPRV,BOB,SALES,B,SECRET", "DBPRV,BOB,**********"},
+        {"DBPRV,BOB,SALES,SECRET", "DBPRV,BOB,**********"},
+        {"DBPRV,BOB,SECRET", "DBPRV,BOB,**********"},
+        {"DBPRV,BOB", "DBPRV,BOB"},
+        {"DBPRV,BOB,SALES,SECRET,1,1,1,1,TABLE", "DBPRV,BOB,SALES,**********"},
+        {"DBPRV,BOB,SALES,B,SECRET,1,1,1,1", "DBPRV,BOB,SALES,**********"},
+        {"DBPRV,BOB,SECRET,1,1,1,1,TABLE", "DBPRV,BOB,**********"},
+        {R"(DBPRV,BOB,SALES,B,"SEC,RET",1,1,1,1)", "DBPRV,BOB,SALES,B,**********"},
+        {R"(DBPRV,BOB,SALES,"B,B",SECRET,1,1,1,1)", "DBPRV,BOB,SALES,\"B,**********"},
+        {R"(DBPRV,"BOB",SALES,"B","SECRET",1,1,1,1,TABLE)", R"(DBPRV,"BOB",SALES,"B",**********,1,1,1,1,TABLE)"},
+        {"\t\"DBPRV\",BOB,SALES,B,SECRET,1,0,1,0,TABLE", "\t\"DBPRV\",BOB,SALES,B,**********,1,0,1,0,TABLE"},
         {"FILE,A,B,C,D", "FILE,A,B,C,D"},
         {"", ""},
     };
     for (const auto& [line, shown] : rows)
         EXPECT_EQ(maskedLine(line), shown) << line.toStdString();
+    for (const auto& [line, shown] : rows)
+        EXPECT_FALSE(shown.contains(u"SECRET"_s)) << line.toStdString();
+}
+
+TEST(CsvColumns, APasswordIsMaskedInALineOfAnyLength)
+{
+    const QString rest(1024 * 1024, ',');
+    EXPECT_EQ(maskedLine(u"USER,BOB,SECRET"_s + rest), u"USER,BOB,**********"_s);
+    EXPECT_EQ(maskedLine(u"DBPRV,BOB,SALES,B,SECRET,1"_s + rest), u"DBPRV,BOB,SALES,B,**********"_s);
+    EXPECT_EQ(maskedLine(u"FILE,"_s + rest), u"FILE,"_s + rest);
+}
+
+TEST(CsvColumns, OnlyATextThatNoOneCouldReadIsShortened)
+{
+    EXPECT_EQ(shortened(QString(2000, 'x')), QString(2000, 'x'));
+    EXPECT_EQ(shortened(QString(2001, 'x')), QString(2000, 'x') + u'\u2026');
+    EXPECT_EQ(shortened({}), QString());
 }
 
 TEST(CsvColumns, BothReadersTakeAnyLine)
