@@ -19,42 +19,35 @@ void read(dao::Database& db, const QString& statement, Take take)
 
 } // namespace
 
-QString CatalogNames::joined(std::initializer_list<QStringView> parts)
+QStringView CatalogKey::joined(std::initializer_list<QStringView> parts)
 {
-    qsizetype size = 0;
+    m_text.resize(0);
     for (const QStringView part : parts)
-        size += part.size();
-    QString key;
-    key.reserve(size);
-    for (const QStringView part : parts)
-        key.append(part);
-    return key;
+        m_text.append(part);
+    return m_text;
 }
 
-QString CatalogNames::columnKey(std::initializer_list<QStringView> parts)
+QStringView CatalogKey::apart(std::initializer_list<QStringView> parts)
 {
-    qsizetype size = 0;
-    for (const QStringView part : parts)
-        size += part.size() + 1;
-    QString key;
-    key.reserve(size);
+    m_text.resize(0);
     for (const QStringView part : parts) {
-        key.append(part);
+        m_text.append(part);
         // No line of a file holds one.
-        key.append(u'\n');
+        m_text.append(u'\n');
     }
-    return key;
+    return m_text;
 }
 
 void CatalogNames::ReadCurrentCatalog(dao::Database& db, const Progress& progress)
 {
+    CatalogKey key;
     read(db, u"SELECT FILE_NAME FROM TW_FILE"_s, [&](const dao::Recordset& row) {
         progress("File", row.View(0));
         files.insert(row.View(0).toString(), Origin::Catalog);
     });
     read(db, u"SELECT FILE_NAME, FIELD_NAME, OFFSET FROM TW_FIELD"_s, [&](const dao::Recordset& row) {
         progress("Field", row.View(1));
-        fields.insert(joined({row.View(0), row.View(1)}), Origin::Catalog);
+        fields.insert(key.joined({row.View(0), row.View(1)}).toString(), Origin::Catalog);
     });
     read(db, u"SELECT DATABASE_NAME FROM TW_DB"_s, [&](const dao::Recordset& row) {
         progress("Database", row.View(0));
@@ -62,14 +55,15 @@ void CatalogNames::ReadCurrentCatalog(dao::Database& db, const Progress& progres
     });
     read(db, u"SELECT DATABASE_NAME, TABLE_NAME, FILE_NAME FROM TW_TABLE"_s, [&](const dao::Recordset& row) {
         progress("Table", row.View(1));
-        tables.insert(joined({row.View(0), row.View(1)}), Origin::Catalog);
+        tables.insert(key.joined({row.View(0), row.View(1)}).toString(), Origin::Catalog);
     });
     read(db, u"SELECT DATABASE_NAME, TABLE_NAME, COLUMN_NAME, COLUMN_NUMBER, FIELD_NAME, COLUMN_TYPE FROM TW_COLUMN"_s,
          [&](const dao::Recordset& row) {
              progress("Column", row.View(2));
-             columnTypes.insert(columnKey({row.View(0), row.View(1), row.View(5), row.View(3)}), Origin::Catalog);
-             columnNames.insert(columnKey({row.View(0), row.View(1), row.View(2)}), Origin::Catalog);
-             mappedFields.insert(columnKey({row.View(0), row.View(1), row.View(4)}), Origin::Catalog);
+             columnTypes.insert(key.apart({row.View(0), row.View(1), row.View(5), row.View(3)}).toString(),
+                                Origin::Catalog);
+             columnNames.insert(key.apart({row.View(0), row.View(1), row.View(2)}).toString(), Origin::Catalog);
+             mappedFields.insert(key.apart({row.View(0), row.View(1), row.View(4)}).toString(), Origin::Catalog);
          });
     read(db, u"SELECT USER_NAME FROM TW_USER"_s, [&](const dao::Recordset& row) {
         progress("User", row.View(0));
@@ -77,10 +71,10 @@ void CatalogNames::ReadCurrentCatalog(dao::Database& db, const Progress& progres
     });
     read(db, u"SELECT DATABASE_NAME, USER_NAME FROM TW_DBPRV"_s, [&](const dao::Recordset& row) {
         progress("DBPRV", row.View(1));
-        tables.insert(joined({row.View(0), u".", row.View(1)}), Origin::Catalog);
+        tables.insert(key.joined({row.View(0), u".", row.View(1)}).toString(), Origin::Catalog);
     });
     read(db, u"SELECT DATABASE_NAME, TABLE_NAME, USER_NAME FROM TW_TBLPRV"_s, [&](const dao::Recordset& row) {
         progress("TBLPRV", row.View(2));
-        tables.insert(joined({row.View(0), row.View(1), u".", row.View(2)}), Origin::Catalog);
+        tables.insert(key.joined({row.View(0), row.View(1), u".", row.View(2)}).toString(), Origin::Catalog);
     });
 }

@@ -48,9 +48,17 @@ public:
 
     /// Adds all names of the catalog. Raises 3146.
     void ReadCurrentCatalog(dao::Database& db, const Progress& progress);
+};
 
-    /// A key of several parts with nothing between them, as files, databases and their kin are known by.
-    static QString joined(std::initializer_list<QStringView> parts);
-    /// A key of the three sets of columns, whose parts are kept apart.
-    static QString columnKey(std::initializer_list<QStringView> parts);
+/// Makes keys of several parts, each in the memory of the one before: a key is valid until the next one.
+class CatalogKey
+{
+public:
+    /// With nothing between the parts, as fields, tables and privileges are known by.
+    QStringView joined(std::initializer_list<QStringView> parts);
+    /// With the parts kept apart, as in the three sets of columns.
+    QStringView apart(std::initializer_list<QStringView> parts);
+
+private:
+    QString m_text;
 };

@@ -42,6 +42,12 @@ QString sought(QStringView text)
     return QString::fromRawData(text.data(), text.size());
 }
 
+template <class Entry>
+bool KeyExists(QStringView key, const QHash<QString, Entry>& set)
+{
+    return set.contains(sought(key));
+}
+
 /// Where a key came from, in the words of the messages; null if it is not there.
 const char* origin(const CatalogNames::Set& set, QStringView key)
 {
@@ -82,22 +88,20 @@ void LineValidator::validate(int line, QStringView text)
     if (!assumed.warning.isEmpty())
         warn(assumed.warning, assumed.type);
 
-    if (m_id == "FILE"_L1)
-        validateFile();
-    else if (m_id == "FIELD"_L1)
-        validateField();
-    else if (m_id == "DB"_L1)
-        validateDatabase();
-    else if (m_id == "TABLE"_L1)
-        validateTable();
-    else if (m_id == "COLUMN"_L1)
-        validateColumn();
-    else if (m_id == "USER"_L1)
-        validateUser();
-    else if (m_id == "DBPRV"_L1)
-        validateDatabasePrivilege();
-    else if (m_id == "TBLPRV"_L1)
-        validateTablePrivilege();
+    static constexpr std::array<Kind, 8> kinds{{
+        {"FILE", &LineValidator::validateFile},
+        {"FIELD", &LineValidator::validateField},
+        {"DB", &LineValidator::validateDatabase},
+        {"TABLE", &LineValidator::validateTable},
+        {"COLUMN", &LineValidator::validateColumn},
+        {"USER", &LineValidator::validateUser},
+        {"DBPRV", &LineValidator::validateDatabasePrivilege},
+        {"TBLPRV", &LineValidator::validateTablePrivilege},
+    }};
+    const auto* kind =
+        std::find_if(kinds.begin(), kinds.end(), [this](const Kind& one) { return m_id == QLatin1StringView(one.id); });
+    if (kind != kinds.end())
+        (this->*kind->validate)();
     else
         error(named("Unknow line ID '", written, "'"), u"?"_s);
 }
@@ -125,13 +129,13 @@ void LineValidator::validateField()
     raise({2, 3, 4});
     if (fewerThan(11, "Insufficient information to describe a Field"))
         return;
-    if (!m_names.files.contains(sought(col(2))))
+    if (!KeyExists(col(2), m_names.files))
         return error(named("File '", col(2), "' is not defined (Col 2)"));
-    const QStringView key = joined({col(2), col(3)});
+    const QStringView key = m_key.joined({col(2), col(3)});
     if (const char* where = origin(m_names.fields, key))
         return error(named("'", col(2), ".") + col(3).toString() + "' is already defined in "_L1 +
                      QLatin1StringView(where) + " (Col 3)"_L1);
-    if (!isValidLOCDT(col(4)))
+    if (!IsValidLOCDT(col(4)))
         return error(named("Invalid Local Type Name '", col(4), "' (Col 4)"));
     if (outside(5, 65535, "Invalid Offset '", "' (Col 5)") || outside(6, 65535, "Invalid Length '", "' (Col 6)") ||
         outside(7, 65535, "Invalid Precision '", "' (Col 7)") || outside(8, 65535, "Invalid Scale '", "' (Col 8)") ||
@@ -149,7 +153,7 @@ void LineValidator::validateDatabase()
     const QString database = col(2).toString();
     if (const char* where = origin(m_names.databases, database))
         return error(named("'", database, "' is already defined in ") + QLatin1StringView(where) + " (Col 2)"_L1);
-    if (!isValidDriverName(col(4).toString()))
+    if (!IsValidDriverName(col(4).toString()))
         return error(named("Invalid Driver Name '", col(4), "' (Col 4)"));
     if (!col(6).isEmpty() && col(6).toString().toUpper() != database)
         return error(u"Display Name must match Database Name"_s);
@@ -162,13 +166,13 @@ void LineValidator::validateTable()
     raise({2, 3, 4, 5});
     if (fewerThan(8, "Insufficient information to describe a Table"))
         return;
-    if (!m_names.databases.contains(sought(col(2))))
+    if (!KeyExists(col(2), m_names.databases))
         return error(named("Database '", col(2), "' does not exist (Col 2)"));
     if (col(4).isEmpty())
         return warn(u"Table Type not set (Col 4)"_s);
-    if (!m_names.files.contains(sought(col(5))))
+    if (!KeyExists(col(5), m_names.files))
         return error(named("File '", col(5), "' is not defined (Col 5)"));
-    const QStringView key = joined({col(2), col(3)});
+    const QStringView key = m_key.joined({col(2), col(3)});
     if (const char* where = origin(m_names.tables, key)) {
         error(named("'", col(2), "_") + col(3).toString() + "' is already defined in "_L1 + QLatin1StringView(where) +
               " (Col 3)"_L1);
@@ -178,7 +182,7 @@ void LineValidator::validateTable()
     }
     // The first table of a name decides for all databases, be it there already or not.
     const QString table = col(3).toString();
-    if (!m_names.tableFiles.contains(table))
+    if (!KeyExists(table, m_names.tableFiles))
         m_names.tableFiles.insert(table, col(5).toString());
 }
 
@@ -187,16 +191,16 @@ void LineValidator::validateColumn()
     raise({2, 3, 4, 5, 6});
     if (fewerThan(12, "Insufficient information to describe a Column"))
         return;
-    if (!m_names.databases.contains(sought(col(2))))
+    if (!KeyExists(col(2), m_names.databases))
         return error(named("Database '", col(2), "' does not exist (Col 2)"));
-    if (!m_names.tables.contains(sought(joined({col(2), col(3)}))))
+    if (!KeyExists(m_key.joined({col(2), col(3)}), m_names.tables))
         return error(named("Table '", col(3), "' does not exist (Col 3)"));
     const auto file = m_names.tableFiles.constFind(sought(col(3)));
     if (file == m_names.tableFiles.constEnd())
         return error(named("Reference to ", col(3), " has not been defined in catalog"));
-    if (!m_names.fields.contains(sought(joined({*file, col(5)}))))
+    if (!KeyExists(m_key.joined({*file, col(5)}), m_names.fields))
         return error(named("Field '", col(5), "' does not exist (Col 5)"));
-    if (!isValidSQLDT(col(6)))
+    if (!IsValidSQLDT(col(6)))
         return error(named("SQL Type Name Invalid '", col(6), "' (Col 6)"));
     if (outside(7, 65535, "Invalid Length '", "' (Col 7)") || outside(8, 1, "Invalid Updatable flag '", "' (Col 8)") ||
         outside(9, 1, "Invalid Visible flag '", "' (Col 9)") || outside(12, 8, "Invalid Column Type '", "' (Col 12)") ||
@@ -205,11 +209,11 @@ void LineValidator::validateColumn()
 
     // Columns of the file enter no set, so each line is compared with the catalog alone.
     bool clashes = false;
-    if (m_names.columnNames.contains(CatalogNames::columnKey({col(2), col(3), col(4)}))) {
+    if (KeyExists(m_key.apart({col(2), col(3), col(4)}), m_names.columnNames)) {
         error(named("'", col(2), "' is already defined in Catalog (Col 2)"));
         clashes = true;
     }
-    if (m_names.mappedFields.contains(CatalogNames::columnKey({col(2), col(3), col(5)}))) {
+    if (KeyExists(m_key.apart({col(2), col(3), col(5)}), m_names.mappedFields)) {
         error(named("'", col(5), "' is already mapped in Catalog (Col 5)"));
         clashes = true;
     }
@@ -233,7 +237,7 @@ bool LineValidator::validateColumnType()
     if (type != 8)
         return true;
     const QString column = col(11).toString().toUpper();
-    if (m_names.columnNames.contains(CatalogNames::columnKey({col(2), col(3), column})))
+    if (KeyExists(m_key.apart({col(2), col(3), column}), m_names.columnNames))
         return true;
     error(named("Column '", column, "' undefined (Col 11)"));
     return false;
@@ -260,9 +264,9 @@ void LineValidator::validateDatabasePrivilege()
     raise({2, 3, 4, 5, 10});
     if (notExactly(10, "Insufficient information to describe a Database Privilege"))
         return;
-    if (!m_names.users.contains(sought(col(2))))
+    if (!KeyExists(col(2), m_names.users))
         return error(named("User '", col(2), "' does not exist (Col 2)"));
-    const auto found = m_names.databasePrivileges.constFind(sought(joined({col(2), col(3)})));
+    const auto found = m_names.databasePrivileges.constFind(sought(m_key.joined({col(2), col(3)})));
     if (found != m_names.databasePrivileges.constEnd()) {
         const QString clash =
             named("'User '", col(2), "', Database '") + col(3).toString() + "' privileges already defined in "_L1;
@@ -285,30 +289,22 @@ void LineValidator::validateTablePrivilege()
     raise({2, 3, 4});
     if (notExactly(8, "Insufficient information to describe a Table Privilege"))
         return;
-    if (!m_names.users.contains(sought(col(2))))
+    if (!KeyExists(col(2), m_names.users))
         return error(named("User '", col(2), "' does not exist (Col 2)"));
-    if (!m_names.databases.contains(sought(col(3))))
+    if (!KeyExists(col(3), m_names.databases))
         return error(named("Database '", col(3), "' does not exist (Col 3)"));
-    if (!m_names.tables.contains(sought(joined({col(3), col(4)}))))
+    if (!KeyExists(m_key.joined({col(3), col(4)}), m_names.tables))
         return error(named("Table '", col(3), "_") + col(4).toString() + "' does not exist (Col 4)"_L1);
     // The last flag is the right to delete, whatever it is called.
     if (outside(5, 1, "Invalid Allow Select flag (Col 5)") || outside(6, 1, "Invalid Allow Insert flag (Col 6)") ||
         outside(7, 1, "Invalid Allow Update flag (Col 7)") || outside(8, 1, "Invalid Allow Select flag (Col 8)"))
         return;
-    const QStringView key = joined({col(2), col(3), col(4)});
+    const QStringView key = m_key.joined({col(2), col(3), col(4)});
     if (const char* where = origin(m_names.tablePrivileges, key))
         return error(named("'User '", col(2), "', Table '") + col(3).toString() + col(4).toString() +
                      "' privileges already defined in "_L1 + QLatin1StringView(where) + " (Col 2)"_L1);
     m_names.tablePrivileges.insert(key.toString(), Origin::Csv);
     passed();
-}
-
-QStringView LineValidator::joined(std::initializer_list<QStringView> parts)
-{
-    m_key.resize(0);
-    for (const QStringView part : parts)
-        m_key.append(part);
-    return m_key;
 }
 
 void LineValidator::raise(std::initializer_list<int> columns)
@@ -347,17 +343,17 @@ bool LineValidator::outside(int column, int high, const char* before, const char
     return true;
 }
 
-bool LineValidator::isValidLOCDT(QStringView name) const
+bool LineValidator::IsValidLOCDT(QStringView name) const
 {
     return m_connection.LOCDTs().find(sought(name)) != nullptr;
 }
 
-bool LineValidator::isValidSQLDT(QStringView name) const
+bool LineValidator::IsValidSQLDT(QStringView name) const
 {
     return m_connection.SQLDTs().find(sought(name)) != nullptr;
 }
 
-bool LineValidator::isValidDriverName(const QString& name) const
+bool LineValidator::IsValidDriverName(const QString& name) const
 {
     // Behind an apostrophe a semicolon would begin a statement of its own, which could write.
     if (name.contains(u'\'') && name.contains(u';'))

@@ -26,6 +26,12 @@ public:
     void validate(int line, QStringView text);
 
 private:
+    /// One kind of line and its rules.
+    struct Kind {
+        const char* id;
+        void (LineValidator::*validate)();
+    };
+
     void validateFile();
     void validateField();
     void validateDatabase();
@@ -44,11 +50,9 @@ private:
     bool notOneOf(int column, std::initializer_list<const char*> names) const;
     /// Whether a column is no number from 0 to `high`; the message has the column between its two parts, if it has two.
     bool outside(int column, int high, const char* before, const char* behind = nullptr);
-    /// A key of several columns, valid until the next one.
-    QStringView joined(std::initializer_list<QStringView> parts);
-    bool isValidLOCDT(QStringView name) const;
-    bool isValidSQLDT(QStringView name) const;
-    bool isValidDriverName(const QString& name) const;
+    bool IsValidLOCDT(QStringView name) const;
+    bool IsValidSQLDT(QStringView name) const;
+    bool IsValidDriverName(const QString& name) const;
 
     void error(const QString& description, const QString& type = {});
     void warn(const QString& description, const QString& type = {});
@@ -60,7 +64,7 @@ private:
     CsvColumns m_columns;
     int m_line = 0;
     QStringView m_id;
-    QString m_key;
+    CatalogKey m_key;
 };
 
 /// Whether a text is a number from low to high, both included.

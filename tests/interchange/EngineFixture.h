@@ -19,7 +19,7 @@ protected:
         statements.clear();
     }
 
-    /// Findings as lines: "3 ERR FILE text".
+    /// Findings as lines: "3 ERR FILE: text".
     static QStringList lines(const Findings& findings)
     {
         static constexpr std::array names{"ERR", "WRN", "XXX"};

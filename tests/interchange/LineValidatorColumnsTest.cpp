@@ -1,7 +1,5 @@
 #include "ValidatorFixture.h"
 
-#include <QRandomGenerator>
-
 using namespace Qt::StringLiterals;
 
 TEST_F(ValidatorTest, LinesOfColumns)
@@ -60,6 +58,18 @@ TEST_F(ValidatorTest, LinesOfColumns)
          world,
          u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,yes,,,0"_s,
          {u"ERR COLUMN: Invalid Visible flag 'yes' (Col 9)"_s}},
+        {"visible 2",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,2,,,0"_s,
+         {u"ERR COLUMN: Invalid Visible flag '2' (Col 9)"_s}},
+        {"updatable in words",
+         world,
+         u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,yes,1,,,0"_s,
+         {u"ERR COLUMN: Invalid Updatable flag 'yes' (Col 8)"_s}},
+        {"a comma in the display name moves what is behind",
+         world,
+         uR"("COLUMN","DEPOT","PARTS","PART","PART","CHAR",8,1,1,"","Pa,rt",0)"_s,
+         {u"ERR COLUMN: Invalid Column Type 'rt' (Col 12)"_s}},
         {"no type of column",
          world,
          u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,"_s,
@@ -110,6 +120,15 @@ TEST_F(ValidatorTest, AColumnOfType8RefersToAColumnOfTheCatalogAlone)
          columnWorld,
          u"COLUMN,DEPOT,PARTS,NEW,PART,CHAR,8,1,1,,none,8"_s,
          {u"ERR COLUMN: Column 'NONE' undefined (Col 11)"_s}},
+        {"eleven columns: the name stands for the column, which the catalog has not",
+         columnWorld,
+         u"COLUMN,DEPOT,PARTS,NEW,PART,CHAR,8,1,1,,8"_s,
+         {u"WRN Table: Missing Display Name - Assuming Default"_s, u"ERR COLUMN: Column 'NEW' undefined (Col 11)"_s}},
+        {"eleven columns: the name stands for the column, which the catalog has",
+         columnWorld,
+         u"COLUMN,DEPOT,PARTS,OLD,PART,CHAR,8,1,1,,8"_s,
+         {u"WRN Table: Missing Display Name - Assuming Default"_s,
+          u"ERR COLUMN: 'DEPOT' is already defined in Catalog (Col 2)"_s}},
         {"a column of a line before",
          columnWorld + QStringList{u"COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,,,0"_s},
          u"COLUMN,DEPOT,PARTS,NEW,PART,CHAR,8,1,1,,PART,8"_s,
@@ -180,10 +199,6 @@ TEST_F(ValidatorTest, LinesOfDatabasePrivileges)
          world,
          u"DBPRV,BOB,DEPOT,,,2,1,1,1,TABLE"_s,
          {blank, u"ERR DBPRV: Invalid Allow Select flag (Col 6)"_s}},
-        {"select", world, u"DBPRV,BOB,DEPOT,,P,2,1,1,1,TABLE"_s, {u"ERR DBPRV: Invalid Allow Select flag (Col 6)"_s}},
-        {"insert", world, u"DBPRV,BOB,DEPOT,,P,1,-1,1,1,TABLE"_s, {u"ERR DBPRV: Invalid Allow Insert flag (Col 7)"_s}},
-        {"update", world, u"DBPRV,BOB,DEPOT,,P,1,1,x,1,TABLE"_s, {u"ERR DBPRV: Invalid Allow Update flag (Col 8)"_s}},
-        {"delete", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,,TABLE"_s, {u"ERR DBPRV: Invalid Allow Delete flag (Col 9)"_s}},
         {"level", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,1,FIELD"_s, {u"ERR DBPRV: Invalid Security Level (Col 10)"_s}},
         {"no level", world, u"DBPRV,BOB,DEPOT,,P,1,1,1,1,"_s, {u"ERR DBPRV: Invalid Security Level (Col 10)"_s}},
     });
@@ -214,13 +229,6 @@ TEST_F(ValidatorTest, LinesOfTablePrivileges)
          u"TBLPRV,CLERK,SALES,parts,1,1,1,1"_s,
          {u"ERR TBLPRV: Table 'SALES_PARTS' does not exist (Col 4)"_s}},
         {"a key of the catalog's privileges stands among the tables", {}, u"TBLPRV,CLERK,SALES,.CLERK,1,1,1,1"_s, {}},
-        {"select", {}, u"TBLPRV,CLERK,SALES,ORDERS,2,1,1,1"_s, {u"ERR TBLPRV: Invalid Allow Select flag (Col 5)"_s}},
-        {"insert", {}, u"TBLPRV,CLERK,SALES,ORDERS,1,,1,1"_s, {u"ERR TBLPRV: Invalid Allow Insert flag (Col 6)"_s}},
-        {"update", {}, u"TBLPRV,CLERK,SALES,ORDERS,1,1,-1,1"_s, {u"ERR TBLPRV: Invalid Allow Update flag (Col 7)"_s}},
-        {"delete is called select",
-         {},
-         u"TBLPRV,CLERK,SALES,ORDERS,1,1,1,x"_s,
-         {u"ERR TBLPRV: Invalid Allow Select flag (Col 8)"_s}},
         {"twice",
          {known},
          known,
@@ -232,133 +240,51 @@ TEST_F(ValidatorTest, LinesOfTablePrivileges)
     });
 }
 
-TEST_F(ValidatorTest, OtherLines)
+TEST_F(ValidatorTest, TheFlagsOfPrivilegesAreZeroOrOne)
 {
-    check({
-        {"an empty one is skipped", {}, u""_s, {}},
-        {"blanks are a line", {}, u"  "_s, {u"ERR ?: Unknow line ID ''"_s}},
-        {"an unknown kind, as written", {}, u"Files,STOCK"_s, {u"ERR ?: Unknow line ID 'Files'"_s}},
-        {"a quote", {}, u"\""_s, {u"ERR ?: Unknow line ID ''"_s}},
-        {"a kind within quotes", {}, uR"(" USER","BOB","SECRET")"_s, {u"ERR ?: Unknow line ID ' USER'"_s}},
-        {"a heading", {}, u"FILE_NAME;FILE_ORGANISATION"_s, {u"ERR ?: Unknow line ID 'FILE_NAME;FILE_ORGANISATION'"_s}},
-    });
-}
-
-TEST_F(ValidatorTest, NumbersInEveryScriptAndForm)
-{
-    const std::vector<std::pair<QString, bool>> rows{
-        {"0", true},       {"1", true},       {"+1", true},      {"-0", true},      {"01", true},      {"1.0", true},
-        {".5", true},      {"1.", true},      {"1e0", true},     {"1E-3", true},    {" 1 ", true},     {"\t1", true},
-        {"1.0001", false}, {"1e400", false},  {"-1e400", false}, {"1e-400", true},  {"", false},       {".", false},
-        {"+", false},      {"e1", false},     {"1e", false},     {"1 0", false},    {"1_0", false},    {"0x1", false},
-        {"&H1", false},    {"$1", false},     {"1-", false},     {"(1)", false},    {"1d0", false},    {"nan", false},
-        {"inf", false},    {"\u0661", false}, {"\uFF11", false}, {"\u00B9", false}, {"\u2160", false}, {"--1", false},
-        {"1/*", false},    {"0--", false},    {"true", false},
+    std::vector<Row> rows;
+    const auto add = [&](const char* what, const QStringList& columns, int column, const QString& finding) {
+        for (const char* value : {"-1", "2", "x", ""}) {
+            QStringList changed = columns;
+            changed[column - 1] = QLatin1String(value);
+            rows.push_back({what, {}, changed.join(','), {finding}});
+        }
     };
-    for (const auto& [text, valid] : rows)
-        EXPECT_EQ(IsValidNumeric(text, 0, 1), valid) << text.toStdString();
-    EXPECT_TRUE(IsValidNumeric(u"65535", 0, 65535));
-    EXPECT_FALSE(IsValidNumeric(u"65535.01", 0, 65535));
+    const QStringList database{"DBPRV", "CLERK", "SALES", "B", "P", "0", "1", "0", "1", "TABLE"};
+    add("database, select", database, 6, u"ERR DBPRV: Invalid Allow Select flag (Col 6)"_s);
+    add("database, insert", database, 7, u"ERR DBPRV: Invalid Allow Insert flag (Col 7)"_s);
+    add("database, update", database, 8, u"ERR DBPRV: Invalid Allow Update flag (Col 8)"_s);
+    add("database, delete", database, 9, u"ERR DBPRV: Invalid Allow Delete flag (Col 9)"_s);
+    const QStringList table{"TBLPRV", "CLERK", "SALES", "ORDERS", "0", "1", "0", "1"};
+    add("table, select", table, 5, u"ERR TBLPRV: Invalid Allow Select flag (Col 5)"_s);
+    add("table, insert", table, 6, u"ERR TBLPRV: Invalid Allow Insert flag (Col 6)"_s);
+    add("table, update", table, 7, u"ERR TBLPRV: Invalid Allow Update flag (Col 7)"_s);
+    add("table, delete, which is called select", table, 8, u"ERR TBLPRV: Invalid Allow Select flag (Col 8)"_s);
+    check(rows);
 }
 
-TEST_F(ValidatorTest, NoLineWritesWhateverItHolds)
+TEST_F(ValidatorTest, PrivilegesThatTheNamesHoldWouldBeTold)
 {
-    const QStringList former = wholeCatalog();
-    statements.clear();
     CatalogNames names;
     names.ReadCurrentCatalog(*connection->db(), [](const char*, QStringView) {});
-    Findings findings;
-    LineValidator validator(*connection, names, findings);
-    QRandomGenerator random(1234);
-    const QStringList pieces{"FILE",    "FIELD",
-                             "DB",      "TABLE",
-                             "COLUMN",  "USER",
-                             "DBPRV",   "TBLPRV",
-                             ",",       ",",
-                             ",",       ",",
-                             ",",       ",",
-                             "\"",      "0",
-                             "1",       "STOCK",
-                             "PAYROLL", "SALES",
-                             "INDEXED", "FIXED",
-                             "STRING",  "DISAM",
-                             "BOB",     "; DELETE FROM TW_FILE",
-                             " ",       "--",
-                             "\u00E9"};
-    for (int number = 1; number <= 20000; ++number) {
-        QString line = pieces[random.bounded(8)] + ',';
-        for (int count = random.bounded(24); count > 0; --count)
-            line += pieces[random.bounded(static_cast<int>(pieces.size()))];
-        try {
-            validator.validate(number, line);
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.number(), ErrorNumber::SubscriptOutOfRange) << line.toStdString();
-            EXPECT_EQ(line.count(u','), 3) << line.toStdString();
-        }
-    }
-    EXPECT_EQ(statements.writes(), QStringList());
-    EXPECT_EQ(wholeCatalog(), former);
-}
-
-TEST_F(ValidatorTest, TheCatalogIsReadOnceInItsOrder)
-{
-    CatalogNames names;
-    QStringList told;
-    names.ReadCurrentCatalog(*connection->db(), [&](const char* kind, QStringView name) {
-        if (name != u"TW" && !told.contains(QLatin1String(kind)))
-            told.append(QLatin1String(kind));
-    });
-    EXPECT_EQ(told, (QStringList{"File", "Field", "Database", "Table", "Column", "User", "DBPRV", "TBLPRV"}));
-    EXPECT_EQ(statements.statements(),
-              (QStringList{
-                  u"SELECT FILE_NAME FROM TW_FILE"_s,
-                  u"SELECT FILE_NAME, FIELD_NAME, OFFSET FROM TW_FIELD"_s,
-                  u"SELECT DATABASE_NAME FROM TW_DB"_s,
-                  u"SELECT DATABASE_NAME, TABLE_NAME, FILE_NAME FROM TW_TABLE"_s,
-                  u"SELECT DATABASE_NAME, TABLE_NAME, COLUMN_NAME, COLUMN_NUMBER, FIELD_NAME, COLUMN_TYPE "
-                  "FROM TW_COLUMN"_s,
-                  u"SELECT USER_NAME FROM TW_USER"_s,
-                  u"SELECT DATABASE_NAME, USER_NAME FROM TW_DBPRV"_s,
-                  u"SELECT DATABASE_NAME, TABLE_NAME, USER_NAME FROM TW_TBLPRV"_s,
-              }));
-    EXPECT_TRUE(names.files.contains(u"CNTRL"_s));
-    EXPECT_TRUE(names.fields.contains(u"PAYROLLSALARY"_s));
-    EXPECT_TRUE(names.tables.contains(u"SALESORDERS"_s));
-    EXPECT_TRUE(names.tables.contains(u"SALES.CLERK"_s));
-    EXPECT_TRUE(names.tables.contains(u"SALESORDERS.CLERK"_s));
-    EXPECT_TRUE(names.tableFiles.isEmpty());
-    EXPECT_TRUE(names.databasePrivileges.isEmpty());
-    EXPECT_TRUE(names.tablePrivileges.isEmpty());
-    EXPECT_TRUE(names.columnTypes.contains(CatalogNames::columnKey({u"SALES", u"ORDERS", u"1", u"1"})));
-}
-
-TEST(Findings, The5001stErrorIsTheLastAndSaysSo)
-{
-    int stops = 0;
-    Findings findings([&] { ++stops; });
-    for (int line = 1; line <= 5000; ++line)
-        findings.AddError(line, u"FILE"_s, u"bad"_s);
-    findings.AddWarning(5001, u"USER"_s, u"odd"_s);
-    EXPECT_EQ(stops, 0);
-    findings.AddError(5001, u"FILE"_s, u"bad"_s);
-    EXPECT_EQ(stops, 1);
-    ASSERT_EQ(findings.all().size(), 5003U);
-    const Finding& last = findings.all().back();
-    EXPECT_EQ(last.line, 5001);
-    EXPECT_EQ(last.severity, Finding::Severity::Stopped);
-    EXPECT_EQ(last.type, u"?"_s);
-    EXPECT_EQ(last.description, u"Stopped validating after 5001 errors"_s);
-    findings.AddError(5001, u"FILE"_s, u"bad"_s);
-    EXPECT_EQ(stops, 1);
-    EXPECT_EQ(findings.errors(), 5002);
-    findings.clear();
-    EXPECT_TRUE(findings.all().empty());
-    EXPECT_EQ(findings.errors() + findings.warnings(), 0);
-}
-
-TEST(Findings, ALinePassedLeavesNothing)
-{
-    Findings findings;
-    findings.AddPassed(1, u"FILE"_s, u"fine"_s);
-    EXPECT_TRUE(findings.all().empty());
+    const auto told = [&](CatalogNames::Origin origin, const QString& line) {
+        names.databasePrivileges = {{u"CLERKSALES"_s, origin}};
+        names.tablePrivileges = {{u"CLERKSALESORDERS"_s, origin}};
+        Findings findings;
+        LineValidator(*connection, names, findings).validate(1, line);
+        return lines(findings);
+    };
+    const QString database = u"DBPRV,CLERK,SALES,,,x,x,x,x,x"_s;
+    const QString table = u"TBLPRV,CLERK,SALES,ORDERS,1,1,1,1"_s;
+    EXPECT_EQ(
+        told(CatalogNames::Origin::Catalog, database),
+        QStringList{"1 ERR DBPRV: 'User 'CLERK', Database 'SALES' privileges already defined in Catalog (Col 2)"});
+    EXPECT_EQ(told(CatalogNames::Origin::Csv, database),
+              QStringList{"1 ERR TABLE: 'User 'CLERK', Database 'SALES' privileges already defined in CSV (Col 2)"});
+    EXPECT_EQ(
+        told(CatalogNames::Origin::Catalog, table),
+        QStringList{"1 ERR TBLPRV: 'User 'CLERK', Table 'SALESORDERS' privileges already defined in Catalog (Col 2)"});
+    EXPECT_EQ(
+        told(CatalogNames::Origin::Csv, table),
+        QStringList{"1 ERR TBLPRV: 'User 'CLERK', Table 'SALESORDERS' privileges already defined in CSV (Col 2)"});
 }

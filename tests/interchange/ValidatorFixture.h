@@ -20,7 +20,7 @@ protected:
         CatalogNames catalog;
         catalog.ReadCurrentCatalog(*connection->db(), [](const char*, QStringView) {});
         for (const Row& row : rows) {
-            SCOPED_TRACE(row.what);
+            SCOPED_TRACE(row.what + (": " + row.line).toStdString());
             CatalogNames names = catalog;
             Findings findings;
             LineValidator validator(*connection, names, findings);
