@@ -3,20 +3,21 @@
 #include "Recordset.h"
 #include "TextWriter.h"
 
-#define OWN_FILES                                                                                                      \
-    "WHERE FILE_NAME NOT IN ('CNTRL','COLUMN','DB','DBPRV','DRIVER','FIELD','FILE','KEY','LOCDT','SQLDT','TABLE',"     \
-    "'TBLPRV','USER')"
+#include <QByteArray>
 
 const std::array<CsvBlock, 8>& csvBlocks()
 {
-    static constexpr std::array<CsvBlock, 8> blocks{{
-        {"FILE", "Writing File Definitions",
-         "SELECT FILE_NAME, FILE_ORGANISATION, RECORD_TYPE, RECORD_SIZE "
-         "FROM TW_FILE " OWN_FILES},
-        {"FIELD", "Writing Field Definitions",
-         "SELECT FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, SCALE, ENCRYPTED, FORMAT, "
-         "DEFAULT_VALUE "
-         "FROM TW_FIELD " OWN_FILES " "},
+    static const QByteArray files = QByteArray("SELECT FILE_NAME, FILE_ORGANISATION, RECORD_TYPE, RECORD_SIZE "
+                                               "FROM TW_FILE ") +
+                                    withoutOwnFiles;
+    static const QByteArray fields =
+        QByteArray("SELECT FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, SCALE, ENCRYPTED, "
+                   "FORMAT, DEFAULT_VALUE "
+                   "FROM TW_FIELD ") +
+        withoutOwnFiles + ' ';
+    static const std::array<CsvBlock, 8> blocks{{
+        {"FILE", "Writing File Definitions", files.constData()},
+        {"FIELD", "Writing Field Definitions", fields.constData()},
         {"DB", "Writing Database Definitions",
          "SELECT DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME, CONNECT_STRING, DISPLAY_NAME "
          "FROM TW_DB "

@@ -71,6 +71,7 @@ void frmCSVExport::Export()
                 .filter = u"Text File(*.TXT)|*.txt|Comma Seperated Values (*.CSV)|*.csv|All Files (*.*)|*.*"_s,
                 .defaultExtension = u"*.txt"_s,
                 .promptBeforeOverwriting = true,
+                .promptBeforeCreating = true,
             });
             const CMouseSleeper sleeper;
             writeCatalog(*db, fileName);
