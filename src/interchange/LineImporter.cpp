@@ -10,6 +10,9 @@
 
 #include <QStringList>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 using modDatabase::BuildDelete;
 using modDatabase::SQLQuote;
@@ -33,7 +36,12 @@ void LineImporter::ImportLine(int line, QStringView text)
 {
     Statements sql;
     Routine routine("frmCSVValidate.ImportLine", "frmCSVImport.Import");
-    routine.additional([&] { return sql.insert + u'\n' + sql.select + u'\n' + sql.remove + u'\n'; });
+    routine.additional([&] {
+        // A line that lacks a column fails before there is a statement of it.
+        if (sql.insert.isEmpty())
+            return "Line "_L1 + QString::number(line);
+        return sql.insert + u'\n' + sql.select + u'\n' + sql.remove + u'\n';
+    });
     routine.run([&] {
         if (text.isEmpty())
             return;
@@ -50,26 +58,22 @@ LineImporter::Statements LineImporter::build(int line, const QString& id)
     if (id == "COLUMN"_L1 && !assumed.warning.isEmpty())
         m_findings.AddWarning(line, assumed.type, assumed.warning);
 
-    if (id == "FILE"_L1)
-        return buildFile();
-    if (id == "FIELD"_L1)
-        return buildField();
-    if (id == "DB"_L1)
-        return buildDatabase();
-    if (id == "TABLE"_L1)
-        return buildTable();
-    if (id == "COLUMN"_L1)
-        return buildColumn();
-    if (id == "USER"_L1)
-        return buildUser();
-    if (id == "DBPRV"_L1)
-        return buildDatabasePrivilege();
-    if (id == "TBLPRV"_L1)
-        return buildTablePrivilege();
-    return {};
+    static constexpr std::array<Kind, 8> kinds{{
+        {"FILE", &LineImporter::buildFile},
+        {"FIELD", &LineImporter::buildField},
+        {"DB", &LineImporter::buildDatabase},
+        {"TABLE", &LineImporter::buildTable},
+        {"COLUMN", &LineImporter::buildColumn},
+        {"USER", &LineImporter::buildUser},
+        {"DBPRV", &LineImporter::buildDatabasePrivilege},
+        {"TBLPRV", &LineImporter::buildTablePrivilege},
+    }};
+    const auto* kind =
+        std::find_if(kinds.begin(), kinds.end(), [&](const Kind& one) { return id == QLatin1StringView(one.id); });
+    return kind == kinds.end() ? Statements() : (this->*kind->build)();
 }
 
-LineImporter::Statements LineImporter::buildFile() const
+LineImporter::Statements LineImporter::buildFile()
 {
     const QString key = "FILE_NAME = "_L1 + upper(2);
     return {"INSERT INTO TW_FILE "
@@ -94,7 +98,7 @@ LineImporter::Statements LineImporter::buildField()
             buildSelect(u"FILE_NAME, FIELD_NAME"_s, u"TW_FIELD"_s, key), BuildDelete(u"TW_FIELD"_s, key)};
 }
 
-LineImporter::Statements LineImporter::buildDatabase() const
+LineImporter::Statements LineImporter::buildDatabase()
 {
     const QString key = "DATABASE_NAME = "_L1 + upper(2);
     return {"INSERT INTO TW_DB "
@@ -104,7 +108,7 @@ LineImporter::Statements LineImporter::buildDatabase() const
             buildSelect(u"DATABASE_NAME"_s, u"TW_DB"_s, key), BuildDelete(u"TW_DB"_s, key)};
 }
 
-LineImporter::Statements LineImporter::buildTable() const
+LineImporter::Statements LineImporter::buildTable()
 {
     const QString key = "DATABASE_NAME = "_L1 + upper(2) + " AND TABLE_NAME = "_L1 + upper(3);
     return {"INSERT INTO TW_TABLE "
@@ -131,7 +135,7 @@ LineImporter::Statements LineImporter::buildColumn()
             BuildDelete(u"TW_COLUMN"_s, key)};
 }
 
-LineImporter::Statements LineImporter::buildUser() const
+LineImporter::Statements LineImporter::buildUser()
 {
     const QString key = "USER_NAME = "_L1 + upper(2);
     return {"INSERT INTO TW_USER "
@@ -141,7 +145,7 @@ LineImporter::Statements LineImporter::buildUser() const
             buildSelect(u"USER_NAME"_s, u"TW_USER"_s, key), BuildDelete(u"TW_USER"_s, key)};
 }
 
-LineImporter::Statements LineImporter::buildDatabasePrivilege() const
+LineImporter::Statements LineImporter::buildDatabasePrivilege()
 {
     const QString key = "USER_NAME = "_L1 + upper(2) + " AND DATABASE_NAME = "_L1 + upper(3);
     return {"INSERT INTO TW_DBPRV "
@@ -152,7 +156,7 @@ LineImporter::Statements LineImporter::buildDatabasePrivilege() const
             buildSelect(u"USER_NAME, DATABASE_NAME"_s, u"TW_DBPRV"_s, key), BuildDelete(u"TW_DBPRV"_s, key)};
 }
 
-LineImporter::Statements LineImporter::buildTablePrivilege() const
+LineImporter::Statements LineImporter::buildTablePrivilege()
 {
     const QString key =
         "USER_NAME = "_L1 + upper(2) + " AND DATABASE_NAME = "_L1 + upper(3) + " AND TABLE_NAME = "_L1 + upper(4);

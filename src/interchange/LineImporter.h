@@ -28,15 +28,21 @@ private:
         QString remove;
     };
 
+    /// One kind of line and what builds its statements.
+    struct Kind {
+        const char* id;
+        Statements (LineImporter::*build)();
+    };
+
     Statements build(int line, const QString& id);
-    Statements buildFile() const;
+    Statements buildFile();
     Statements buildField();
-    Statements buildDatabase() const;
-    Statements buildTable() const;
+    Statements buildDatabase();
+    Statements buildTable();
     Statements buildColumn();
-    Statements buildUser() const;
-    Statements buildDatabasePrivilege() const;
-    Statements buildTablePrivilege() const;
+    Statements buildUser();
+    Statements buildDatabasePrivilege();
+    Statements buildTablePrivilege();
 
     QString columnNumber();
     QString typeAttributes() const;

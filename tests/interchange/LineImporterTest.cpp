@@ -11,7 +11,7 @@ class LineImporterTest : public EngineTest
 {
 protected:
     /// Imports the lines as one file; what was sent.
-    QStringList import(const QStringList& text)
+    QStringList importFile(const QStringList& text)
     {
         statements.clear();
         findings.clear();
@@ -33,7 +33,7 @@ const QString attributes =
 
 TEST_F(LineImporterTest, AFileIsOneInsert)
 {
-    EXPECT_EQ(import({uR"("file","stock","indexed","fixed",20)"_s}),
+    EXPECT_EQ(importFile({uR"("file","stock","indexed","fixed",20)"_s}),
               QStringList{u"INSERT INTO TW_FILE (FILE_NAME, FILE_ORGANISATION, RECORD_TYPE, RECORD_SIZE) "
                           "VALUES ('STOCK', 'INDEXED', 'FIXED', 20)"_s});
 }
@@ -42,7 +42,7 @@ TEST_F(LineImporterTest, FieldsAreNumberedByFileFromOne)
 {
     const QString start = u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, "
                           "SCALE, ENCRYPTED, FORMAT, FIELD_NUMBER, DEFAULT_VALUE)VALUES ("_s;
-    EXPECT_EQ(import({
+    EXPECT_EQ(importFile({
                   u"FIELD,PAYROLL,extra,string,12,8,8,0,1,\"dd/mm\",\"None\""_s,
                   u"FIELD,EMPTY,A,STRING,0,8,8,0,0,\"\",\"it's\""_s,
                   u"FIELD,payroll,MORE,STRING,20,8,8,0,0,\"\",\"\""_s,
@@ -56,20 +56,24 @@ TEST_F(LineImporterTest, FieldsAreNumberedByFileFromOne)
 
 TEST_F(LineImporterTest, AFieldOfSixColumnsTakesTheDefaultsOfItsType)
 {
-    const CLOCDT& type = connection->LOCDTs().Item(u"STRING"_s);
-    const QStringList sent = import({u"FIELD,EMPTY,A,STRING,0,8"_s});
-    ASSERT_EQ(sent.size(), 1);
-    EXPECT_TRUE(sent[0].endsWith(
-        u"VALUES ('EMPTY', 'A', 'STRING', 0, 8, %1, %2, 0, '%3', 1, '') "_s.arg(type.DEFAULT_PRECISION())
-            .arg(type.DEFAULT_LENGTH())
-            .arg(type.DEFAULT_FORMAT().toUpper())))
+    const QStringList sent = importFile({
+        u"FIELD,EMPTY,S,STRING,0,8"_s,
+        u"FIELD,EMPTY,A,INTEGER-4,0,4"_s,
+        u"FIELD,EMPTY,D,DATE,0,10"_s,
+    });
+    ASSERT_EQ(sent.size(), 3);
+    EXPECT_TRUE(sent[0].endsWith(u"VALUES ('EMPTY', 'S', 'STRING', 0, 8, 10, 10, 0, '', 1, '') "_s))
         << sent[0].toStdString();
+    EXPECT_TRUE(sent[1].endsWith(u"VALUES ('EMPTY', 'A', 'INTEGER-4', 0, 4, 10, 4, 0, '', 2, '') "_s))
+        << sent[1].toStdString();
+    EXPECT_TRUE(sent[2].endsWith(u"VALUES ('EMPTY', 'D', 'DATE', 0, 10, 10, 10, 0, 'YYYY-MM-DD', 3, '') "_s))
+        << sent[2].toStdString();
     EXPECT_EQ(lines(findings), QStringList());
 }
 
 TEST_F(LineImporterTest, DatabasesAndTables)
 {
-    EXPECT_EQ(import({
+    EXPECT_EQ(importFile({
                   u"DB,depot,\"/Data,1\",disam,\"Dsn=x\",Depot"_s,
                   u"DB,store,\"/d\",disam,\"\""_s,
                   u"TABLE,depot,parts,table,stock,\"Parts.dat\",\"A = 'b', c\",Parts"_s,
@@ -104,7 +108,7 @@ TEST_F(LineImporterTest, OrdinaryColumnsCountUpAndSpecialOnesAreTheFirst)
                                .arg(type.MONEY)
                                .arg(type.AUTO_INCREMENT)
                                .arg(type.RADIX);
-    EXPECT_EQ(import({
+    EXPECT_EQ(importFile({
                   u"COLUMN,depot,parts,b,fb,char,8,1,0,\"It's\",B,0"_s,
                   u"COLUMN,DEPOT,PARTS,RFA,FB,CHAR,14,0,1,\"\",\"\",1"_s,
                   u"COLUMN,DEPOT,PARTS,A,FA,CHAR,8,1,1,\"\",\"\",0"_s,
@@ -125,7 +129,7 @@ TEST_F(LineImporterTest, OrdinaryColumnsCountUpAndSpecialOnesAreTheFirst)
 
 TEST_F(LineImporterTest, AShortColumnLineIsFilledInAndWarnedOfAgain)
 {
-    const QStringList sent = import({
+    const QStringList sent = importFile({
         u"COLUMN,DEPOT,PARTS,a,FA,CHAR,8,1,1,\"\""_s,
         u"COLUMN,DEPOT,PARTS,b,FB,CHAR,8,1,1,\"\",1"_s,
         u"COLUMN,DEPOT,PARTS,c,FC,CHAR,8,1,1,\"\",Cc"_s,
@@ -142,7 +146,7 @@ TEST_F(LineImporterTest, AShortColumnLineIsFilledInAndWarnedOfAgain)
 TEST_F(LineImporterTest, UsersAndPrivileges)
 {
     EXPECT_EQ(
-        import({
+        importFile({
             u"USER,bob,\"secret\""_s,
             u"DBPRV,bob,sales,bobby,\"Pass\",1,0,1,0,table"_s,
             u"TBLPRV,bob,sales,orders,0,1,0,1"_s,
@@ -159,13 +163,13 @@ TEST_F(LineImporterTest, UsersAndPrivileges)
 
 TEST_F(LineImporterTest, EmptyLinesAndUnknownKindsSendNothing)
 {
-    EXPECT_EQ(import({u""_s, u"   "_s, u"FILES,A,B,C,1"_s, u","_s}), QStringList());
+    EXPECT_EQ(importFile({u""_s, u"   "_s, u"FILES,A,B,C,1"_s, u","_s}), QStringList());
 }
 
 TEST_F(LineImporterTest, AFailureShowsTheThreeStatementsAndIgnoringItLosesTheLineAlone)
 {
     errors.expect(Press::Ignore);
-    import({u"USER,CLERK,A"_s, u"USER,BOB,B"_s});
+    importFile({u"USER,CLERK,A"_s, u"USER,BOB,B"_s});
     ASSERT_EQ(errors.shown().size(), 1U);
     EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVImport.Import"_s);
     EXPECT_EQ(errors.shown()[0].number, u"ODBC Error"_s);
@@ -174,6 +178,43 @@ TEST_F(LineImporterTest, AFailureShowsTheThreeStatementsAndIgnoringItLosesTheLin
                                      "SELECT USER_NAME FROM TW_USER WHERE USER_NAME = 'CLERK'\n"
                                      "DELETE FROM TW_USER WHERE USER_NAME = 'CLERK'\n"_s));
     EXPECT_EQ(stored(u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME"_s), (QStringList{"ADMIN", "BOB", "CLERK"}));
+}
+
+TEST_F(LineImporterTest, TheReportOfEachKindFindsAndRemovesItsRow)
+{
+    struct Row {
+        const char* line;
+        QString columns;
+        QString table;
+        QString criterion;
+    };
+    const std::vector<Row> rows{
+        {"FILE,it's,indexed,fixed,20", u"FILE_NAME"_s, u"TW_FILE"_s, u"FILE_NAME = 'IT''S'"_s},
+        {R"(FIELD,payroll,x,string,12,8,8,0,1,"","")", u"FILE_NAME, FIELD_NAME"_s, u"TW_FIELD"_s,
+         u"FILE_NAME = 'PAYROLL' AND FIELD_NAME = 'X'"_s},
+        {R"(DB,depot,"",disam,"","")", u"DATABASE_NAME"_s, u"TW_DB"_s, u"DATABASE_NAME = 'DEPOT'"_s},
+        {R"(TABLE,depot,parts,table,stock,"","","")", u"DATABASE_NAME, TABLE_NAME"_s, u"TW_TABLE"_s,
+         u"DATABASE_NAME = 'DEPOT' AND TABLE_NAME = 'PARTS'"_s},
+        {R"(COLUMN,depot,parts,part,f,char,8,1,1,"","",0)", u"DATABASE_NAME, TABLE_NAME, COLUMN_NAME"_s, u"TW_COLUMN"_s,
+         u"DATABASE_NAME = 'DEPOT' AND TABLE_NAME = 'PARTS' AND COLUMN_NAME = 'PART'"_s},
+        {"USER,bob,secret", u"USER_NAME"_s, u"TW_USER"_s, u"USER_NAME = 'BOB'"_s},
+        {"DBPRV,bob,sales,bobby,pass,1,0,1,0,table", u"USER_NAME, DATABASE_NAME"_s, u"TW_DBPRV"_s,
+         u"USER_NAME = 'BOB' AND DATABASE_NAME = 'SALES'"_s},
+        {"TBLPRV,bob,sales,orders,0,1,0,1", u"USER_NAME, DATABASE_NAME, TABLE_NAME"_s, u"TW_TBLPRV"_s,
+         u"USER_NAME = 'BOB' AND DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'"_s},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.line);
+        statements.clear();
+        statements.failAt(row.table == u"TW_COLUMN"_s ? 2 : 1);
+        errors.expect(Press::Ignore);
+        LineImporter(*connection, findings).ImportLine(1, QString::fromLatin1(row.line));
+        ASSERT_TRUE(statements.failuresDone());
+        EXPECT_EQ(errors.shown().back().additional,
+                  modDatabase::FormatSQL(statements.statements().last() + '\n' + "SELECT "_L1 + row.columns +
+                                         " FROM "_L1 + row.table + " WHERE "_L1 + row.criterion + '\n' +
+                                         "DELETE FROM "_L1 + row.table + " WHERE "_L1 + row.criterion + '\n'));
+    }
 }
 
 TEST_F(LineImporterTest, RetrySendsTheInsertAgainAlone)
@@ -191,7 +232,7 @@ TEST_F(LineImporterTest, RetrySendsTheInsertAgainAlone)
 TEST_F(LineImporterTest, AnAbortEndsTheProgramWithTheLinesBefore)
 {
     errors.expect(Press::Abort);
-    EXPECT_THROW(import({u"USER,BOB,B"_s, u"USER,CLERK,A"_s, u"USER,EVE,E"_s}), ProcessEnded);
+    EXPECT_THROW(importFile({u"USER,BOB,B"_s, u"USER,CLERK,A"_s, u"USER,EVE,E"_s}), ProcessEnded);
     EXPECT_EQ(outside.ends, 1);
     EXPECT_EQ(stored(u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME"_s), (QStringList{"ADMIN", "BOB", "CLERK"}));
 }
@@ -199,11 +240,13 @@ TEST_F(LineImporterTest, AnAbortEndsTheProgramWithTheLinesBefore)
 TEST_F(LineImporterTest, ALineThatLostColumnsIsReportedAndSendsNothing)
 {
     errors.expect(Press::Ignore).expect(Press::Ignore);
-    EXPECT_EQ(import({u"FIELD,EMPTY,A,STRING,0,8,,0,0,\"\",\"\""_s, u"USER,BOB"_s}), QStringList());
+    EXPECT_EQ(importFile({u"FIELD,EMPTY,A,STRING,0,8,,0,0,\"\",\"\""_s, u"USER,BOB"_s}), QStringList());
     ASSERT_EQ(errors.shown().size(), 2U);
     EXPECT_EQ(errors.shown()[0].number, u"13"_s);
     EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVImport.Import"_s);
+    EXPECT_EQ(errors.shown()[0].additional, u"Line 1"_s);
     EXPECT_EQ(errors.shown()[1].number, u"9"_s);
+    EXPECT_EQ(errors.shown()[1].additional, u"Line 2"_s);
     EXPECT_EQ(errors.shown()[1].description, u"Subscript out of range: the line has no column 3"_s);
 }
 
@@ -212,7 +255,7 @@ TEST_F(LineImporterTest, ANumberThatIsNoneNeverStandsInAStatement)
     const QStringList former = wholeCatalog();
     for (const char* value : {"0); DELETE FROM TW_FILE; --", "", "1--", "0 OR 1", "x"}) {
         errors.expect(Press::Ignore);
-        EXPECT_EQ(import({"FILE,A,INDEXED,FIXED,\""_L1 + QLatin1String(value) + '"'_L1}), QStringList()) << value;
+        EXPECT_EQ(importFile({"FILE,A,INDEXED,FIXED,\""_L1 + QLatin1String(value) + '"'_L1}), QStringList()) << value;
     }
     EXPECT_EQ(errors.shown()[0].description, u"Type mismatch: '0); DELETE FROM TW_FILE; --' is no number (Col 5)"_s);
     EXPECT_EQ(wholeCatalog(), former);
@@ -221,7 +264,7 @@ TEST_F(LineImporterTest, ANumberThatIsNoneNeverStandsInAStatement)
 TEST_F(LineImporterTest, AnUnknownTypeIsReportedAndTheLineLost)
 {
     errors.expect(Press::Ignore);
-    import({u"COLUMN,SALES,ORDERS,A,BONUS,NONE,8,1,1,\"\",\"\",0"_s});
+    importFile({u"COLUMN,SALES,ORDERS,A,BONUS,NONE,8,1,1,\"\",\"\",0"_s});
     EXPECT_EQ(errors.shown()[0].number, u"3021"_s);
     EXPECT_EQ(statements.writes(), QStringList());
 }
