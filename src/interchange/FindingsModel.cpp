@@ -1,8 +1,10 @@
 #include "FindingsModel.h"
 
+#include "CsvColumns.h"
 #include "Icons.h"
 
 #include <QIcon>
+#include <QTextDocument>
 
 #include <array>
 
@@ -65,7 +67,9 @@ QVariant FindingsModel::data(const QModelIndex& index, int role) const
     case 2:
         return finding.type;
     default:
-        return finding.description;
+        // A tool tip would take the text for markup where it looks like that.
+        return role == Qt::ToolTipRole ? Qt::convertFromPlainText(shortened(finding.description))
+                                       : shortened(finding.description);
     }
 }
 

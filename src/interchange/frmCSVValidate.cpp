@@ -4,6 +4,7 @@
 #include "CConnections.h"
 #include "CMouseSleeper.h"
 #include "CatalogNames.h"
+#include "CsvBlocks.h"
 #include "CsvColumns.h"
 #include "Database.h"
 #include "Events.h"
@@ -21,6 +22,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -52,7 +54,7 @@ QString counted(int count, const QString& word)
 /// A line as a box can show it.
 QString printable(const QString& line)
 {
-    QString shown = line;
+    QString shown = shortened(line);
     std::replace_if(
         shown.begin(), shown.end(), [](QChar c) { return c < u' ' && c != u'\t'; }, QChar(QChar::ReplacementCharacter));
     return shown;
@@ -122,6 +124,7 @@ bool frmCSVValidate::Validate(const QString& connection, const QString& fileName
         form.m_action->setText(start);
         form.m_action->setEnabled(true);
         form.m_cancel->setEnabled(true);
+        form.m_action->setFocus();
         form.ask();
     });
     return false;
@@ -131,25 +134,36 @@ void frmCSVValidate::cmdAction_Click()
 {
     if (m_action->text() == stop) {
         m_stop = true;
-        m_action->setText(restart);
-        m_status->setText(u"Validation halted - Click Restart to try again"_s);
-        m_progress->setValue(0);
+        halt();
         return;
     }
     const forms::Running running(*this);
+    // The run that a click has stopped still goes to its end when the next click comes.
+    if (m_isRunning)
+        return;
+    const QScopedValueRollback isRunning(m_isRunning, true);
     Routine routine("frmCSVValidate.cmdAction_Click");
     routine.additional([this] { return m_line > 0 ? "Line "_L1 + QString::number(m_line) : u"None"_s; });
     m_line = 0;
     const bool ended = routine.run([this] { run(); });
-    m_importing = false;
     if (!ended && !isUnloaded()) {
-        m_action->setText(restart);
+        halt();
         m_action->setEnabled(true);
         m_cancel->setEnabled(true);
-        m_status->setText(u"Validation halted - Click Restart to try again"_s);
-        m_progress->setValue(0);
         m_model->publish();
     }
+    m_importing = false;
+}
+
+void frmCSVValidate::halt()
+{
+    m_action->setText(restart);
+    m_progress->setValue(0);
+    if (m_importing && m_line > 1)
+        m_status->setText(
+            tr("Import halted at Line %1 of %2 - The lines before it are in the catalog").arg(m_line).arg(m_lines));
+    else
+        m_status->setText(u"Validation halted - Click Restart to try again"_s);
 }
 
 void frmCSVValidate::cmdCancel_Click()
@@ -230,6 +244,7 @@ bool frmCSVValidate::isAccepted()
         m_action->setText(restart);
         return false;
     }
+    // A stop keeps Restart: lines that no one has validated are neither asked about nor imported.
     if (m_stop)
         return false;
     if (warnings == 0)
@@ -318,8 +333,7 @@ void frmCSVValidate::closeEvent(QCloseEvent* event)
 
 void frmCSVValidate::RemoveAll()
 {
-    const QString ofOthers = u"WHERE FILE_NAME NOT IN ('CNTRL','COLUMN','DB','DBPRV','DRIVER','FIELD','FILE','KEY',"
-                             "'LOCDT','SQLDT','TABLE','TBLPRV','USER')"_s;
+    const QLatin1StringView ofOthers(withoutOwnFiles);
     QString sql = u"None"_s;
     Routine routine("frmCSVValidate.RemoveAll");
     routine.additional([&] { return sql; });

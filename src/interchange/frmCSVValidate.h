@@ -28,6 +28,8 @@ protected:
     void unloading() override { m_stop = true; }
 
 private:
+    friend class CSVRemoveAllTest;
+
     void build();
     void cmdAction_Click();
     void cmdCancel_Click();
@@ -35,6 +37,8 @@ private:
 
     /// One click on Start or Restart, to its end.
     void run();
+    /// Ends a run, or shows that it has ended, before all lines were seen.
+    void halt();
     void readCatalog(CatalogNames& names);
     int countLines();
     void validateLines(CatalogNames& names, int lines);
@@ -60,6 +64,7 @@ private:
     CConnection* m_connection = nullptr;
     QString m_datasource;
     QString m_fileName;
+    bool m_isRunning = false;
     bool m_stop = false;
     bool m_importing = false;
 

@@ -81,7 +81,7 @@ protected:
     }
 
     /// Chooses a file to import, and acts in the dialog that comes up.
-    void import(const QString& file, DialogScript::Action action)
+    void importFile(const QString& file, DialogScript::Action action)
     {
         fileDialogs.expect(filedialogs::Mode::Open, importTitle, file);
         dialogs.expect(QStringLiteral("frmCSVValidate"), std::move(action));
@@ -115,6 +115,20 @@ protected:
             all.append(text(row, 0) + ' ' + text(row, 1) + ' ' + text(row, 2) + ": " + text(row, 3));
         return all;
     }
+
+    void expectImported() { boxes.expectInform(QStringLiteral("CSV Successfully imported.")); }
+
+    /// Lines that pass, one of each kind.
+    const QStringList good{
+        QStringLiteral("FILE,STOCK,INDEXED,FIXED,20"),
+        QStringLiteral("FIELD,STOCK,PART,STRING,0,8,8,0,0,\"\",\"none\""),
+        QStringLiteral("DB,DEPOT,\"/data\",DISAM,\"\",Depot"),
+        QStringLiteral("TABLE,DEPOT,PARTS,TABLE,STOCK,\"parts.dat\",\"\",Parts"),
+        QStringLiteral("COLUMN,DEPOT,PARTS,PART,PART,CHAR,8,1,1,\"\",Part,0"),
+        QStringLiteral("USER,BOB,secret"),
+        QStringLiteral("DBPRV,BOB,DEPOT,BOBBY,Pass,1,0,1,0,TABLE"),
+        QStringLiteral("TBLPRV,BOB,DEPOT,PARTS,0,1,0,1"),
+    };
 
     const QString exportTitle = QStringLiteral("Please select a filename to export the catalog to...");
     const QString importTitle = QStringLiteral("Select the CSV file to import...");

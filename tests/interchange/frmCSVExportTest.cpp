@@ -1,7 +1,10 @@
 #include "CConnections.h"
 #include "CsvBlocks.h"
+#include "Database.h"
 #include "FaultSweep.h"
 #include "InterchangeFixture.h"
+#include "Recordset.h"
+#include "TextWriter.h"
 #include "ToolBar.h"
 #include "ToolbarPane.h"
 
@@ -27,7 +30,11 @@ protected:
             change(QLatin1String(statement));
     }
 
-    void expectDone() { boxes.expectInform(u"Catalog Exported"_s); }
+    /// The program is ready again by the time that it says so.
+    void expectDone()
+    {
+        boxes.expect(u"Catalog Exported"_s, boxes::Icon::Information, [this] { EXPECT_EQ(statusText(), u"Ready"_s); });
+    }
 };
 
 const QByteArray wholeFile = "\"FILE\",\"PAYROLL\",\"INDEXED\",\"FIXED\",12\r\n"
@@ -181,6 +188,58 @@ TEST_F(CSVExportTest, PasswordsAndTheAdministratorsRightsElsewhereAreWrittenAndT
                                             "\"DBPRV\",\"ADMIN\",\"SALES\",\"\",\"Pass\",1,0,0,0,\"TABLE\"\r\n");
 }
 
+TEST_F(CSVExportTest, ThePathThroughBothPanesGivesTheSameFile)
+{
+    const auto clear = [&] {
+        boxes.expectAsk(u"WARNING - You are about to remove ALL the catalog definitions for Datasource '%1'.\n"
+                        "Are you sure you wish to completely clear the calaog?"_s.arg(datasource),
+                        boxes::Answer::Yes);
+        boxes.expectInform(u"The catalog has been cleared."_s);
+        choose(key(), u"mnu_DSNClear"_s);
+    };
+    const auto importFrom = [&](const QString& file) {
+        open(u"frmCSVImport"_s);
+        expectImported();
+        importFile(file, [](DialogForm& dialog) { action(dialog); });
+    };
+    const auto exportAs = [&](const QString& file) {
+        openPane();
+        expectDone();
+        exportTo(path(file));
+        return read(path(file));
+    };
+    start();
+    clickExpander(key());
+    clear();
+    importFrom(writeLines(u"in.csv"_s, good));
+    const QByteArray first = exportAs(u"first.csv"_s);
+    EXPECT_EQ(first.count("\r\n"), good.size());
+    EXPECT_TRUE(first.contains("\"COLUMN\",\"DEPOT\",\"PARTS\",\"PART\",\"PART\",\"CHAR\",8,1,1,\"\",\"Part\",0\r\n"));
+    clear();
+    EXPECT_EQ(exportAs(u"none.csv"_s), "");
+    importFrom(path(u"first.csv"_s));
+    EXPECT_EQ(exportAs(u"second.csv"_s), first);
+}
+
+TEST_F(CSVExportTest, LongTextStandsBareAsNumbersDo)
+{
+    openPane();
+    change(u"CREATE TABLE NOTES (ID INTEGER, WORDS LONGVARCHAR, NAME VARCHAR(20))"_s);
+    change(u"INSERT INTO NOTES VALUES (1, 'long, \"quoted\"', 'short'), (2, NULL, NULL), (3, '', '')"_s);
+    {
+        TextWriter file(path(u"notes.csv"_s));
+        const auto rows =
+            CConnections::instance().Item(datasource)->db()->OpenRecordset(u"SELECT ID, WORDS, NAME FROM NOTES"_s);
+        ASSERT_EQ(rows->Fields().Item(1).Type, dao::dbMemo);
+        for (; !rows->Eof(); rows->MoveNext())
+            appendCsvLine(file, "NOTE", *rows);
+        file.close();
+    }
+    EXPECT_EQ(read(path(u"notes.csv"_s)), "\"NOTE\",1,long, \"quoted\",\"short\"\r\n"
+                                          "\"NOTE\",2,,\"\"\r\n"
+                                          "\"NOTE\",3,,\"\"\r\n");
+}
+
 TEST_F(CSVExportTest, TheFileIsReplaced)
 {
     openPane();
@@ -208,6 +267,7 @@ TEST_F(CSVExportTest, TheDialogOffersTheLastNameAndACancelLeavesIt)
     EXPECT_EQ(request.defaultExtension, u"*.txt"_s);
     EXPECT_EQ(request.filter, u"Text File(*.TXT)|*.txt|Comma Seperated Values (*.CSV)|*.csv|All Files (*.*)|*.*"_s);
     EXPECT_TRUE(request.promptBeforeOverwriting);
+    EXPECT_TRUE(request.promptBeforeCreating);
     EXPECT_FALSE(request.fileMustExist);
     EXPECT_EQ(fileDialogs.requests()[2].suggestedName, path(u"first.csv"_s));
 }
@@ -236,8 +296,9 @@ TEST_F(CSVExportTest, TheToolBarsExportRunsTheSameRouteAndOtherButtonsNone)
 TEST_F(CSVExportTest, AFileThatCantBeWrittenGivesTheAccessBoxAlone)
 {
     openPane();
-    boxes.expectInform("There was an access problem writing to the file '"_L1 + folder.path() +
-                       ".\nThis may be a read-only device?"_L1);
+    boxes.expect("There was an access problem writing to the file '"_L1 + folder.path() +
+                     ".\nThis may be a read-only device?"_L1,
+                 boxes::Icon::Information, [this] { EXPECT_EQ(statusText(), u"Ready"_s); });
     exportTo(folder.path());
     EXPECT_EQ(statusText(), u"Ready"_s);
     EXPECT_EQ(statements.statements(), QStringList());
