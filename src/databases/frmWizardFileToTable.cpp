@@ -4,7 +4,7 @@
 #include "Boxes.h"
 #include "CConnections.h"
 #include "CMouseSleeper.h"
-#include "Conversions.h"
+#include "ColumnOfField.h"
 #include "DatasourceFamily.h"
 #include "Definitions.h"
 #include "DropDown.h"
@@ -41,23 +41,6 @@ constexpr long textSize = 254;
 void showBox(const QString& message, boxes::Icon icon)
 {
     boxes::show({.prompt = message, .icon = icon, .title = application::title()});
-}
-
-QString valueOf(const dao::Recordset& row, const QString& column)
-{
-    return row.Fields().Item(column).Value().Text();
-}
-
-/// A number of the catalog as it stands in a statement; a null is 0.
-QString number(const dao::Recordset& row, const QString& column)
-{
-    const QString text = valueOf(row, column);
-    return text.isEmpty() ? u"0"_s : text;
-}
-
-QString quotedText(const QString& text)
-{
-    return '\''_L1 + SQLQuote(text) + '\''_L1;
 }
 
 void fillList(QListWidget& list, dao::Database& db, const QString& statement)
@@ -416,10 +399,10 @@ bool frmWizardFileToTable::finish()
         return false;
     }
     db.Execute("INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, "
-               "NUMBER_COLUMNS, REMARKS, DISPLAY_NAME) VALUES ("_L1 +
-               quotedText(database()) + ", "_L1 + quotedText(m_table->text()) + ", 'TABLE', "_L1 + quotedText(file()) +
-               ", "_L1 + quotedText(m_specification->text()) + ", "_L1 + QString::number(count) + ", "_L1 +
-               quotedText(m_remarks->text()) + ", "_L1 + quotedText(m_displayName->text()) + " )"_L1);
+               "NUMBER_COLUMNS, REMARKS, DISPLAY_NAME) VALUES ('"_L1 +
+               SQLQuote(database()) + "', '"_L1 + SQLQuote(m_table->text()) + "', 'TABLE', '"_L1 + SQLQuote(file()) +
+               "', '"_L1 + SQLQuote(m_specification->text()) + "', "_L1 + QString::number(count) + ", '"_L1 +
+               SQLQuote(m_remarks->text()) + "', '"_L1 + SQLQuote(m_displayName->text()) + "' )"_L1);
     insertColumns(db);
     boxes::inform(u"Table Created"_s);
     return true;
@@ -445,59 +428,21 @@ void frmWizardFileToTable::insertColumns(dao::Database& db)
     for (const auto fields = db.OpenRecordset("SELECT * FROM TW_FIELD WHERE FILE_NAME = '"_L1 + SQLQuote(file()) +
                                               "' ORDER BY FIELD_NUMBER ASC"_L1);
          !fields->Eof(); fields->MoveNext()) {
-        const QString field = valueOf(*fields, u"FIELD_NAME"_s);
-        const QString localType = valueOf(*fields, u"LOCAL_TYPE_NAME"_s);
+        const QString field = fields->Fields().Item(u"FIELD_NAME"_s).Value().Text();
+        const QString localType = fields->Fields().Item(u"LOCAL_TYPE_NAME"_s).Value().Text();
         mdiMain::instance().Status("Processing File '"_L1 + file() + "', Field '"_L1 + field + '\''_L1);
         const auto local =
             db.OpenRecordset("SELECT * FROM TW_LOCDT WHERE LOCAL_TYPE_NAME = '"_L1 + SQLQuote(localType) + '\''_L1);
-        if (local->Eof())
+        if (local->Eof()) {
             showBox("Unable to find information about the Local Data Type '"_L1 + localType + "'\nused in File '"_L1 +
                         file() + ", Field '"_L1 + field + ".\nThis datatype is not supported in Datasource '"_L1 +
                         m_datasource->currentText() + "' and the Field has been skipped."_L1,
                     boxes::Icon::None);
-        else
-            insertColumn(db, *fields, valueOf(*local, u"SQL_TYPE_NAME"_s));
+            continue;
+        }
+        const QString sqlType = local->Fields().Item(u"SQL_TYPE_NAME"_s).Value().Text();
+        const auto type =
+            db.OpenRecordset("SELECT * FROM TW_SQLDT WHERE SQL_TYPE_NAME = '"_L1 + SQLQuote(sqlType) + '\''_L1);
+        db.Execute(columnoffield::insertion(database(), m_table->text(), *fields, sqlType, *type));
     }
-}
-
-/// A scaled number becomes a DOUBLE, and keeps the properties of the type that it would have had.
-void frmWizardFileToTable::insertColumn(dao::Database& db, const dao::Recordset& field, const QString& sqlType)
-{
-    const auto type =
-        db.OpenRecordset("SELECT * FROM TW_SQLDT WHERE SQL_TYPE_NAME = '"_L1 + SQLQuote(sqlType) + '\''_L1);
-    static const QStringList ownLength{u"STRING"_s,    u"NUMERIC"_s, u"ZONED"_s,
-                                       u"ZONED-NUM"_s, u"ZONED-S"_s, u"ZONED-U"_s};
-    const QString localType = valueOf(field, u"LOCAL_TYPE_NAME"_s);
-    const QString fieldName = valueOf(field, u"FIELD_NAME"_s);
-    const QString columnName = QString(fieldName).replace('-'_L1, '_'_L1);
-    const QString scale = number(field, u"SCALE"_s);
-    const bool isScaled = conversions::Val(scale) != 0;
-
-    const QStringList values{
-        quotedText(database()),
-        quotedText(m_table->text()),
-        number(field, u"FIELD_NUMBER"_s),
-        quotedText(columnName),
-        quotedText(fieldName),
-        quotedText(isScaled ? u"DOUBLE"_s : sqlType),
-        number(ownLength.contains(localType) ? field : *type, u"LENGTH"_s),
-        number(localType == "STRING"_L1 ? field : *type, u"PRECISION"_s),
-        scale,
-        quotedText(valueOf(field, u"DEFAULT_VALUE"_s)),
-        quotedText(valueOf(field, u"REMARKS"_s)),
-        quotedText(columnName),
-        u"1"_s,
-        number(*type, u"NULLABLE"_s),
-        number(*type, u"UNSIGNED_ATTRIBUTE"_s),
-        number(*type, u"MONEY"_s),
-        number(*type, u"AUTO_INCREMENT"_s),
-        number(*type, u"CASE_SENSITIVE"_s),
-        number(*type, u"SEARCHABLE"_s),
-        u"1"_s,
-        number(*type, u"RADIX"_s),
-    };
-    db.Execute("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, "
-               "SQL_TYPE_NAME, LENGTH, PRECISION, SCALE, DEFAULT_VALUE, REMARKS, DISPLAY_NAME, VISIBLE, NULLABLE, "
-               "UNSIGNED_ATTRIBUTE, MONEY, AUTO_INCREMENT, CASE_SENSITIVE, SEARCHABLE, UPDATABLE, RADIX) VALUES ("_L1 +
-               values.join(", "_L1) + " )"_L1);
 }

@@ -13,8 +13,7 @@ class QPushButton;
 namespace dao
 {
 class Database;
-class Recordset;
-} // namespace dao
+}
 
 /// The wizard that makes a table, with a column for every field, from the definition of a file. Nothing is written, and
 /// nothing checked, before "Finish".
@@ -61,7 +60,6 @@ private:
     bool finish();
     void showTables();
     void insertColumns(dao::Database& db);
-    void insertColumn(dao::Database& db, const dao::Recordset& field, const QString& sqlType);
     QString file() const;
     QString database() const;
 
