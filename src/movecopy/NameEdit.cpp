@@ -5,8 +5,6 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 
-using namespace Qt::StringLiterals;
-
 namespace
 {
 
@@ -14,11 +12,8 @@ namespace
 QString kept(const QString& typed)
 {
     QString name;
-    for (const QChar character : typed) {
-        const QChar upper = character.toUpper();
-        if ("0123456789_-ABCDEFGHIJKLMNOPQRSTUVWXYZ"_L1.contains(upper))
-            name.append(upper);
-    }
+    for (const QChar character : typed)
+        name += modGUI::nameCharacter(character);
     return name;
 }
 

@@ -35,9 +35,9 @@ QString character(const QString& column, const QString& key)
     if (std::find(unfiltered.begin(), unfiltered.end(), column) != unfiltered.end())
         return key;
     if (column == "USER_PASSWORD"_L1 || column == "DATABASE_PASSWORD"_L1)
-        return within(key, nameCharacters).toUpper();
-    const QString named = within(key == " "_L1 ? u"_"_s : key, nameCharacters);
-    return column == "DISPLAY_NAME"_L1 ? named : named.toUpper();
+        return modGUI::nameCharacter(key);
+    const QString named = key == " "_L1 ? u"_"_s : key;
+    return column == "DISPLAY_NAME"_L1 ? within(named, nameCharacters) : modGUI::nameCharacter(named);
 }
 
 } // namespace
@@ -86,6 +86,11 @@ QString modGUI::ControlKeyPress(const EntryState& entry, const QString& key, con
     default:
         return key;
     }
+}
+
+QString modGUI::nameCharacter(const QString& key)
+{
+    return within(key, nameCharacters).toUpper();
 }
 
 QString modGUI::cutToColumn(const QString& text, const modDatabase::FieldInfo& field)

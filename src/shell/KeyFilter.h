@@ -24,6 +24,10 @@ namespace modGUI
 /// or dropped is only cut (see cutToColumn).
 QString ControlKeyPress(const EntryState& entry, const QString& key, const modDatabase::FieldInfo& field);
 
+/// The upper-case character that a key puts into a name: a letter, a digit, "_" or "-", of the seven-bit set. Nothing
+/// for any other key.
+QString nameCharacter(const QString& key);
+
 /// The text cut back to the size of its column. Only text and char columns cut; no character is cut in two.
 QString cutToColumn(const QString& text, const modDatabase::FieldInfo& field);
 /// The same to an entry's text; the caret stays.
