@@ -1,4 +1,4 @@
-// Moving and copying databases, tables and columns.
+// Moving and copying databases and tables.
 #include "modDragAndDrop.h"
 
 #include "Boxes.h"
@@ -105,21 +105,19 @@ bool modDragAndDrop::DragTableToDB(const DragItem& source, const DragItem& targe
                         u"Processing Table '%1'"_s.arg(table)))
             return false;
 
-        if (drag.targetHas(u"SELECT * FROM TW_TABLE WHERE DATABASE_NAME = '%1' AND TABLE_NAME = '%2'"_s.arg(
-                SQLQuote(toDatabase), SQLQuote(table)))) {
+        const QString select = u"SELECT * FROM TW_TABLE WHERE DATABASE_NAME = '%1' AND TABLE_NAME = '%2'"_s;
+        if (drag.targetHas(select.arg(SQLQuote(toDatabase), SQLQuote(table)))) {
             boxes::inform(
                 u"Database '%1' in Datasource '%2' already contains a Table called '%3'!"_s.arg(toDatabase, to, table));
             return false;
         }
-        const auto row =
-            drag.fromSource(u"SELECT * FROM TW_TABLE WHERE DATABASE_NAME = '%1' AND TABLE_NAME = '%2'"_s.arg(
-                SQLQuote(database), SQLQuote(table)));
+        const auto row = drag.fromSource(select.arg(SQLQuote(database), SQLQuote(table)));
         // A table may reach a catalog before its file.
-        const QString file = row->Fields().Item(u"FILE_NAME"_s).Value().Text();
+        const QString file = insertions::text(*row, u"FILE_NAME"_s);
         if (!drag.targetHas(u"SELECT FILE_NAME FROM TW_FILE WHERE FILE_NAME = '%1'"_s.arg(SQLQuote(file))))
             boxes::inform(u"WARNING - Table '%1' refrences File '%2'\n"
                           "which has not been defined in Datasource '%3'."_s.arg(table, file, to));
-        drag.toTarget(insertions::table(*row, toDatabase, table, insertions::bare));
+        drag.toTarget(insertions::table(*row, toDatabase, table, insertions::text));
 
         const DragItem children = dragItem(u"CO"_s, {from, database, table});
         const DragItem owner = dragItem(u"ta"_s, {to, toDatabase, table});

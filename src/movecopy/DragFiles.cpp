@@ -128,7 +128,7 @@ bool modDragAndDrop::DragFieldToFile(const DragItem& source, const DragItem& tar
         }
         const auto row = drag.fromSource(u"SELECT * FROM TW_FIELD WHERE FILE_NAME = '%1' AND FIELD_NAME = '%2'"_s.arg(
             SQLQuote(file), SQLQuote(field)));
-        drag.toTarget(insertions::field(*row, toFile, insertions::bare));
+        drag.toTarget(insertions::field(*row, toFile, insertions::text));
         drag.afterMove(u"DELETE FROM TW_FIELD WHERE FILE_NAME = '%1' AND FIELD_NAME = '%2'"_s.arg(SQLQuote(file),
                                                                                                   SQLQuote(field)));
         return drag.done();

@@ -30,6 +30,14 @@ DragItem dragItem(const QString& type, const QStringList& keys)
     return item;
 }
 
+bool isSameSide(const DragItem& source, const DragItem& target, int names, const QString& box)
+{
+    if (source.Keys.first(names) != target.Keys.first(names))
+        return false;
+    boxes::inform(box);
+    return true;
+}
+
 DragRoutine::DragRoutine(Names names, const DragItem& source, const DragItem& target, DragMode mode,
                          dao::Database* sourceDb, dao::Database* targetDb)
     : m_givenSourceDb(sourceDb), m_givenTargetDb(targetDb), m_routine(names.routine, names.reportedAs),
@@ -65,9 +73,9 @@ std::unique_ptr<dao::Recordset> DragRoutine::open(dao::Database& db, const QStri
     return db.OpenRecordset(select);
 }
 
-void DragRoutine::execute(dao::Database& db, const QString& statement)
+void DragRoutine::execute(dao::Database& db, const QString& statement, const QString& shown)
 {
-    m_statement = statement;
+    m_statement = shown.isEmpty() ? statement : shown;
     db.Execute(statement);
 }
 

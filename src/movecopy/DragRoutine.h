@@ -18,6 +18,27 @@ class Recordset;
 /// An item that no node of the tree stands behind.
 DragItem dragItem(const QString& type, const QStringList& keys);
 
+/// Whether source and target agree in so many names from the datasource on, which the user is then told.
+bool isSameSide(const DragItem& source, const DragItem& target, int names, const QString& box);
+
+/// The names on the path of a table, or of what lies below one.
+struct TablePath {
+    explicit TablePath(const DragItem& item)
+        : datasource(item.Keys.at(0)), database(item.Keys.at(1)), table(item.Keys.at(2))
+    {
+    }
+
+    DragItem item() const { return dragItem(QStringLiteral("ta"), {datasource, database, table}); }
+    DragItem below(const QString& type, const QString& name) const
+    {
+        return dragItem(type, {datasource, database, table, name});
+    }
+
+    QString datasource;
+    QString database;
+    QString table;
+};
+
 /// What all routines of a drop have in common: the trap, the mode, and the connections of both sides, which are looked
 /// up among the open ones unless the caller hands them over.
 class DragRoutine
@@ -49,7 +70,8 @@ protected:
     bool ask(const QString& question);
 
     std::unique_ptr<dao::Recordset> open(dao::Database& db, const QString& select);
-    void execute(dao::Database& db, const QString& statement);
+    /// `shown` is what a report shows in place of the statement, unless empty.
+    void execute(dao::Database& db, const QString& statement, const QString& shown = {});
 
     dao::Database* m_sourceDb = nullptr;
     dao::Database* m_targetDb = nullptr;
@@ -86,7 +108,8 @@ public:
     std::unique_ptr<dao::Recordset> fromSource(const QString& select) { return open(*m_sourceDb, select); }
     std::unique_ptr<dao::Recordset> fromTarget(const QString& select) { return open(*m_targetDb, select); }
 
-    void toTarget(const QString& statement) { execute(*m_targetDb, statement); }
+    /// Writes to the target. A statement that holds a password comes with what a report may show of it.
+    void toTarget(const QString& statement, const QString& shown = {}) { execute(*m_targetDb, statement, shown); }
     /// Deletes from the source, if the object is moved.
     void afterMove(const QString& deletion);
 

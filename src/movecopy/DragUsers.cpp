@@ -15,15 +15,6 @@ using modDatabase::SQLQuote;
 namespace
 {
 
-/// Whether source and target agree in their first names, which the user is then told.
-bool isSameSide(const DragItem& source, const DragItem& target, int names, const QString& box)
-{
-    if (source.Keys.first(names) != target.Keys.first(names))
-        return false;
-    boxes::inform(box);
-    return true;
-}
-
 /// Whether the target knows the user whom a privilege is for; if not the user is told.
 bool isUserThere(ItemDrag& drag, const QString& to, const QString& user)
 {
@@ -82,8 +73,11 @@ bool modDragAndDrop::DragUserToDSN(const DragItem& source, const DragItem& targe
             return false;
         }
         const auto row = drag.fromSource(select);
-        drag.toTarget(u"INSERT INTO TW_USER (USER_NAME, USER_PASSWORD, REMARKS) VALUES ('%1', '%2', '%3')"_s.arg(
-            quoted(*row, u"USER_NAME"_s), quoted(*row, u"USER_PASSWORD"_s), quoted(*row, u"REMARKS"_s)));
+        const auto insertion = [&](const QString& password) {
+            return u"INSERT INTO TW_USER (USER_NAME, USER_PASSWORD, REMARKS) VALUES ('%1', '%2', '%3')"_s.arg(
+                quoted(*row, u"USER_NAME"_s), password, quoted(*row, u"REMARKS"_s));
+        };
+        drag.toTarget(insertion(quoted(*row, u"USER_PASSWORD"_s)), insertion(u"**********"_s));
         drag.afterMove(BuildDelete(u"TW_USER"_s, u"USER_NAME = '%1'"_s.arg(SQLQuote(user))));
         return drag.done();
     });
@@ -144,15 +138,17 @@ bool modDragAndDrop::DragDBPRVToDB(const DragItem& source, const DragItem& targe
         if (!isUserThere(drag, to, user))
             return false;
         const auto row = drag.fromSource(select.arg(SQLQuote(user), SQLQuote(database)));
-        drag.toTarget(u"INSERT INTO TW_DBPRV "
-                      "(USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, ALLOW_INSERT, "
-                      "ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS) "
-                      "VALUES ('%1', '%2', '%3', '%4', '%5', '%6', '%7', '%8', '%9', '%10')"_s.arg(
-                          quoted(*row, u"USER_NAME"_s), SQLQuote(toDatabase), quoted(*row, u"DATABASE_USERNAME"_s),
-                          quoted(*row, u"DATABASE_PASSWORD"_s), quoted(*row, u"ALLOW_SELECT"_s),
-                          quoted(*row, u"ALLOW_INSERT"_s), quoted(*row, u"ALLOW_UPDATE"_s),
-                          quoted(*row, u"ALLOW_DELETE"_s), quoted(*row, u"SECURITY_LEVEL"_s),
-                          quoted(*row, u"REMARKS"_s)));
+        const auto insertion = [&](const QString& password) {
+            return u"INSERT INTO TW_DBPRV "
+                   "(USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, ALLOW_INSERT, "
+                   "ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS) "
+                   "VALUES ('%1', '%2', '%3', '%4', '%5', '%6', '%7', '%8', '%9', '%10')"_s.arg(
+                       quoted(*row, u"USER_NAME"_s), SQLQuote(toDatabase), quoted(*row, u"DATABASE_USERNAME"_s),
+                       password, quoted(*row, u"ALLOW_SELECT"_s), quoted(*row, u"ALLOW_INSERT"_s),
+                       quoted(*row, u"ALLOW_UPDATE"_s), quoted(*row, u"ALLOW_DELETE"_s),
+                       quoted(*row, u"SECURITY_LEVEL"_s), quoted(*row, u"REMARKS"_s));
+        };
+        drag.toTarget(insertion(quoted(*row, u"DATABASE_PASSWORD"_s)), insertion(u"**********"_s));
         drag.afterMove(BuildDelete(
             u"TW_DBPRV"_s, u"USER_NAME = '%1' AND DATABASE_NAME = '%2'"_s.arg(SQLQuote(user), SQLQuote(database))));
         return drag.done();
@@ -163,20 +159,19 @@ bool modDragAndDrop::DragTBLPRVsToTable(const DragItem& source, const DragItem& 
 {
     CollectionDrag drag({"modDragAndDrop.DragTBLPRVsToTable"}, source, target, mode);
     return drag.run([&] {
-        const QStringList from = source.Keys.first(3);
-        const QStringList to = target.Keys.first(3);
+        const TablePath from(source);
+        const TablePath to(target);
         if (isSameSide(source, target, 3, sameTable))
             return false;
         if (!drag.begin(u"Do you want to Move or Copy the Users Tables Privileges collection in Datasource '%1', "
                         "Database '%2', Table '%3' to the Datasource '%4', Database '%5', Table '%6'?"_s.arg(
-                            from.at(0), from.at(1), from.at(2), to.at(0), to.at(1), to.at(2))))
+                            from.datasource, from.database, from.table, to.datasource, to.database, to.table)))
             return false;
         drag.each(u"SELECT USER_NAME FROM TW_TBLPRV WHERE DATABASE_NAME = '%1' AND TABLE_NAME = '%2'"_s.arg(
-                      SQLQuote(from.at(1)), SQLQuote(from.at(2))),
+                      SQLQuote(from.database), SQLQuote(from.table)),
                   u"Do you want to continue with the remainder of the Table Privileges in this collection?"_s,
                   [&](const QString& user) {
-                      return DragTBLPRVToTable(dragItem(u"tblprv"_s, from + QStringList{user}),
-                                               dragItem(u"tblprv"_s, to + QStringList{user}), drag.mode(),
+                      return DragTBLPRVToTable(from.below(u"tblprv"_s, user), to.below(u"tblprv"_s, user), drag.mode(),
                                                drag.sourceDb(), drag.targetDb());
                   });
         return true;
@@ -188,39 +183,39 @@ bool modDragAndDrop::DragTBLPRVToTable(const DragItem& source, const DragItem& t
 {
     ItemDrag drag({"modDragAndDrop.DragTBLPRVToTable"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
-        const QStringList from = source.Keys.first(3);
-        const QStringList to = target.Keys.first(3);
+        const TablePath from(source);
+        const TablePath to(target);
         const QString user = source.Keys.at(3);
         if (isSameSide(source, target, 3, sameTable))
             return false;
         if (!drag.begin(u"Do you want to Move or Copy the Table User Privileges for User '%1' from Datasource '%2', "
                         "Database '%3', Table '%4' to Datasource '%5', Database '%6' Table '%7'?"_s.arg(
-                            user, from.at(0), from.at(1), from.at(2), to.at(0), to.at(1), to.at(2)),
+                            user, from.datasource, from.database, from.table, to.datasource, to.database, to.table),
                         u"Processing User '%1'"_s.arg(user)))
             return false;
 
         const QString select =
             u"SELECT * FROM TW_TBLPRV WHERE USER_NAME = '%1' AND DATABASE_NAME = '%2' AND TABLE_NAME = '%3'"_s;
-        if (drag.targetHas(select.arg(SQLQuote(user), SQLQuote(to.at(1)), SQLQuote(to.at(2))))) {
+        if (drag.targetHas(select.arg(SQLQuote(user), SQLQuote(to.database), SQLQuote(to.table)))) {
             boxes::inform(
                 u"Datasource '%1', Database '%2', Table '%3' contains a User Table Privilege for User '%4'!"_s.arg(
-                    to.at(0), to.at(1), to.at(2), user));
+                    to.datasource, to.database, to.table, user));
             return false;
         }
-        if (!isUserThere(drag, to.at(0), user))
+        if (!isUserThere(drag, to.datasource, user))
             return false;
-        const auto row = drag.fromSource(select.arg(SQLQuote(user), SQLQuote(from.at(1)), SQLQuote(from.at(2))));
+        const auto row = drag.fromSource(select.arg(SQLQuote(user), SQLQuote(from.database), SQLQuote(from.table)));
         drag.toTarget(u"INSERT INTO TW_TBLPRV "
                       "(DATABASE_NAME, TABLE_NAME, USER_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, "
                       "REMARKS) "
                       "VALUES ('%1', '%2', '%3', '%4', '%5', '%6', '%7', '%8')"_s.arg(
-                          SQLQuote(to.at(1)), SQLQuote(to.at(2)), quoted(*row, u"USER_NAME"_s),
+                          SQLQuote(to.database), SQLQuote(to.table), quoted(*row, u"USER_NAME"_s),
                           quoted(*row, u"ALLOW_SELECT"_s), quoted(*row, u"ALLOW_INSERT"_s),
                           quoted(*row, u"ALLOW_UPDATE"_s), quoted(*row, u"ALLOW_DELETE"_s),
                           quoted(*row, u"REMARKS"_s)));
         drag.afterMove(
             BuildDelete(u"TW_TBLPRV"_s, u"USER_NAME = '%1' AND DATABASE_NAME = '%2' AND TABLE_NAME = '%3'"_s.arg(
-                                            SQLQuote(user), SQLQuote(from.at(1)), SQLQuote(from.at(2)))));
+                                            SQLQuote(user), SQLQuote(from.database), SQLQuote(from.table))));
         return drag.done();
     });
 }

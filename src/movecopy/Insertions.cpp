@@ -16,14 +16,14 @@ dao::Value value(const dao::Recordset& row, const QString& column)
 
 } // namespace
 
+QString insertions::text(const dao::Recordset& row, const QString& column)
+{
+    return value(row, column).Text();
+}
+
 QString insertions::quoted(const dao::Recordset& row, const QString& column)
 {
     return SQLQuote(value(row, column));
-}
-
-QString insertions::bare(const dao::Recordset& row, const QString& column)
-{
-    return value(row, column).Text();
 }
 
 QString insertions::bareOrNull(const dao::Recordset& row, const QString& column)
@@ -81,4 +81,14 @@ QString insertions::column(const dao::Recordset& row, const QString& database, c
                number(row, u"SEARCHABLE"_s), number(row, u"RADIX"_s), quoted(row, u"DEFAULT_VALUE"_s),
                quoted(row, u"REMARKS"_s), number(row, u"SETFILEPARAMETER"_s), number(row, u"COLUMN_TYPE"_s),
                quoted(row, u"DISPLAY_NAME"_s));
+}
+
+QString insertions::tablePrivilege(const dao::Recordset& row, const QString& database, const QString& table)
+{
+    return u"INSERT INTO TW_TBLPRV"
+           "(DATABASE_NAME, TABLE_NAME, USER_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, REMARKS) "
+           "VALUES ( '%1', '%2', '%3', %4, %5, %6, %7, '%8')"_s.arg(
+               SQLQuote(database), SQLQuote(table), quoted(row, u"USER_NAME"_s), bareOrNull(row, u"ALLOW_SELECT"_s),
+               bareOrNull(row, u"ALLOW_INSERT"_s), bareOrNull(row, u"ALLOW_UPDATE"_s),
+               bareOrNull(row, u"ALLOW_DELETE"_s), quoted(row, u"REMARKS"_s));
 }

@@ -12,19 +12,21 @@ class Recordset;
 namespace insertions
 {
 
-/// A column of the current row as a text for between apostrophes; a null is the empty text.
+/// A column of the current row as it is; a null is the empty text.
+QString text(const dao::Recordset& row, const QString& column);
+/// The same for between the apostrophes of a statement.
 QString quoted(const dao::Recordset& row, const QString& column);
 
-/// How the number in a column of the current row is written.
+/// How the number in a column of the current row is written: by `text`, where a null leaves an empty place, which no
+/// driver takes, or by `bareOrNull`, where it stays one.
 using Number = QString (*)(const dao::Recordset& row, const QString& column);
-/// As the row holds it; a null leaves an empty place, which no driver takes.
-QString bare(const dao::Recordset& row, const QString& column);
-/// The same, but a null stays one.
 QString bareOrNull(const dao::Recordset& row, const QString& column);
 
 QString field(const dao::Recordset& row, const QString& file, Number number);
 QString database(const dao::Recordset& row, const QString& name);
 QString table(const dao::Recordset& row, const QString& database, const QString& name, Number number);
 QString column(const dao::Recordset& row, const QString& database, const QString& table, Number number);
+/// A privilege on a table, its flags as numbers that may be null.
+QString tablePrivilege(const dao::Recordset& row, const QString& database, const QString& table);
 
 } // namespace insertions

@@ -13,9 +13,9 @@ public:
     static void Display(dao::Database& db, const QString& database);
 
 private:
-    NameRules rules() const;
-    void cmdOk_Click() override;
-    void copy(const QString& database);
+    NameRules rules() const override;
+    void copy(const QString& database) override;
+    Collection collection() const override;
 
     QString m_original;
     QLabel* m_label;

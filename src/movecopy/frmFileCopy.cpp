@@ -1,10 +1,8 @@
 #include "frmFileCopy.h"
 
-#include "CollectionView.h"
 #include "Database.h"
 #include "Insertions.h"
 #include "Recordset.h"
-#include "Routine.h"
 #include "mdiMain.h"
 #include "modDatabase.h"
 
@@ -15,7 +13,14 @@ using insertions::bareOrNull;
 using insertions::quoted;
 using modDatabase::SQLQuote;
 
-frmFileCopy::frmFileCopy() : CopyDialog(u"frmFileCopy"_s, tr("Copy File"))
+namespace
+{
+
+constexpr auto formName = "frmFileCopy";
+
+}
+
+frmFileCopy::frmFileCopy() : CopyDialog(formName, tr("Copy File"))
 {
     addOriginal(u"lblFilename"_s, tr("Source File:"), m_label);
     addName(u"txtFilename"_s, tr("New Filename:"));
@@ -23,15 +28,9 @@ frmFileCopy::frmFileCopy() : CopyDialog(u"frmFileCopy"_s, tr("Copy File"))
 
 void frmFileCopy::Display(dao::Database& db, const QString& file)
 {
-    Routine routine("frmFileCopy.Display");
-    routine.run([&] {
-        auto& form = get<frmFileCopy>(u"frmFileCopy"_s);
-        const forms::Running running(form);
-        form.m_database = &db;
+    show<frmFileCopy>(formName, db, [&](frmFileCopy& form) {
         form.m_original = file;
         form.m_label->setText(file);
-        form.proposeName(form.rules());
-        form.ask();
     });
 }
 
@@ -52,18 +51,9 @@ CopyDialog::NameRules frmFileCopy::rules() const
             }};
 }
 
-void frmFileCopy::cmdOk_Click()
+CopyDialog::Collection frmFileCopy::collection() const
 {
-    run("frmFileCopy.cmdOk_Click", [this] {
-        const QString name = settledName(rules());
-        if (name.isEmpty())
-            return false;
-        copy(name);
-        const QString datasource = m_database->Name();
-        collectionview::readAnew(u"DSN=%1:FI=%1:"_s.arg(datasource));
-        collectionview::showAnew(u"frmFiles"_s, {datasource});
-        return true;
-    });
+    return {u"DSN=%1:FI=%1:"_s.arg(datasource()), u"frmFiles"_s, {datasource()}};
 }
 
 void frmFileCopy::copy(const QString& file)
@@ -76,10 +66,6 @@ void frmFileCopy::copy(const QString& file)
             "VALUES ('%1', '%2', %3, '%4', '%5', '%6')"_s.arg(
                 SQLQuote(file), quoted(*row, u"OPEN_STRING"_s), bareOrNull(*row, u"RECORD_SIZE"_s),
                 quoted(*row, u"FILE_ORGANISATION"_s), quoted(*row, u"RECORD_TYPE"_s), quoted(*row, u"REMARKS"_s)));
-    copyRows(
-        u"SELECT * FROM TW_FIELD "_s + ofOriginal,
-        [](const auto& field) {
-            return u"Copying Field '%1..."_s.arg(field.Fields().Item(u"FIELD_NAME"_s).Value().Text());
-        },
-        [&](const auto& field) { return insertions::field(field, file, bareOrNull); });
+    copyRows(u"SELECT * FROM TW_FIELD "_s + ofOriginal, {u"Copying Field '%1..."_s, u"FIELD_NAME"_s},
+             [&](const auto& field) { return insertions::field(field, file, bareOrNull); });
 }

@@ -12,9 +12,9 @@ public:
     static void Display(dao::Database& db, const QString& file);
 
 private:
-    NameRules rules() const;
-    void cmdOk_Click() override;
-    void copy(const QString& file);
+    NameRules rules() const override;
+    void copy(const QString& file) override;
+    Collection collection() const override;
 
     QString m_original;
     QLabel* m_label;

@@ -1,13 +1,10 @@
 #include "frmTableCopy.h"
 
 #include "Boxes.h"
-#include "CollectionView.h"
 #include "Database.h"
 #include "DropDown.h"
 #include "Insertions.h"
-#include "PrivilegeInsertions.h"
 #include "Recordset.h"
-#include "Routine.h"
 #include "mdiMain.h"
 #include "modBoundControls.h"
 #include "modDatabase.h"
@@ -18,7 +15,14 @@ using namespace Qt::StringLiterals;
 using insertions::bareOrNull;
 using modDatabase::SQLQuote;
 
-frmTableCopy::frmTableCopy() : CopyDialog(u"frmTableCopy"_s, tr("Copy Table"))
+namespace
+{
+
+constexpr auto formName = "frmTableCopy";
+
+}
+
+frmTableCopy::frmTableCopy() : CopyDialog(formName, tr("Copy Table"))
 {
     addOriginal(u"lblDB"_s, tr("Original Database:"), m_databaseLabel);
     addOriginal(u"lblTable"_s, tr("Original Table:"), m_label);
@@ -30,11 +34,7 @@ frmTableCopy::frmTableCopy() : CopyDialog(u"frmTableCopy"_s, tr("Copy Table"))
 
 void frmTableCopy::Display(dao::Database& db, const QString& database, const QString& table)
 {
-    Routine routine("frmTableCopy.Display");
-    routine.run([&] {
-        auto& form = get<frmTableCopy>(u"frmTableCopy"_s);
-        const forms::Running running(form);
-        form.m_database = &db;
+    show<frmTableCopy>(formName, db, [&](frmTableCopy& form) {
         form.m_originalDatabase = database;
         form.m_original = table;
         form.m_databaseLabel->setText(database);
@@ -44,8 +44,6 @@ void frmTableCopy::Display(dao::Database& db, const QString& database, const QSt
             *form.m_databases, db,
             u"SELECT DATABASE_NAME FROM TW_DB WHERE DATABASE_NAME <> 'TW' ORDER BY DATABASE_NAME ASC"_s);
         form.m_databases->select(database);
-        form.proposeName(form.rules());
-        form.ask();
     });
 }
 
@@ -66,42 +64,35 @@ CopyDialog::NameRules frmTableCopy::rules() const
             .column = u"TABLE_NAME"_s,
             .taken =
                 [database](const QString& name) {
-                    return u"Database '%1' already contains a Table called '%2'.\n"
+                    return u"Database '%1' already contains a Table called '%2\n"
                            "Do you want me to find a unique name for the new table?"_s.arg(database, name);
                 }};
 }
 
-void frmTableCopy::cmdOk_Click()
+bool frmTableCopy::isReady()
 {
-    run("frmTableCopy.cmdOk_Click", [this] {
-        const QString database = m_databases->currentText();
-        if (database.isEmpty()) {
-            boxes::inform(u"Please select a Database for the new Table."_s);
-            return false;
-        }
-        const QString name = settledName(rules());
-        if (name.isEmpty())
-            return false;
-        copy(database, name);
-        const QString datasource = m_database->Name();
-        collectionview::readAnew(u"DSN=%1:DB=%1:db=%2:TA=%2:"_s.arg(datasource, database));
-        collectionview::showAnew(u"frmTables"_s, {datasource, database});
+    if (!m_databases->currentText().isEmpty())
         return true;
-    });
+    boxes::inform(u"Please select a Database for the new Table."_s);
+    m_databases->setFocus();
+    return false;
 }
 
-void frmTableCopy::copy(const QString& database, const QString& table)
+CopyDialog::Collection frmTableCopy::collection() const
 {
+    const QString database = m_databases->currentText();
+    return {u"DSN=%1:DB=%1:db=%2:TA=%2:"_s.arg(datasource(), database), u"frmTables"_s, {datasource(), database}};
+}
+
+void frmTableCopy::copy(const QString& table)
+{
+    const QString database = m_databases->currentText();
     const QString ofDatabase = u"WHERE DATABASE_NAME = '%1' "_s.arg(SQLQuote(m_originalDatabase));
     const QString ofOriginal = ofDatabase + u"AND TABLE_NAME = '%1'"_s.arg(SQLQuote(m_original));
     mdiMain::instance().Status(u"Copying Table..."_s);
     execute(insertions::table(*open(u"SELECT * FROM TW_TABLE "_s + ofOriginal), database, table, bareOrNull));
-    copyRows(
-        u"SELECT * FROM TW_COLUMN "_s + ofOriginal,
-        [](const auto& row) {
-            return u"Copying Column '%1..."_s.arg(row.Fields().Item(u"COLUMN_NAME"_s).Value().Text());
-        },
-        [&](const auto& row) { return insertions::column(row, database, table, bareOrNull); });
+    copyRows(u"SELECT * FROM TW_COLUMN "_s + ofOriginal, ofColumns(),
+             [&](const auto& row) { return insertions::column(row, database, table, bareOrNull); });
     copyRows(u"SELECT * FROM TW_TBLPRV "_s + ofDatabase + u"AND TABLE_NAME='%1'"_s.arg(SQLQuote(m_original)),
-             tablePrivilegeStatus, [&](const auto& row) { return tablePrivilege(row, database, table); });
+             ofTablePrivileges(), [&](const auto& row) { return insertions::tablePrivilege(row, database, table); });
 }

@@ -14,9 +14,10 @@ public:
     static void Display(dao::Database& db, const QString& database, const QString& table);
 
 private:
-    NameRules rules() const;
-    void cmdOk_Click() override;
-    void copy(const QString& database, const QString& table);
+    NameRules rules() const override;
+    bool isReady() override;
+    void copy(const QString& table) override;
+    Collection collection() const override;
 
     QString m_originalDatabase;
     QString m_original;

@@ -1,50 +1,17 @@
-#include "MoveCopyFixture.h"
+#include "CopyDialogFixture.h"
 
 #include "DropDown.h"
-#include "frmTWErr.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
+#include <QInputMethodEvent>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-const QStringList file{u"FI"_s, u"fi=PAYROLL"_s};
-const QStringList database{u"DB"_s, u"db=SALES"_s};
-const QStringList table = database + QStringList{u"TA"_s, u"ta=ORDERS"_s};
-
-class CopyDialogs : public MoveCopyTest
+class CopyDialogs : public CopyDialogTest
 {
 protected:
-    /// Chooses Copy from the menu of a node; the dialog gets the action.
-    void copy(const QStringList& node, const QString& menuItem, const QString& dialog,
-              const DialogScript::Action& action)
-    {
-        expandTo(key(node.first(node.size() - 1)));
-        statements.clear();
-        dialogs.expect(dialog, action);
-        choose(key(node), menuItem);
-        dialogs.verify();
-        boxes.verify();
-        errors.verify();
-        EXPECT_EQ(frmTWErr::CallStack(), QStringList());
-    }
-    void copyFile(const DialogScript::Action& action) { copy(file, u"mnu_FileCopy"_s, u"frmFileCopy"_s, action); }
-    void copyDatabase(const DialogScript::Action& action) { copy(database, u"mnu_DBCopy"_s, u"frmDBCopy"_s, action); }
-    void copyTable(const DialogScript::Action& action) { copy(table, u"mnu_TableCopy"_s, u"frmTableCopy"_s, action); }
-
-    static QString label(DialogForm& dialog, const QString& name) { return dialog.findChild<QLabel*>(name)->text(); }
-    static void enter(DialogForm& dialog, const QString& entry, const QString& text)
-    {
-        auto* edit = dialog.findChild<QLineEdit*>(entry);
-        edit->clear();
-        QTest::keyClicks(edit, text);
-    }
-    static void press(DialogForm& dialog, const QString& button) { DialogScript::click(dialog, button); }
-
     static QString columnInsert(const QString& toDatabase, const QString& toTable, const QString& values)
     {
         return u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, "
@@ -81,8 +48,6 @@ protected:
                 insert.arg(to, u"2"_s, u"SALARY"_s, u"8"_s)};
     }
 
-    const QString ok = u"cmdOk"_s;
-    const QString cancel = u"cmdCancel"_s;
     const QString noFilename =
         u"You have not entered a filename.\nDo you want me to find a unique name for this new File?"_s;
 };
@@ -135,13 +100,87 @@ TEST_F(CopyDialogs, NamesTakeLettersDigitsUnderscoresAndHyphensAlone)
     copyFile([&](DialogForm& dialog) {
         enter(dialog, u"txtFilename"_s, u"a b_c-1'.%Z0"_s);
         auto* entry = dialog.findChild<QLineEdit*>(u"txtFilename"_s);
-        QTest::sendKeyEvent(QTest::Click, entry, Qt::Key_unknown, u"ü"_s, Qt::NoModifier);
+        // The last two have capitals among the plain letters.
+        for (const QString& letter : {u"ü"_s, u"ı"_s, u"ſ"_s})
+            QTest::sendKeyEvent(QTest::Click, entry, Qt::Key_unknown, letter, Qt::NoModifier);
         EXPECT_EQ(DialogScript::text(dialog, u"txtFilename"_s), u"AB_C-1Z0"_s);
         QTest::keyClick(entry, Qt::Key_Backspace);
         EXPECT_EQ(DialogScript::text(dialog, u"txtFilename"_s), u"AB_C-1Z"_s);
         press(dialog, ok);
     });
     EXPECT_EQ(fieldsOf(u"AB_C-1Z"_s).size(), 3);
+}
+
+TEST_F(CopyDialogs, WhatAnInputMethodComposesPassesTheSameFilter)
+{
+    copyFile([&](DialogForm& dialog) {
+        auto* entry = dialog.findChild<QLineEdit*>(u"txtFilename"_s);
+        entry->clear();
+        QInputMethodEvent composed;
+        composed.setCommitString(u"a é_ı9"_s);
+        QApplication::sendEvent(entry, &composed);
+        EXPECT_EQ(entry->text(), u"A_9"_s);
+        press(dialog, cancel);
+    });
+}
+
+TEST_F(CopyDialogs, TellWhatTheyAreForAndWhatTheirEntriesMean)
+{
+    const auto named = [](DialogForm& dialog, const QString& control, const QString& prompt) {
+        auto* widget = dialog.findChild<QWidget*>(control);
+        EXPECT_EQ(widget->accessibleName() + u':', prompt);
+        bool isPrompted = false;
+        for (const auto* label : dialog.findChildren<QLabel*>())
+            isPrompted = isPrompted || (label->text() == prompt && label->buddy() == widget);
+        // A text that is only read takes no shortcut from its prompt.
+        EXPECT_TRUE(isPrompted || qobject_cast<QLabel*>(widget)) << prompt.toStdString();
+    };
+    copyFile([&](DialogForm& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Copy File"_s);
+        named(dialog, u"lblFilename"_s, u"Source File:"_s);
+        named(dialog, u"txtFilename"_s, u"New Filename:"_s);
+        EXPECT_EQ(dialog.focusWidget(), dialog.findChild<QLineEdit*>(u"txtFilename"_s));
+        press(dialog, cancel);
+    });
+    copyDatabase([&](DialogForm& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Copy Database"_s);
+        named(dialog, u"lblDB"_s, u"Original Database:"_s);
+        named(dialog, u"txtDB"_s, u"New Database:"_s);
+        press(dialog, cancel);
+    });
+    copyTable([&](DialogForm& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Copy Table"_s);
+        named(dialog, u"lblDB"_s, u"Original Database:"_s);
+        named(dialog, u"lblTable"_s, u"Original Table:"_s);
+        named(dialog, u"cboDB"_s, u"New Database:"_s);
+        named(dialog, u"txtTable"_s, u"New Table:"_s);
+        press(dialog, cancel);
+    });
+}
+
+TEST_F(CopyDialogs, ANameOfDigitsAloneLeavesNothingToMakeOneFrom)
+{
+    change(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('2024')"_s);
+    const QString none = u"A unique name could not be made from '2024'.\nPlease enter a name."_s;
+    copy({u"FI"_s, u"fi=2024"_s}, u"mnu_FileCopy"_s, u"frmFileCopy"_s, [&](DialogForm& dialog) {
+        auto* entry = dialog.findChild<QLineEdit*>(u"txtFilename"_s);
+        EXPECT_EQ(entry->text(), QString());
+        boxes.expectAsk(noFilename, boxes::Answer::Yes);
+        boxes.expectInform(none);
+        press(dialog, ok);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(dialog.focusWidget(), entry);
+        enter(dialog, u"txtFilename"_s, u"2024"_s);
+        boxes.expectAsk(u"There is already a file called '2024' in this datasource.\n"
+                        "Would you like me to generate a unique name for this new File?"_s,
+                        boxes::Answer::Yes);
+        boxes.expectInform(none);
+        press(dialog, ok);
+        EXPECT_EQ(statements.writes(), QStringList());
+        enter(dialog, u"txtFilename"_s, u"2025"_s);
+        press(dialog, ok);
+    });
+    EXPECT_EQ(rowsOf(datasource, u"TW_FILE"_s, u"FILE_NAME = '2025'"_s).size(), 1);
 }
 
 TEST_F(CopyDialogs, WithoutANameOneIsFoundIfTheUserWants)
@@ -197,7 +236,7 @@ TEST_F(CopyDialogs, ATakenNameIsNotTakenAgain)
     EXPECT_EQ(rowsOf(datasource, u"TW_DB"_s, u"DATABASE_NAME = 'SALES1'"_s).size(), 1);
     copyTable([&](DialogForm& dialog) {
         enter(dialog, u"txtTable"_s, u"ORDERS"_s);
-        boxes.expectAsk(u"Database 'SALES' already contains a Table called 'ORDERS'.\n"
+        boxes.expectAsk(u"Database 'SALES' already contains a Table called 'ORDERS\n"
                         "Do you want me to find a unique name for the new table?"_s,
                         boxes::Answer::Yes);
         press(dialog, ok);
@@ -302,96 +341,4 @@ TEST_F(CopyDialogs, MissingNumbersStayMissing)
                                       "AND FIELD_NAME = 'SALARY'"_s),
               u"<null>"_s);
     EXPECT_EQ(world.value(datasource, u"SELECT RECORD_SIZE FROM TW_FILE WHERE FILE_NAME = 'PAYROLL1'"_s), u"<null>"_s);
-}
-
-TEST_F(CopyDialogs, ASourceThatIsGoneIsReportedAndTheDialogStays)
-{
-    copyFile([&](DialogForm& dialog) {
-        change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'PAYROLL'"_s);
-        errors.expect(Press::Ignore);
-        press(dialog, ok);
-        EXPECT_TRUE(dialog.isVisible());
-        press(dialog, cancel);
-    });
-    ASSERT_EQ(errors.shown().size(), 1u);
-    EXPECT_EQ(errors.shown().front().number, u"3021"_s);
-    EXPECT_EQ(errors.shown().front().trappedIn, u"frmFileCopy.cmdOk_Click"_s);
-    EXPECT_EQ(statements.writes(), QStringList());
-}
-
-TEST_F(CopyDialogs, AFaultLeavesTheRowsMadeSoFarAndARetryGoesOn)
-{
-    QStringList whole;
-    copyDatabase([&](DialogForm& dialog) {
-        statements.clear();
-        press(dialog, ok);
-        whole = sent();
-    });
-    const QStringList outcome = bothCatalogs();
-    const auto undo = [&] {
-        for (const char* name : {"TW_DB", "TW_TABLE", "TW_COLUMN", "TW_DBPRV", "TW_TBLPRV"})
-            change(u"DELETE FROM %1 WHERE DATABASE_NAME = 'SALES1'"_s.arg(QLatin1String(name)));
-    };
-    ASSERT_EQ(whole.size(), 13);
-    QStringList told;
-    for (int k = 1; k <= whole.size(); ++k) {
-        SCOPED_TRACE(whole.at(k - 1).toStdString());
-        undo();
-        copyDatabase([&](DialogForm& dialog) {
-            statements.clear();
-            statements.failAt(k);
-            errors.expect(Press::Retry);
-            press(dialog, ok);
-            EXPECT_EQ(sent(), whole.first(k) + whole.sliced(k - 1));
-        });
-        EXPECT_EQ(bothCatalogs(), outcome);
-
-        undo();
-        copyDatabase([&](DialogForm& dialog) {
-            statements.clear();
-            statements.failAt(k);
-            errors.expect([&](QWidget& form) {
-                told.append(statusText());
-                ScriptedErrorForm::press(form, Press::Ignore);
-            });
-            press(dialog, ok);
-            EXPECT_TRUE(dialog.isVisible());
-            EXPECT_EQ(sent(), whole.first(k));
-            press(dialog, cancel);
-        });
-        EXPECT_EQ(errors.shown().back().trappedIn, u"frmDBCopy.cmdOk_Click"_s);
-        // The row of the database is the third statement.
-        EXPECT_EQ(rowsOf(datasource, u"TW_DB"_s, u"DATABASE_NAME = 'SALES1'"_s).size(), k > 3 ? 1 : 0);
-    }
-    told.removeDuplicates();
-    EXPECT_EQ(told.sliced(1),
-              (QStringList{u"Copying Database..."_s, u"Copying Table 'ORDERS' ..."_s, u"Copying Column 'AMOUNT..."_s,
-                           u"Copying Column 'BUYER..."_s, u"Copying Column 'RFA..."_s,
-                           u"Copying Database Privileges for User 'CLERK..."_s,
-                           u"Copying Table Privileges for User 'CLERK..."_s}));
-}
-
-TEST_F(CopyDialogs, TheStatusLineTellsOfFilesAndTables)
-{
-    QStringList told;
-    const auto fail = [&](DialogForm& dialog, int statement) {
-        statements.clear();
-        statements.failAt(statement);
-        errors.expect([&](QWidget& form) {
-            told.append(statusText());
-            ScriptedErrorForm::press(form, Press::Ignore);
-        });
-        press(dialog, ok);
-        press(dialog, cancel);
-    };
-    copyFile([&](DialogForm& dialog) { fail(dialog, 2); });
-    copyFile([&](DialogForm& dialog) { fail(dialog, 5); });
-    EXPECT_EQ(told, (QStringList{u"Copying File..."_s, u"Copying Field 'BONUS..."_s}));
-    told.clear();
-    copyTable([&](DialogForm& dialog) { fail(dialog, 2); });
-    copyTable([&](DialogForm& dialog) { fail(dialog, 5); });
-    EXPECT_EQ(told, (QStringList{u"Copying Table..."_s, u"Copying Column 'AMOUNT..."_s}));
-    EXPECT_EQ(errors.shown().front().trappedIn, u"frmFileCopy.cmdOk_Click"_s);
-    EXPECT_EQ(errors.shown().back().trappedIn, u"frmTableCopy.cmdOk_Click"_s);
-    EXPECT_EQ(statusText(), u"Ready"_s);
 }
