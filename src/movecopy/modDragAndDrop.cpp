@@ -2,6 +2,9 @@
 
 #include "CollectionView.h"
 #include "DropJudgement.h"
+#include "GridPane.h"
+#include "ItemPane.h"
+#include "NodeTypes.h"
 #include "Routine.h"
 #include "TreeView.h"
 #include "mdiMain.h"
@@ -104,9 +107,40 @@ QString keyOf(const std::vector<KeyPart>& node, const QStringList& names)
     return key;
 }
 
+/// The key of the node whose row or rows the pane on view shows; empty for any other pane, and for a row to be added.
+QString shownNode()
+{
+    const Form* pane = mdiMain::instance().currentPane();
+    if (const auto* item = dynamic_cast<const ItemPane*>(pane))
+        return item->keys().back().isEmpty() ? QString() : item->CalcNodeKey();
+    const auto* grid = dynamic_cast<const GridPane*>(pane);
+    const auto found = std::find_if(routes().begin(), routes().end(), [&](const Route& route) {
+        return grid && nodetypes::isItem(QString::fromLatin1(route.source)) &&
+               grid->name() == QLatin1StringView(route.pane);
+    });
+    return found == routes().end() ? QString() : keyOf(found->node, grid->keys());
+}
+
+/// Leaves a pane whose object, or what that hangs under, has gone from a collection that has just been read anew.
+void leaveWhatIsGone(const QString& collection)
+{
+    mdiMain& window = mdiMain::instance();
+    const TreeNode* level = window.tvwExplorer().Nodes().find(collection);
+    const QString shown = shownNode();
+    if (!level || !shown.startsWith(collection) || shown == collection)
+        return;
+    for (const TreeNode* member = level->Child(); member; member = member->Next()) {
+        if (shown.startsWith(member->Key()))
+            return;
+    }
+    window.setCurrentItem(window.NodeToDragItem(window.tvwExplorer().SelectedItem()));
+    window.DisplayNode();
+}
+
 void refresh(const Route& route, const DragItem& source, const DragItem& target)
 {
-    collectionview::readAnew(keyOf(route.node, source.Keys));
+    const QString sourceNode = keyOf(route.node, source.Keys);
+    collectionview::readAnew(sourceNode);
     collectionview::readAnew(keyOf(route.node, target.Keys));
     const QString pane = QString::fromLatin1(route.pane);
     const QStringList from = source.Keys.mid(0, route.paneKeys);
@@ -114,6 +148,7 @@ void refresh(const Route& route, const DragItem& source, const DragItem& target)
     collectionview::showAnew(pane, from);
     if (to != from)
         collectionview::showAnew(pane, to);
+    leaveWhatIsGone(sourceNode);
 }
 
 } // namespace
@@ -144,7 +179,8 @@ bool modDragAndDrop::DoDragDrop(TreeView* tree, const DragItem& source, const Dr
     Routine routine("modDragAndDrop.DoDragDrop");
     routine.run([&] {
         const Route* route = routeOf(source.NodeType);
-        if (!allowed || !route || target.NodeType.isEmpty())
+        // Without a drag going on nothing has been judged.
+        if (!allowed || !mdiMain::instance().isDragging() || !route || target.NodeType.isEmpty())
             return;
         dropped = route->carry(source, target);
         if (dropped)

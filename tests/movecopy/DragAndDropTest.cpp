@@ -1,9 +1,6 @@
-#include "DragFixture.h"
+#include "DragAndDropFixture.h"
 
 #include "CConnections.h"
-#include "CellGrid.h"
-#include "FilesRoom.h"
-#include "PaneRegistry.h"
 #include "frmTWErr.h"
 #include "modDragAndDrop.h"
 
@@ -103,11 +100,80 @@ TEST_F(DragAndDrop, EscapeEndsADrag)
     EXPECT_EQ(tree().DropHighlight(), nullptr);
     EXPECT_EQ(tree().DragIcon(), QString());
     EXPECT_EQ(said(), QStringList());
-    // The next drag begins as the first one did.
+    // With the button still down it is over for good, and its release turns to no other pane.
+    const QString pane = currentPane();
+    moveOver(key(payroll));
+    moveOver(there({u"FI"_s}));
+    EXPECT_FALSE(window->isDragging());
     release(textPosition(there({u"FI"_s})));
+    EXPECT_EQ(currentPane(), pane);
+    // The next drag begins as the first one did.
     grab(key(payroll));
     EXPECT_TRUE(window->isDragging());
     type(Qt::Key_Escape);
+}
+
+TEST_F(DragAndDrop, ANodeOpenedMeanwhileLetsNoRefusedDropThrough)
+{
+    const QString field = key(payroll + QStringList{u"FD"_s, u"fd=SALARY"_s});
+    show(field);
+    show(key({u"FI"_s, u"fi=EMPTY"_s}));
+    grab(field);
+    type(Qt::Key_Plus);
+    moveOver(key());
+    EXPECT_FALSE(dropAllowed());
+    // Assistive tools open nodes without the keyboard.
+    node(key({u"FI"_s, u"fi=EMPTY"_s})).setExpanded(true);
+    EXPECT_FALSE(tree().IsDragging());
+    statements.clear();
+    release(textPosition(key()));
+    EXPECT_EQ(said(), QStringList());
+
+    allowDrop();
+    EXPECT_FALSE(DoDragDrop(&tree(), item(u"fd"_s, {datasource, u"PAYROLL"_s, u"SALARY"_s}), item(u"DSN"_s, {other})));
+    EXPECT_EQ(said(), QStringList());
+}
+
+TEST_F(DragAndDrop, AFileHasNoPlaceAmongDatabasesWhateverWasJudged)
+{
+    const DragItem file = item(u"fi"_s, {datasource, u"PAYROLL"_s});
+    const QStringList column{other, u"DEPOT"_s, u"PARTS"_s, u"WEIGHT"_s};
+    const std::vector<std::pair<QString, int>> types{
+        {u"db"_s, 2}, {u"TA"_s, 2}, {u"ta"_s, 3}, {u"CO"_s, 3}, {u"co"_s, 4}};
+    for (const auto& [type, names] : types) {
+        allowDrop();
+        window->setDragging(true);
+        EXPECT_FALSE(DoDragDrop(&tree(), file, item(type, column.first(names)))) << type.toStdString();
+        EXPECT_EQ(said(), QStringList());
+        EXPECT_FALSE(window->isDragging());
+    }
+}
+
+TEST_F(DragAndDrop, WhatWasRefusedStaysSoOverItself)
+{
+    furnish();
+    show(key(payroll));
+    show(there(depot));
+    grab(key(payroll));
+    moveOver(there(depot));
+    moveOver(key(payroll));
+    EXPECT_FALSE(dropAllowed());
+    EXPECT_EQ(tree().DragIcon(), u"No Drop"_s);
+    type(Qt::Key_Escape);
+}
+
+TEST_F(DragAndDrop, SpecialColumnsAreRefusedEverywhere)
+{
+    furnish();
+    const QString special = key({u"DB"_s, u"db=SALES"_s, u"TA"_s, u"ta=ORDERS"_s, u"SCO"_s});
+    show(special);
+    show(there(depot));
+    statements.clear();
+    dragTo(special, there({u"FI"_s}));
+    EXPECT_FALSE(dropAllowed());
+    dragTo(special, there(depot));
+    EXPECT_FALSE(dropAllowed());
+    EXPECT_EQ(said(), QStringList());
 }
 
 TEST_F(DragAndDrop, ANodeThatTheDragHoversOverIsNotOpened)
@@ -190,24 +256,6 @@ TEST_F(DragAndDrop, CancelAtTheQuestionLeavesTheTreeAlone)
     EXPECT_EQ(said(), QStringList());
     EXPECT_EQ(wholeTree(), before);
     EXPECT_EQ(selectedKey(), key(payroll));
-}
-
-TEST_F(DragAndDrop, TheGridOfACollectionThatIsOnViewShowsWhatIsThereNow)
-{
-    registerFilesRoom();
-    show(there({u"FI"_s}));
-    show(key(payroll));
-    click(there({u"FI"_s}));
-    ASSERT_EQ(currentPane(), u"frmFiles"_s);
-    const auto rows = [&] { return window->currentPane()->findChild<CellGrid*>()->model()->rowCount(); };
-    const int before = rows();
-    dialogs.expect(u"frmMoveCopy"_s, [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCopy"_s); });
-    dragTo(key(payroll), there({u"FI"_s}));
-    EXPECT_EQ(currentPane(), u"frmFiles"_s);
-    EXPECT_EQ(rows(), before + 1);
-    window.reset();
-    for (const char* pane : {"frmFile", "frmField", "frmFiles", "frmFields"})
-        panes::remove(QLatin1String(pane));
 }
 
 TEST_F(DragAndDrop, TheStatusLineTellsWhatIsBeingCarried)

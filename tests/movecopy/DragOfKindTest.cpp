@@ -1,5 +1,8 @@
-#include "DragFixture.h"
+#include "DragAndDropFixture.h"
+#include "RealPanes.h"
 
+#include "CellGrid.h"
+#include "GridPane.h"
 #include "frmTWErr.h"
 #include "modDragAndDrop.h"
 
@@ -33,6 +36,71 @@ struct Kind {
 
 class DragOfKind : public DragAndDrop, public testing::WithParamInterface<Kind>
 {
+protected:
+    void SetUp() override
+    {
+        panes.emplace();
+        DragAndDrop::SetUp();
+        // What every catalog has would be refused.
+        change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'KEY'"_s);
+        change(u"DELETE FROM TW_DB WHERE DATABASE_NAME = 'TW'"_s);
+        change(u"DELETE FROM TW_USER WHERE USER_NAME = 'ADMIN'"_s);
+        furnish();
+        if (GetParam().knowsFile) {
+            changeOther(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('PAYROLL')"_s);
+            changeOther(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME) "
+                        "VALUES ('PAYROLL', 'SALARY'), ('PAYROLL', 'EMPLOYEE'), ('PAYROLL', 'RFA')"_s);
+        }
+        if (GetParam().knowsUser)
+            changeOther(u"INSERT INTO TW_USER (USER_NAME) VALUES ('CLERK')"_s);
+        show(from());
+        show(to());
+    }
+    void TearDown() override
+    {
+        window.reset();
+        panes.reset();
+        DragAndDrop::TearDown();
+    }
+
+    QString from() const { return key(GetParam().source); }
+    QString to() const { return there(GetParam().target); }
+    void drag(const QString& answer)
+    {
+        dialogs.expect(u"frmMoveCopy"_s, [=](DialogForm& dialog) { DialogScript::click(dialog, answer); });
+        dragTo(from(), to());
+        verify();
+    }
+
+    /// The node whose pane is the grid of the kind, given the node that is read anew.
+    static QStringList collection(QStringList node)
+    {
+        const QString kind = QLatin1String(GetParam().name);
+        if (kind == "Fields"_L1)
+            node.append(u"FD"_s);
+        else if (kind == "TablePrivileges"_L1)
+            node.append(u"TBLPRV"_s);
+        return node;
+    }
+    QStringList rowsOnView() const
+    {
+        const auto* grid = window->currentPane()->findChild<CellGrid*>(u"grd"_s);
+        QStringList all;
+        for (int row = 0; grid && row < grid->Rows(); ++row)
+            all.append(grid->TextMatrix(row, 0));
+        return all;
+    }
+    /// What the grid of a node shows when it is displayed anew.
+    QStringList displayed(const QString& node)
+    {
+        const QString pane = currentPane();
+        const auto* grid = dynamic_cast<const GridPane*>(window->currentPane());
+        EXPECT_NE(grid, nullptr) << node.toStdString();
+        window->PaneDisplay(pane, QStringList(grid->keys()));
+        return rowsOnView();
+    }
+
+    std::optional<RealPanes> panes;
 };
 
 std::vector<Kind> kinds()
@@ -89,35 +157,19 @@ INSTANTIATE_TEST_SUITE_P(EachKind, DragOfKind, testing::ValuesIn(kinds()),
 TEST_P(DragOfKind, ByTheMouseIsCopiedAfterTheQuestionAndBothCollectionsAreReadAnew)
 {
     const Kind& kind = GetParam();
-    // What every catalog has would be refused.
-    change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'KEY'"_s);
-    change(u"DELETE FROM TW_DB WHERE DATABASE_NAME = 'TW'"_s);
-    change(u"DELETE FROM TW_USER WHERE USER_NAME = 'ADMIN'"_s);
-    furnish();
-    if (kind.knowsFile) {
-        changeOther(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('PAYROLL')"_s);
-        changeOther(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME) "
-                    "VALUES ('PAYROLL', 'SALARY'), ('PAYROLL', 'EMPLOYEE'), ('PAYROLL', 'RFA')"_s);
-    }
-    if (kind.knowsUser)
-        changeOther(u"INSERT INTO TW_USER (USER_NAME) VALUES ('CLERK')"_s);
-    const QString from = key(kind.source);
-    const QString to = there(kind.target);
-    show(from);
-    show(to);
     const QStringList before = bothCatalogs();
 
-    grab(from);
+    grab(from());
     EXPECT_EQ(statusText(), u"BeginDrag"_s);
     EXPECT_EQ(tree().DragIcon(), QLatin1String(kind.icon));
-    moveOver(to);
+    moveOver(to());
     EXPECT_EQ(statusText(), u"DragOver"_s);
     EXPECT_TRUE(modDragAndDrop::dropAllowed());
-    EXPECT_EQ(tree().DropHighlight(), find(to));
+    EXPECT_EQ(tree().DropHighlight(), find(to()));
     EXPECT_EQ(tree().DragIcon(), QLatin1String(kind.icon));
     statements.clear();
     dialogs.expect(u"frmMoveCopy"_s, [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCopy"_s); });
-    release(textPosition(to));
+    release(textPosition(to()));
     verify();
 
     EXPECT_EQ(
@@ -132,4 +184,45 @@ TEST_P(DragOfKind, ByTheMouseIsCopiedAfterTheQuestionAndBothCollectionsAreReadAn
     EXPECT_FALSE(window->isDragging());
     EXPECT_EQ(statusText(), u"Ready"_s);
     EXPECT_EQ(frmTWErr::CallStack(), QStringList());
+}
+
+TEST_P(DragOfKind, ShowsTheGridOfItsTargetAnewIfItIsOnView)
+{
+    const QString grid = there(collection(GetParam().targetNode));
+    show(grid);
+    click(grid);
+    const QStringList before = rowsOnView();
+    drag(u"cmdCopy"_s);
+    const QStringList after = rowsOnView();
+    EXPECT_NE(after, before);
+    EXPECT_EQ(after, displayed(grid));
+}
+
+TEST_P(DragOfKind, ShowsTheGridOfItsSourceAnewIfItIsOnView)
+{
+    const QString grid = key(collection(GetParam().sourceNode));
+    show(grid);
+    click(grid);
+    const QStringList before = rowsOnView();
+    drag(u"cmdMove"_s);
+    const QStringList after = rowsOnView();
+    EXPECT_NE(after, before);
+    EXPECT_EQ(after, displayed(grid));
+}
+
+TEST_P(DragOfKind, LeavesTheGridOfAnotherDatasourceAlone)
+{
+    const QString third = datasource + u"Third"_s;
+    world.addDatasource(third);
+    window->FetchTreeviewRoot();
+    for (const QString& side : {datasource, other, third})
+        expandTo(keyBelow(side));
+    show(from());
+    show(to());
+    click(keyBelow(third, {u"US"_s}));
+    ASSERT_EQ(currentPane(), u"frmUsers"_s);
+    statements.clear();
+    drag(u"cmdCopy"_s);
+    EXPECT_EQ(currentPane(), u"frmUsers"_s);
+    EXPECT_FALSE(statements.datasources().contains(third));
 }

@@ -38,8 +38,7 @@ protected:
     void keepBoth();
     void beginAnewBoth();
 
-    /// Runs a scenario with a fault in each of its statements. Retry must end as without a fault; with Ignore the
-    /// program must be as it was but for the catalogs.
+    /// Runs a scenario with a fault in each of its statements. Retry must end as without a fault.
     void sweep(const std::function<void()>& scenario);
 
     QString other;

@@ -2,6 +2,8 @@
 
 #include "MoveCopyFixture.h"
 
+#include "modDragAndDrop.h"
+
 #include <QApplication>
 
 /// A user who drags in the tree. The other catalog can be furnished with something to drop upon.
@@ -32,6 +34,12 @@ protected:
         grab(from);
         moveOver(to);
         release(textPosition(to));
+    }
+    /// Leaves the flag of the drop as a drag that was over a good place has left it.
+    void allowDrop() const
+    {
+        modDragAndDrop::DoDragOver(&tree(), {}, {});
+        ASSERT_TRUE(modDragAndDrop::dropAllowed());
     }
     TreeView& tree() const { return window->tvwExplorer(); }
     QString there(const QStringList& steps = {}) const { return keyBelow(other, steps); }

@@ -1,4 +1,4 @@
-#include "DragFixture.h"
+#include "DragAndDropFixture.h"
 
 using namespace Qt::StringLiterals;
 
