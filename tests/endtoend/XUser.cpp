@@ -16,7 +16,7 @@ void xdotool(const QStringList& arguments)
         throw std::runtime_error("xdotool can't be started");
 }
 
-QStringList moveTo(const QWidget& widget, QPoint position)
+QStringList movement(const QWidget& widget, QPoint position)
 {
     const QPoint global = widget.mapToGlobal(position);
     return {QStringLiteral("mousemove"), QString::number(global.x()), QString::number(global.y())};
@@ -31,7 +31,7 @@ QString number(Qt::MouseButton button)
 
 void xuser::click(const QWidget& widget, QPoint position, Qt::MouseButton button)
 {
-    xdotool(moveTo(widget, position) + QStringList{QStringLiteral("click"), number(button)});
+    xdotool(movement(widget, position) + QStringList{QStringLiteral("click"), number(button)});
 }
 
 void xuser::click(const QWidget& widget)
@@ -43,9 +43,24 @@ void xuser::drag(const QWidget& widget, QPoint from, QPoint to)
 {
     const QString sleep = QStringLiteral("sleep");
     const QString moment = QStringLiteral("0.05");
-    xdotool(moveTo(widget, from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1"), sleep, moment} +
-            moveTo(widget, (from + to) / 2) + QStringList{sleep, moment} + moveTo(widget, to) +
+    xdotool(movement(widget, from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1"), sleep, moment} +
+            movement(widget, (from + to) / 2) + QStringList{sleep, moment} + movement(widget, to) +
             QStringList{sleep, moment, QStringLiteral("mouseup"), QStringLiteral("1")});
+}
+
+void xuser::press(const QWidget& widget, QPoint position)
+{
+    xdotool(movement(widget, position) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+}
+
+void xuser::moveTo(const QWidget& widget, QPoint position)
+{
+    xdotool(movement(widget, position));
+}
+
+void xuser::release()
+{
+    xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
 void xuser::type(const QWidget& widget, const QStringList& keys)

@@ -19,6 +19,11 @@ void click(const QWidget& widget, QPoint position, Qt::MouseButton button = Qt::
 void click(const QWidget& widget);
 /// Presses at one place of a widget, moves to another and releases.
 void drag(const QWidget& widget, QPoint from, QPoint to);
+/// A drag in its parts, for who waits in between: presses at a place of a widget, moves to one, releases where the
+/// pointer is.
+void press(const QWidget& widget, QPoint position);
+void moveTo(const QWidget& widget, QPoint position);
+void release();
 /// Types keys by their X names, as "alt+v" or "Return", into the window of a widget.
 void type(const QWidget& widget, const QStringList& keys);
 
