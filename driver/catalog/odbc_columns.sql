@@ -3,13 +3,13 @@ SELECT NULL AS TABLE_CAT,
        t.name AS TABLE_NAME,
        c.name AS COLUMN_NAME,
        c.code AS DATA_TYPE,
-       c.base AS TYPE_NAME,
+       CASE c.base WHEN 'DECIMAL_TEXT' THEN 'DECIMAL' ELSE c.base END AS TYPE_NAME,
        c.size AS COLUMN_SIZE,
        c.bytes AS BUFFER_LENGTH,
        CASE WHEN c.radix IS NULL THEN NULL ELSE c.scale END AS DECIMAL_DIGITS,
        c.radix AS NUM_PREC_RADIX,
        1 - c.required AS NULLABLE,
-       '' AS REMARKS,
+       coalesce((SELECT n.remarks FROM NOTE n WHERE n.owner = t.name AND n.name = c.name), '') AS REMARKS,
        c.initial AS COLUMN_DEF,
        c.code AS SQL_DATA_TYPE,
        NULL AS SQL_DATETIME_SUB,
@@ -25,20 +25,20 @@ SELECT NULL AS TABLE_CAT,
               FROM THING m JOIN pragma_table_info(m.name) i)
         SELECT owner, cid, name, required, initial, base,
                CASE base WHEN 'SMALLINT' THEN 5 WHEN 'INTEGER' THEN 4 WHEN 'BIGINT' THEN -5
-                         WHEN 'BIT' THEN -7 WHEN 'TINYINT' THEN -6 WHEN 'DECIMAL' THEN 3
+                         WHEN 'BIT' THEN -7 WHEN 'TINYINT' THEN -6 WHEN 'DECIMAL_TEXT' THEN 3
                          WHEN 'DATE' THEN 91 WHEN 'TIME' THEN 92 WHEN 'TIMESTAMP' THEN 93
                          WHEN 'DOUBLE' THEN 8 WHEN 'BLOB' THEN -2 WHEN 'TEXT' THEN -1 ELSE 12 END AS code,
                CASE base WHEN 'SMALLINT' THEN 5 WHEN 'INTEGER' THEN 10 WHEN 'BIGINT' THEN 19
-                         WHEN 'BIT' THEN 1 WHEN 'TINYINT' THEN 3 WHEN 'DECIMAL' THEN declared
+                         WHEN 'BIT' THEN 1 WHEN 'TINYINT' THEN 3 WHEN 'DECIMAL_TEXT' THEN declared
                          WHEN 'DATE' THEN 10 WHEN 'TIME' THEN 8 WHEN 'TIMESTAMP' THEN 32
                          WHEN 'DOUBLE' THEN 15 WHEN 'BLOB' THEN 255 WHEN 'TEXT' THEN 65536
                          ELSE CASE declared WHEN 0 THEN 255 ELSE declared END END AS size,
                CASE base WHEN 'SMALLINT' THEN 2 WHEN 'INTEGER' THEN 4 WHEN 'BIGINT' THEN 8
-                         WHEN 'BIT' THEN 1 WHEN 'TINYINT' THEN 1 WHEN 'DECIMAL' THEN declared + 2
+                         WHEN 'BIT' THEN 1 WHEN 'TINYINT' THEN 1 WHEN 'DECIMAL_TEXT' THEN declared + 2
                          WHEN 'DATE' THEN 6 WHEN 'TIME' THEN 6 WHEN 'TIMESTAMP' THEN 16
                          WHEN 'DOUBLE' THEN 8 WHEN 'BLOB' THEN 255 WHEN 'TEXT' THEN 65536
                          ELSE 4 * CASE declared WHEN 0 THEN 255 ELSE declared END END AS bytes,
-               CASE WHEN base IN ('TINYINT', 'SMALLINT', 'INTEGER', 'BIGINT', 'DOUBLE', 'DECIMAL')
+               CASE WHEN base IN ('TINYINT', 'SMALLINT', 'INTEGER', 'BIGINT', 'DOUBLE', 'DECIMAL_TEXT')
                     THEN 10 END AS radix,
                CASE instr(type, ',') WHEN 0 THEN 0
                                      ELSE CAST(trim(substr(type, instr(type, ',') + 1)) AS INTEGER) END AS scale

@@ -13,6 +13,8 @@ namespace tarnwick::records
 namespace
 {
 
+constexpr auto failed = static_cast<std::size_t>(-1);
+
 void* Open(const std::string& name)
 {
     const iconv_t converter = ::iconv_open("UTF-8", name.c_str());
@@ -28,7 +30,10 @@ std::optional<std::size_t> Run(void* converter, std::string_view bytes, char* ta
     std::size_t left = bytes.size();
     char* to = target;
     std::size_t free = room;
-    if (::iconv(state, &from, &left, &to, &free) == static_cast<std::size_t>(-1) || left > 0)
+    if (::iconv(state, &from, &left, &to, &free) == failed || left > 0)
+        return std::nullopt;
+    // Where a character can be composed with the next one, the last is held back until it is asked for.
+    if (::iconv(state, nullptr, nullptr, &to, &free) == failed)
         return std::nullopt;
     return room - free;
 }
@@ -98,7 +103,8 @@ std::shared_ptr<const CodePage> CodePage::Find(std::string_view name)
     return page;
 }
 
-/// Pages in which some byte only begins a character, or that keep a state, are converted as streams.
+/// Pages in which some byte only begins a character or may be composed with the next one, or that keep a state, are
+/// converted as streams.
 void CodePage::FillTable()
 {
     for (std::size_t i = 0; i < m_table.size(); ++i) {
@@ -110,12 +116,14 @@ void CodePage::FillTable()
         std::size_t left = 1;
         char* to = m_table[i].bytes.data();
         std::size_t free = m_table[i].bytes.size();
-        const bool converted = ::iconv(state, &from, &left, &to, &free) != static_cast<std::size_t>(-1);
+        const bool converted = ::iconv(state, &from, &left, &to, &free) != failed;
         if (!converted && errno == EINVAL)
             m_way = Way::Stream;
-        m_table[i].length = converted ? static_cast<unsigned char>(m_table[i].bytes.size() - free) : 0;
-        if (converted && m_table[i].length == 0)
+        if (converted && free == m_table[i].bytes.size()) {
             m_way = Way::Stream;
+            ::iconv(state, nullptr, nullptr, &to, &free);
+        }
+        m_table[i].length = converted ? static_cast<unsigned char>(m_table[i].bytes.size() - free) : 0;
     }
     m_holdsAscii = true;
     for (std::size_t i = 0; i < 0x80; ++i)

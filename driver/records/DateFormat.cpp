@@ -157,6 +157,9 @@ DateFormat::Reading DateFormat::Read(std::string_view text, Moment& moment) cons
         return Reading::Empty;
     moment = {};
     for (const Piece& piece : m_pieces) {
+        // Values come without the blanks at their end.
+        if (text.empty() && piece.part == Part::Literal && piece.literal == ' ')
+            continue;
         if (text.size() < piece.width || !ReadPiece(piece, text.substr(0, piece.width), moment))
             return Reading::Wrong;
         text.remove_prefix(piece.width);

@@ -2,6 +2,7 @@
 
 #include "Decimal.h"
 #include "Floats.h"
+#include "Text.h"
 
 #include <array>
 #include <charconv>
@@ -26,8 +27,14 @@ namespace
 {
 
 constexpr const char* doesNotFit = "the number is too large for its column";
+constexpr const char* hasFraction = "it has digits behind the point, and its column has none";
+constexpr const char* beyondYears = "it is beyond the years that a date can show";
 constexpr const char* noDigit = "a character is no digit";
 constexpr const char* noCharacters = "they are no characters of the file's code page";
+
+/// The first second of the year 1 and the last of the year 9999, in the count from 1970.
+constexpr std::int64_t firstSecond = -62'135'596'800;
+constexpr std::int64_t lastSecond = 253'402'300'799;
 
 /// The most digits that always fit 64 bits.
 constexpr std::size_t shortDigits = 18;
@@ -111,22 +118,46 @@ std::shared_ptr<const CodePage> PageOf(const StorageType& type, const std::share
     return type.ebcdic && !filePage->IsEbcdic() ? CodePage::Find("EBCDIC-037") : filePage;
 }
 
-} // namespace
-
-bool Field::operator==(const Field& other) const
+bool IsCharacters(Kind kind)
 {
-    return name == other.name && typeName == other.typeName && offset == other.offset && length == other.length &&
-           scale == other.scale && format == other.format && isEncrypted == other.isEncrypted;
+    return kind == Kind::Text || kind == Kind::CountedText || kind == Kind::ZeroText || kind == Kind::Moment;
 }
+
+/// Leaves of a counted text what its count says. Null, or why it cannot.
+const char* TakeCounted(std::string_view& bytes)
+{
+    if (bytes.size() < 2)
+        return "the field has no place for a count of 2 bytes";
+    const std::size_t count = ByteAt(bytes, 0) + 256 * ByteAt(bytes, 1);
+    if (count > bytes.size() - 2)
+        return "the count is beyond the field's end";
+    bytes = bytes.substr(2, count);
+    return nullptr;
+}
+
+/// A binary number of up to 8 bytes.
+std::uint64_t BitsOf(std::string_view bytes, bool highByteFirst)
+{
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bits = bits << 8 | ByteAt(bytes, highByteFirst ? i : bytes.size() - 1 - i);
+    return bits;
+}
+
+} // namespace
 
 std::size_t DigitsOf(const Field& field)
 {
     constexpr std::array<std::size_t, 9> binaryDigits = {0, 3, 5, 8, 10, 13, 15, 17, 20};
     switch (field.type.kind) {
     case Kind::Digits:
-        return field.length;
+    case Kind::Text:
+    case Kind::ZeroText:
+        return field.length / (field.type.utf16 ? 2 : 1);
+    case Kind::CountedText:
+        return field.length < 2 ? 0 : (field.length - 2) / (field.type.utf16 ? 2 : 1);
     case Kind::Packed:
-        return 2 * field.length - (field.type.lastNibbleFree ? 1 : 0);
+        return field.length == 0 ? 0 : 2 * field.length - (field.type.lastNibbleFree ? 1 : 0);
     case Kind::Integer:
         return field.type.isUnsigned || field.length != 8 ? binaryDigits[std::min<std::size_t>(field.length, 8)] : 19;
     default:
@@ -134,8 +165,9 @@ std::size_t DigitsOf(const Field& field)
     }
 }
 
-FieldDecoder::FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page)
-    : m_type(field.type), m_scale(field.scale), m_shown(shown), m_page(PageOf(field.type, page)),
+FieldDecoder::FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page,
+                           IntegerLimits limits)
+    : m_type(field.type), m_scale(field.scale), m_shown(shown), m_limits(limits), m_page(PageOf(field.type, page)),
       m_ebcdicDigits(page->IsEbcdic()), m_formatWidth(0), m_read(ReaderOf(field))
 {
     const std::string& format = field.format.empty() ? field.type.format : field.format;
@@ -145,10 +177,14 @@ FieldDecoder::FieldDecoder(const Field& field, Shown shown, const std::shared_pt
     m_formatWidth = format.size();
 }
 
-FieldDecoder::Read FieldDecoder::ReaderOf(const Field& field)
+FieldDecoder::Read FieldDecoder::ReaderOf(const Field& field) const
 {
     if (field.isEncrypted)
         return &FieldDecoder::RefuseEncrypted;
+    if (m_shown == Shown::Bytes && field.type.kind != Kind::Unknown)
+        return &FieldDecoder::ReadRaw;
+    if (IsCharacters(field.type.kind) && !m_page)
+        return &FieldDecoder::RefusePage;
     switch (field.type.kind) {
     case Kind::Text:
     case Kind::Moment:
@@ -186,7 +222,7 @@ FieldDecoder::Read FieldDecoder::ReaderOf(const Field& field)
 
 bool FieldDecoder::MayEndEarly() const
 {
-    return m_type.kind == Kind::Text || m_type.kind == Kind::ZeroText || m_type.kind == Kind::Moment;
+    return IsCharacters(m_type.kind);
 }
 
 MomentPart FieldDecoder::Part() const
@@ -201,9 +237,27 @@ const char* FieldDecoder::RefuseEncrypted(std::string_view, Value&, std::string&
     return "the field is encrypted, and there is no key to read it";
 }
 
+const char* FieldDecoder::RefusePage(std::string_view, Value&, std::string&) const
+{
+    return "this system cannot convert its code page";
+}
+
 const char* FieldDecoder::RefuseType(std::string_view, Value&, std::string&) const
 {
     return "the storage type is not known";
+}
+
+/// The bytes of a field whose column takes bytes, without a count and what follows the end of a text.
+const char* FieldDecoder::ReadRaw(std::string_view bytes, Value& value, std::string&) const
+{
+    if (m_type.kind == Kind::CountedText) {
+        if (const char* const reason = TakeCounted(bytes))
+            return reason;
+    } else if (m_type.kind == Kind::ZeroText) {
+        bytes = bytes.substr(0, bytes.find('\0'));
+    }
+    value = Value::Bytes(bytes);
+    return nullptr;
 }
 
 const char* FieldDecoder::ReadText(std::string_view bytes, Value& value, std::string& room) const
@@ -216,15 +270,12 @@ const char* FieldDecoder::ReadText(std::string_view bytes, Value& value, std::st
 
 const char* FieldDecoder::ReadCountedText(std::string_view bytes, Value& value, std::string& room) const
 {
-    if (bytes.size() < 2)
-        return "the field has no place for a count of 2 bytes";
-    const std::size_t count = ByteAt(bytes, 0) + 256 * ByteAt(bytes, 1);
-    if (count > bytes.size() - 2)
-        return "the count is beyond the field's end";
+    if (const char* const reason = TakeCounted(bytes))
+        return reason;
     std::string_view text;
-    if (!m_page->Convert(bytes.substr(2, count), room, text))
+    if (!m_page->Convert(bytes, room, text))
         return noCharacters;
-    return ShowText(text, text.data() == bytes.data() + 2, value, room);
+    return ShowText(text, text.data() == bytes.data(), value, room);
 }
 
 const char* FieldDecoder::ReadZeroText(std::string_view bytes, Value& value, std::string& room) const
@@ -276,6 +327,7 @@ const char* FieldDecoder::ReadDigits(std::string_view bytes, Value& value, std::
                                                                         : bytes.size();
     bool hasPoint = false;
     std::uint64_t low = 0;
+    std::size_t digits = 0;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (bytes[i] == point && m_type.sign == Sign::InFront && !hasPoint && bytes.size() > 1) {
             hasPoint = true;
@@ -288,12 +340,13 @@ const char* FieldDecoder::ReadDigits(std::string_view bytes, Value& value, std::
                 return noDigit;
             decimal.negative = digit.zone == Zone::Negative;
         }
-        if (i < shortDigits)
+        if (digits < shortDigits)
             low = low * 10 + digit.digit;
         else
-            decimal.magnitude = (i == shortDigits ? Magnitude{low} : decimal.magnitude) * 10 + digit.digit;
+            decimal.magnitude = (digits == shortDigits ? Magnitude{low} : decimal.magnitude) * 10 + digit.digit;
+        ++digits;
     }
-    if (bytes.size() <= shortDigits)
+    if (digits <= shortDigits)
         decimal.magnitude = low;
     return ShowDecimal(decimal, value, room);
 }
@@ -341,9 +394,7 @@ const char* FieldDecoder::ReadInteger(std::string_view bytes, Value& value, std:
 {
     if (bytes.size() > 8)
         return doesNotFit;
-    std::uint64_t bits = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        bits = bits << 8 | ByteAt(bytes, m_type.highByteFirst ? i : bytes.size() - 1 - i);
+    const std::uint64_t bits = BitsOf(bytes, m_type.highByteFirst);
     const std::uint64_t signBit = std::uint64_t{1} << (8 * bytes.size() - 1);
     Decimal decimal{false, bits, m_scale};
     if (!m_type.isUnsigned && (bits & signBit) != 0) {
@@ -361,23 +412,16 @@ const char* FieldDecoder::ReadFloat(std::string_view bytes, Value& value, std::s
 
 const char* FieldDecoder::ReadBoolean(std::string_view bytes, Value& value, std::string& room) const
 {
-    return ShowDecimal({false, ByteAt(bytes, 0) == 0 ? 0u : 1u, 0}, value, room);
+    return ShowDecimal({false, IsOnly(bytes, '\0') ? 0u : 1u, 0}, value, room);
 }
 
 const char* FieldDecoder::ReadBytes(std::string_view bytes, Value& value, std::string& room) const
 {
-    if (m_shown == Shown::Bytes) {
-        value = Value::Bytes(bytes);
-        return nullptr;
-    }
     if (m_shown != Shown::Text)
         return "bytes are no number and no date";
-    constexpr char digits[] = "0123456789ABCDEF";
     room.clear();
-    for (const char byte : bytes) {
-        room += digits[static_cast<unsigned char>(byte) >> 4];
-        room += digits[static_cast<unsigned char>(byte) & 0xF];
-    }
+    for (const char byte : bytes)
+        AppendHexadecimal(byte, room);
     value = Value::Text(room, false);
     return nullptr;
 }
@@ -386,11 +430,10 @@ const char* FieldDecoder::ReadVmsTime(std::string_view bytes, Value& value, std:
 {
     constexpr std::int64_t unitsInSecond = 10'000'000;
     constexpr std::int64_t secondsTo1970 = 3'506'716'800;
-    std::uint64_t units = 0;
-    for (std::size_t i = bytes.size(); i-- > 0;)
-        units = units << 8 | ByteAt(bytes, i);
-    const auto time = static_cast<std::int64_t>(units);
-    if (bytes.size() != 8 || time < 0)
+    if (bytes.size() != 8)
+        return "the field is not of 8 bytes";
+    const auto time = static_cast<std::int64_t>(BitsOf(bytes, m_type.highByteFirst));
+    if (time < 0)
         return "it is a span of time and no moment";
     Moment moment = Moment::FromUnixSeconds(time / unitsInSecond - secondsTo1970);
     moment.hundredths = static_cast<int>(time % unitsInSecond / (unitsInSecond / 100));
@@ -399,21 +442,20 @@ const char* FieldDecoder::ReadVmsTime(std::string_view bytes, Value& value, std:
 
 const char* FieldDecoder::ReadUnixTime(std::string_view bytes, Value& value, std::string& room) const
 {
-    std::uint32_t bits = 0;
-    for (std::size_t i = bytes.size(); i-- > 0;)
-        bits = bits << 8 | ByteAt(bytes, i);
-    return ShowMoment(Moment::FromUnixSeconds(static_cast<std::int32_t>(bits)), value, room);
+    if (bytes.size() > 8)
+        return doesNotFit;
+    const std::uint64_t signBit = std::uint64_t{1} << (8 * bytes.size() - 1);
+    const std::uint64_t bits = BitsOf(bytes, m_type.highByteFirst);
+    const auto seconds = static_cast<std::int64_t>((bits ^ signBit) - signBit);
+    if (seconds < firstSecond || seconds > lastSecond)
+        return beyondYears;
+    return ShowMoment(Moment::FromUnixSeconds(seconds), value, room);
 }
 
 const char* FieldDecoder::ShowText(std::string_view text, bool inRecord, Value& value, std::string& room) const
 {
     if (m_shown == Shown::Text) {
         value = Value::Text(text, inRecord);
-        return nullptr;
-    }
-    if (m_shown == Shown::Bytes) {
-        value = Value::Bytes(text);
-        value.inRecord = inRecord;
         return nullptr;
     }
     return IsMoment() ? ShowTextAsMoment(text, value, room) : ShowTextAsNumber(text, value, room);
@@ -467,25 +509,31 @@ const char* FieldDecoder::ShowTextAsNumber(std::string_view text, Value& value, 
     return hasDigit ? ShowDecimal(decimal, value, room) : "it has no digits";
 }
 
+const char* FieldDecoder::ShowInteger(const Decimal& decimal, Value& value) const
+{
+    Magnitude magnitude = decimal.magnitude;
+    if (decimal.scale > 0 && magnitude % PowerOfTen(decimal.scale) != 0)
+        return hasFraction;
+    if (decimal.scale > 0)
+        magnitude /= PowerOfTen(decimal.scale);
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    for (int i = decimal.scale; i < 0 && magnitude != 0 && magnitude <= most; ++i)
+        magnitude *= 10;
+    if (magnitude > most + (decimal.negative ? 1u : 0u))
+        return doesNotFit;
+    const auto bits = static_cast<std::uint64_t>(magnitude);
+    const auto number = static_cast<std::int64_t>(decimal.negative ? 0 - bits : bits);
+    if (number < m_limits.least || number > m_limits.most)
+        return doesNotFit;
+    value = Value::Integer(number);
+    return nullptr;
+}
+
 const char* FieldDecoder::ShowDecimal(const Decimal& decimal, Value& value, std::string& room) const
 {
     switch (m_shown) {
-    case Shown::Integer: {
-        Magnitude magnitude = decimal.magnitude;
-        if (decimal.scale > 0 && magnitude % PowerOfTen(decimal.scale) != 0)
-            return "it has digits behind the point, and its column has none";
-        if (decimal.scale > 0)
-            magnitude /= PowerOfTen(decimal.scale);
-        for (int i = decimal.scale; i < 0 && magnitude != 0; ++i)
-            if ((magnitude *= 10) > std::numeric_limits<std::uint64_t>::max())
-                return doesNotFit;
-        constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-        if (magnitude > most + (decimal.negative ? 1u : 0u))
-            return doesNotFit;
-        const auto bits = static_cast<std::uint64_t>(magnitude);
-        value = Value::Integer(static_cast<std::int64_t>(decimal.negative ? 0 - bits : bits));
-        return nullptr;
-    }
+    case Shown::Integer:
+        return ShowInteger(decimal, value);
     case Shown::Real:
         value = Value::Real(ToReal(decimal.negative && decimal.magnitude != 0, decimal.magnitude, decimal.scale));
         return nullptr;
@@ -520,9 +568,14 @@ const char* FieldDecoder::ShowReal(double real, Value& value, std::string& room)
     }
     if (m_shown == Shown::Integer) {
         constexpr double limit = 9223372036854775808.0;
-        if (real != std::trunc(real) || real < -limit || real >= limit)
+        if (real < -limit || real >= limit)
             return doesNotFit;
-        value = Value::Integer(static_cast<std::int64_t>(real));
+        if (real != std::trunc(real))
+            return hasFraction;
+        const auto number = static_cast<std::int64_t>(real);
+        if (number < m_limits.least || number > m_limits.most)
+            return doesNotFit;
+        value = Value::Integer(number);
         return nullptr;
     }
     if (m_shown != Shown::Text && m_shown != Shown::Decimal)
@@ -539,7 +592,7 @@ const char* FieldDecoder::ShowMoment(const Moment& moment, Value& value, std::st
     if (!IsMoment() && m_shown != Shown::Text)
         return "a date is no number";
     if (!moment.IsReal())
-        return "it is beyond the years that a date can show";
+        return beyondYears;
     Write(moment, Part(), room);
     value = Value::Text(room, false);
     return nullptr;

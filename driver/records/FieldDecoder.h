@@ -6,6 +6,8 @@
 #include "Value.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,12 +27,12 @@ struct Field {
     std::string format;     ///< of a date or time
     bool isEncrypted = false;
 
-    bool operator==(const Field&) const;
+    bool operator==(const Field&) const = default;
 };
 
 /// The form in which a column shows its field.
 enum class Shown {
-    Integer, ///< of 64 bits
+    Integer, ///< of 64 bits or, in the limits of its column, fewer
     Real,
     Decimal, ///< the number's digits as text, with all that a floating point number would lose
     Text,
@@ -41,10 +43,19 @@ enum class Shown {
     Timestamp,
 };
 
+/// What an integer column holds.
+struct IntegerLimits {
+    std::int64_t least = std::numeric_limits<std::int64_t>::min();
+    std::int64_t most = std::numeric_limits<std::int64_t>::max();
+
+    bool operator==(const IntegerLimits&) const = default;
+};
+
 /// The most decimal digits that a floating point number of 8 bytes gives back as they were.
 constexpr std::size_t exactRealDigits = 15;
 
-/// The digits that a number in the field can have; 0 for a field that holds no decimal number.
+/// The digits that a number in the field can have, if it is text, its characters; 0 for a field that holds no decimal
+/// number.
 std::size_t DigitsOf(const Field& field);
 
 /// Decodes one field for one column.
@@ -55,7 +66,8 @@ class FieldDecoder
 {
 public:
     /// `page` is that of the file.
-    FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page);
+    FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page,
+                 IntegerLimits limits = {});
 
     /// Decodes the field's bytes. Null, or why they are no value; the text completes "the bytes ... are no INTEGER-4:
     /// ". `room` is lent for text and bytes that are not in the record as such.
@@ -75,7 +87,7 @@ private:
     struct Decimal;
     using Read = const char* (FieldDecoder::*)(std::string_view, Value&, std::string&) const;
 
-    static Read ReaderOf(const Field& field);
+    Read ReaderOf(const Field& field) const;
 
     const char* ReadText(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadCountedText(std::string_view bytes, Value& value, std::string& room) const;
@@ -88,9 +100,12 @@ private:
     const char* ReadBytes(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadVmsTime(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadUnixTime(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadRaw(std::string_view bytes, Value& value, std::string& room) const;
+    const char* RefusePage(std::string_view bytes, Value& value, std::string& room) const;
     const char* RefuseEncrypted(std::string_view bytes, Value& value, std::string& room) const;
     const char* RefuseType(std::string_view bytes, Value& value, std::string& room) const;
 
+    const char* ShowInteger(const Decimal& decimal, Value& value) const;
     const char* ShowText(std::string_view text, bool inRecord, Value& value, std::string& room) const;
     const char* ShowTextAsNumber(std::string_view text, Value& value, std::string& room) const;
     const char* ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const;
@@ -104,6 +119,7 @@ private:
     StorageType m_type;
     int m_scale;
     Shown m_shown;
+    IntegerLimits m_limits;
     std::shared_ptr<const CodePage> m_page;
     bool m_ebcdicDigits;
     std::optional<DateFormat> m_format;

@@ -1,9 +1,11 @@
 #include "MappedFile.h"
 
+#include "CutGuard.h"
 #include "RecordFormat.h"
 
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -15,7 +17,7 @@ namespace tarnwick::records
 namespace
 {
 
-/// A file descriptor that is closed at the end of its scope; a mapping does not need it.
+/// A file descriptor that is closed at the end of its scope unless somebody took it.
 class Descriptor
 {
 public:
@@ -28,6 +30,7 @@ public:
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     int Number() const { return m_number; }
+    int Take() { return std::exchange(m_number, -1); }
 
 private:
     int m_number;
@@ -45,7 +48,7 @@ private:
 std::shared_ptr<const MappedFile> MappedFile::Open(const std::string& path)
 {
     // Opening a pipe without O_NONBLOCK would wait for its writer.
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     if (file.Number() < 0)
         Fail(path, errno);
     struct stat status {
@@ -64,18 +67,24 @@ std::shared_ptr<const MappedFile> MappedFile::Open(const std::string& path)
         ::madvise(mapped, size, MADV_SEQUENTIAL);
         content = std::string_view(static_cast<const char*>(mapped), size);
     }
-    return std::shared_ptr<const MappedFile>(new MappedFile(path, content, status.st_dev, status.st_ino));
+    return std::shared_ptr<const MappedFile>(new MappedFile(path, file.Take(), content, status.st_dev, status.st_ino));
 }
 
-MappedFile::MappedFile(std::string path, std::string_view content, unsigned long device, unsigned long node)
-    : m_path(std::move(path)), m_content(content), m_device(device), m_node(node)
+MappedFile::MappedFile(std::string path, int descriptor, std::string_view content, unsigned long device,
+                       unsigned long node)
+    : m_path(std::move(path)), m_descriptor(descriptor), m_content(content), m_device(device), m_node(node)
 {
+    if (!m_content.empty())
+        cutguard::Add(m_content.data(), m_content.size());
 }
 
 MappedFile::~MappedFile()
 {
-    if (!m_content.empty())
-        ::munmap(const_cast<char*>(m_content.data()), m_content.size());
+    ::close(m_descriptor);
+    if (m_content.empty())
+        return;
+    cutguard::Remove(m_content.data());
+    ::munmap(const_cast<char*>(m_content.data()), m_content.size());
 }
 
 bool MappedFile::IsCurrent() const
@@ -84,6 +93,20 @@ bool MappedFile::IsCurrent() const
     };
     return ::stat(m_path.c_str(), &status) == 0 && status.st_dev == m_device && status.st_ino == m_node &&
            static_cast<std::size_t>(status.st_size) == m_content.size();
+}
+
+bool MappedFile::WasCut(bool now) const
+{
+    timespec time{};
+    ::clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
+    const std::int64_t moment = time.tv_sec * 1'000'000'000 + time.tv_nsec;
+    if (m_wasCut || (!now && moment == m_askedAt))
+        return m_wasCut;
+    m_askedAt = moment;
+    struct stat status {
+    };
+    m_wasCut = ::fstat(m_descriptor, &status) == 0 && static_cast<std::size_t>(status.st_size) < m_content.size();
+    return m_wasCut;
 }
 
 } // namespace tarnwick::records

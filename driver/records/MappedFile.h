@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,8 +10,8 @@ namespace tarnwick::records
 {
 
 /// The content of a data file, mapped for reading only. It is that of the moment in which it was mapped; bytes that
-/// another program changes in place are seen. A file must not be cut while it is mapped: that ends the process, as it
-/// does for every program that maps files.
+/// another program changes in place are seen. Of a file that another program cuts, what is gone reads as zero bytes,
+/// and `WasCut` tells so.
 class MappedFile
 {
 public:
@@ -22,17 +23,25 @@ public:
     MappedFile& operator=(const MappedFile&) = delete;
 
     std::string_view Content() const { return m_content; }
+    const std::string& Path() const { return m_path; }
 
     /// Whether the path still leads to this file, in its size of then.
     bool IsCurrent() const;
 
+    /// Whether the file was cut since it was mapped. Without `now`, what was found a few milliseconds ago counts still,
+    /// so that the question can be asked for each record. One thread at a time may ask.
+    bool WasCut(bool now) const;
+
 private:
-    MappedFile(std::string path, std::string_view content, unsigned long device, unsigned long node);
+    MappedFile(std::string path, int descriptor, std::string_view content, unsigned long device, unsigned long node);
 
     std::string m_path;
+    int m_descriptor;
     std::string_view m_content;
     unsigned long m_device;
     unsigned long m_node;
+    mutable std::int64_t m_askedAt = 0; ///< nanoseconds of a coarse clock
+    mutable bool m_wasCut = false;
 };
 
 } // namespace tarnwick::records

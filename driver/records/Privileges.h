@@ -41,7 +41,7 @@ private:
     };
 
     static int Authorize(void* self, int action, const char* first, const char* second, const char* database,
-                         const char* view);
+                         const char* trigger);
     bool MayUse(Right right, std::string_view name) const;
     int Check(Right right, const char* name) const;
     int Refuse(const std::string& what) const;
@@ -53,18 +53,6 @@ private:
     std::map<std::string, Rights> m_databases;
     std::map<Place, Rights> m_tables;
     std::map<std::string, bool> m_byTable; ///< databases at the security level TABLE
-};
-
-/// The driver's own statements, which no user's rights limit, while one of these lives on the thread.
-class OwnStatement
-{
-public:
-    OwnStatement();
-    ~OwnStatement();
-    OwnStatement(const OwnStatement&) = delete;
-    OwnStatement& operator=(const OwnStatement&) = delete;
-
-    static bool IsRunning();
 };
 
 } // namespace tarnwick::records

@@ -1,6 +1,6 @@
 #include "Query.h"
 
-#include "Privileges.h"
+#include "OwnStatement.h"
 #include "RecordFormat.h"
 
 #include <sqlite3.h>

@@ -48,19 +48,23 @@ void RecordCursor::Seek(std::uint64_t position, std::uint64_t number)
     Next();
 }
 
-RecordCursor::Step RecordCursor::Fail(std::string reason, std::string_view bytes)
+RecordCursor::Step RecordCursor::Corrupt(std::string reason)
 {
-    m_bytes = bytes;
+    m_bytes = {};
     m_reason = std::move(reason);
     m_next = m_content.size();
-    return Step::Error;
+    return Step::Corrupt;
 }
 
-RecordCursor::Step RecordCursor::CutShort(std::size_t wanted)
+RecordCursor::Step RecordCursor::CutShort(std::size_t wanted, std::size_t head)
 {
-    return Fail("the file ends inside the record: " + std::to_string(Left()) + " bytes of " + std::to_string(wanted) +
-                    " are there",
-                m_content.substr(m_next));
+    m_bytes = m_content.substr(std::min(m_next + head, m_content.size()));
+    if (m_format.HasFixedSize())
+        m_bytes = m_bytes.substr(0, m_format.recordSize);
+    m_reason = "the file ends inside the record: " + std::to_string(Left()) + " bytes of " + std::to_string(wanted) +
+               " are there";
+    m_next = m_content.size();
+    return Step::Short;
 }
 
 std::size_t RecordCursor::ReadCount(std::size_t position) const
@@ -111,13 +115,16 @@ RecordCursor::Step RecordCursor::NextCounted()
         ++m_number;
         m_position = m_next;
         if (Left() < head)
-            return CutShort(head);
+            return CutShort(head, head);
         std::size_t size = ReadCount(m_next);
         if (m_format.countsItself && size < head)
-            return Fail("its length is " + std::to_string(size) + ", which is less than the length's own bytes");
+            return Corrupt("its length is " + std::to_string(size) + ", which is less than the length's own bytes");
         size -= m_format.countsItself ? head : 0;
+        if (Left() - head < size && m_format.recordSize > 0 && size > m_format.recordSize)
+            return Corrupt("its length is " + std::to_string(size) + ", which is more than the " +
+                           std::to_string(m_format.recordSize) + " bytes of a record and than the rest of the file");
         if (Left() - head < size)
-            return CutShort(head + size);
+            return CutShort(head + size, head);
         const std::string_view filler = m_content.substr(m_next + m_format.countBytes, m_format.fillerBytes);
         m_bytes = m_content.substr(m_next + head, size);
         m_next += head + size;
@@ -134,12 +141,12 @@ RecordCursor::Step RecordCursor::NextSlot()
         ++m_number;
         m_position = m_next;
         if (Left() < size)
-            return CutShort(size);
+            return CutShort(size, m_format.countBytes);
         m_bytes = m_content.substr(m_next + m_format.countBytes, m_format.recordSize);
         const std::size_t length = m_format.countBytes > 0 ? ReadCount(m_next) : m_format.recordSize;
         if (length > m_format.recordSize)
-            return Fail("its length is " + std::to_string(length) + ", and its slot has room for " +
-                        std::to_string(m_format.recordSize));
+            return Corrupt("its length is " + std::to_string(length) + ", and its slot has room for " +
+                           std::to_string(m_format.recordSize));
         m_next += size;
         if (m_format.countBytes > 0 ? length > 0 : !IsZero(m_bytes)) {
             m_bytes = m_bytes.substr(0, length);

@@ -16,16 +16,16 @@ class RecordCursor
 public:
     RecordCursor(const RecordFormat& format, std::string_view content);
 
-    enum class Step { Record, End, Error };
+    enum class Step { Record, End, Short, Corrupt };
 
-    /// Goes to the next record, or the first. `Error` is a record that the content ends in, or one whose length cannot
-    /// be; `Reason` tells which. It is the last step.
+    /// Goes to the next record, or the first. `Short` is a record that the content ends in. `Corrupt` is one whose
+    /// length cannot be: nobody knows where the next one begins. `Reason` tells more of both; they are the last step.
     Step Next();
 
     /// Goes to a record whose place `Next` gave once.
     void Seek(std::uint64_t position, std::uint64_t number);
 
-    /// The record without its head; after an error, what there is of it.
+    /// The record without its head; of a short one, what there is of it.
     std::string_view Bytes() const { return m_bytes; }
     std::uint64_t Number() const { return m_number; }
     /// Where the record begins in the content, its head included.
@@ -37,8 +37,8 @@ private:
     Step NextLine();
     Step NextCounted();
     Step NextSlot();
-    Step Fail(std::string reason, std::string_view bytes = {});
-    Step CutShort(std::size_t wanted);
+    Step Corrupt(std::string reason);
+    Step CutShort(std::size_t wanted, std::size_t head = 0);
     std::size_t ReadCount(std::size_t position) const;
     std::size_t Left() const { return m_content.size() - m_next; }
 

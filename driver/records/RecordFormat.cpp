@@ -11,11 +11,6 @@ namespace
 
 using Kind = RecordFormat::Kind;
 
-bool StartsWith(std::string_view text, std::string_view beginning)
-{
-    return EqualIgnoringCase(text.substr(0, beginning.size()), beginning);
-}
-
 void Count(RecordFormat& format, std::size_t bytes, bool highByteFirst, std::size_t filler = 0, bool itself = false)
 {
     format.kind = Kind::Counted;
@@ -44,7 +39,7 @@ bool TakeCountWord(RecordFormat& format, std::string_view word)
     return true;
 }
 
-bool TakeWord(RecordFormat& format, std::string_view word)
+bool TakeKindWord(RecordFormat& format, std::string_view word)
 {
     if (EqualIgnoringCase(word, "LINE")) {
         format.kind = Kind::Lines;
@@ -52,34 +47,89 @@ bool TakeWord(RecordFormat& format, std::string_view word)
     }
     if (TakeCountWord(format, word))
         return true;
-    if (EqualIgnoringCase(word, "SLOT-4") || EqualIgnoringCase(word, "SLOT-8")) {
-        format.kind = Kind::Slots;
-        format.countBytes = word.back() == '4' ? 4 : 8;
-        return true;
-    }
-    if (StartsWith(word, "SKIP-")) {
-        const auto [end, error] = std::from_chars(word.data() + 5, word.data() + word.size(), format.skip);
-        return error == std::errc() && end == word.data() + word.size();
-    }
-    if (auto page = CodePage::Find(word)) {
-        format.page = std::move(page);
-        return true;
-    }
-    return false;
+    if (!EqualIgnoringCase(word, "SLOT-4") && !EqualIgnoringCase(word, "SLOT-8"))
+        return false;
+    format.kind = Kind::Slots;
+    format.countBytes = word.back() == '4' ? 4 : 8;
+    return true;
 }
 
-void TakeOpenString(RecordFormat& format, std::string_view openString)
+bool TakeSkipWord(RecordFormat& format, std::string_view word)
 {
-    while (!openString.empty()) {
-        const std::string_view word = openString.substr(0, openString.find_first_of("_ ,;"));
-        openString.remove_prefix(std::min(openString.size(), word.size() + 1));
-        if (word.empty() || word.find('=') != std::string_view::npos)
-            continue;
-        if (!TakeWord(format, word))
-            throw RecordError("the open string has the word '" + std::string(word) +
-                              "', which is no record format and no code page");
-    }
+    if (!StartsWithIgnoringCase(word, "SKIP-"))
+        return false;
+    const auto [end, error] = std::from_chars(word.data() + 5, word.data() + word.size(), format.skip);
+    return error == std::errc() && end == word.data() + word.size();
 }
+
+bool TakePageWord(RecordFormat& format, std::string_view word)
+{
+    auto page = CodePage::Find(word);
+    if (!page)
+        return false;
+    format.page = std::move(page);
+    return true;
+}
+
+/// The words of an open string, each for one matter, which it settles.
+class OpenString
+{
+public:
+    explicit OpenString(RecordFormat& format) : m_format(format) {}
+
+    void Read(std::string_view text)
+    {
+        constexpr const char* separators = "_ ,;";
+        while (!text.empty()) {
+            std::size_t size = std::min(text.find_first_of(separators), text.size());
+            if (size > 0 && text.substr(0, size).find('=') == std::string_view::npos)
+                size = TakeLongerWord(text, size, separators);
+            text.remove_prefix(std::min(text.size(), size + 1));
+        }
+    }
+
+    bool NamesAKind() const { return !m_kindWord.empty(); }
+
+private:
+    /// The names of some code pages hold underscores themselves: a word that is not known is tried with what follows.
+    std::size_t TakeLongerWord(std::string_view text, std::size_t size, const char* separators)
+    {
+        for (std::size_t end = size;; end = std::min(text.find_first_of(separators, end + 1), text.size())) {
+            if (Take(text.substr(0, end)))
+                return end;
+            if (end >= text.size() || text[end] != '_')
+                break;
+        }
+        throw RecordError("the open string has the word '" + std::string(text.substr(0, size)) +
+                          "', which is no record format and no code page");
+    }
+
+    bool Take(std::string_view word)
+    {
+        if (TakeKindWord(m_format, word))
+            Settle(m_kindWord, word);
+        else if (TakeSkipWord(m_format, word))
+            Settle(m_skipWord, word);
+        else if (TakePageWord(m_format, word))
+            Settle(m_pageWord, word);
+        else
+            return false;
+        return true;
+    }
+
+    static void Settle(std::string_view& settled, std::string_view word)
+    {
+        if (!settled.empty() && !EqualIgnoringCase(settled, word))
+            throw RecordError("the open string has both '" + std::string(settled) + "' and '" + std::string(word) +
+                              "'");
+        settled = word;
+    }
+
+    RecordFormat& m_format;
+    std::string_view m_kindWord;
+    std::string_view m_skipWord;
+    std::string_view m_pageWord;
+};
 
 Kind PlainKind(std::string_view organisation, bool isVariable)
 {
@@ -103,13 +153,15 @@ RecordFormat RecordFormat::Read(std::string_view organisation, std::string_view 
     if (isIndexed && isVariable)
         Count(format, 2, true, 2);
     const Kind plain = format.kind;
-    TakeOpenString(format, openString);
+    OpenString words(format);
+    words.Read(openString);
     if (EqualIgnoringCase(organisation, "RELATIVE") ? format.kind != Kind::Slots
                                                     : format.kind == Kind::Slots && plain != Kind::Slots)
         throw RecordError("the open string does not suit a file of the organisation " + std::string(organisation));
-    if (isIndexed && format.kind != plain)
+    // Nothing but the plain formats tells which records of an indexed file are deleted.
+    if (isIndexed && words.NamesAKind())
         throw RecordError("the open string does not suit an indexed file of " + std::string(recordType) + " records");
-    if (recordSize == 0 && (format.kind == Kind::Fixed || format.kind == Kind::Slots))
+    if (recordSize == 0 && format.HasFixedSize())
         throw RecordError("the record size is 0");
     format.hasDeletionByte = isIndexed && !isVariable;
     format.fillerMarksDeleted = isIndexed && isVariable;

@@ -36,11 +36,15 @@ class RecordError : public std::runtime_error
 /// - `SLOT-4`, `SLOT-8`: each slot begins with the length of its record in so many bytes, low byte first; 0 is an empty
 ///   slot. Without, a slot of only zero bytes is empty.
 /// - `SKIP-n`: n bytes stand before the first record.
-/// - the name of a code page (see `CodePage`); UTF-8 without one.
+/// - the name of a code page (see `CodePage`); UTF-8 without one. It may hold underscores.
 ///
+/// Each matter is settled once, and indexed files have only their plain formats, which tell deleted records.
 /// Words with `=` in them speak to other programs and are passed over.
 struct RecordFormat {
     enum class Kind { Fixed, Lines, Counted, Slots };
+
+    /// Whether every record has `recordSize` bytes, but for a slot that says less of itself.
+    bool HasFixedSize() const { return kind == Kind::Fixed || kind == Kind::Slots; }
 
     Kind kind = Kind::Fixed;
     std::size_t recordSize = 0; ///< the longest record, in bytes

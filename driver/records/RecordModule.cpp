@@ -1,7 +1,8 @@
 #include "RecordModule.h"
 
-#include "Privileges.h"
-#include "Query.h"
+#include "OwnStatement.h"
+#include "RecordScan.h"
+#include "Text.h"
 
 #include <sqlite3.h>
 
@@ -10,21 +11,19 @@
 #include <cstring>
 #include <exception>
 #include <new>
-#include <optional>
-#include <vector>
 
 namespace tarnwick::records
 {
 namespace
 {
 
-/// The most files that one table keeps mapped for texts that were given out; more than one only where files change
-/// while they are read.
-constexpr std::size_t mostRetained = 64;
+/// The longest text that is given with a zero byte behind it: whoever reads it needs one, and SQLite would look for new
+/// room each time to add it.
+constexpr std::size_t mostTerminated = 64;
 
-/// The longest text that is copied into the room that SQLite keeps for a cell, with a zero byte behind it: whoever
-/// reads it needs one, and SQLite would look for new room each time to add it.
-constexpr std::size_t mostCopied = 64;
+/// Plans, as SQLite carries them from `BestIndex` to `Filter`.
+constexpr int readAll = 0;
+constexpr int lookUpFirst = 1; ///< the first column; the others follow
 
 /// The most bytes of a field that an error shows.
 constexpr std::size_t shownBytes = 32;
@@ -36,38 +35,35 @@ struct Published {
 };
 
 struct VirtualTable : sqlite3_vtab {
-    VirtualTable(sqlite3* connection, const Published& published)
-        : sqlite3_vtab{}, engine(connection), table(published.table), unfiltered(published.unfiltered)
+    VirtualTable(sqlite3* engine, const Published& published)
+        : sqlite3_vtab{}, scanned{engine, published.table, published.unfiltered, false, 0, {}}
     {
     }
 
-    sqlite3* engine;
-    std::shared_ptr<const RecordTable> table;
-    bool unfiltered;
-    bool insideCriteria = false;
-    std::vector<std::shared_ptr<const MappedFile>> retained;
+    ScannedTable scanned;
 };
 
 struct Cursor : sqlite3_vtab_cursor {
-    explicit Cursor(const RecordTable& table) : sqlite3_vtab_cursor{}, shown(table) {}
+    explicit Cursor(ScannedTable& table) : sqlite3_vtab_cursor{}, scan(table) {}
 
-    const RecordTable& shown;
-    std::shared_ptr<const MappedFile> file;
-    std::optional<RecordCursor> records;
-    std::optional<Query> chosen; ///< the records that meet the criteria
-    bool isAtEnd = true;
-    bool copiesText = false;
-    std::string room;
+    RecordScan scan;
 };
 
-VirtualTable& TableOf(sqlite3_vtab* table)
+ScannedTable& TableOf(sqlite3_vtab* table)
 {
-    return *static_cast<VirtualTable*>(table);
+    return static_cast<VirtualTable*>(table)->scanned;
 }
 
-Cursor& CursorOf(sqlite3_vtab_cursor* cursor)
+RecordScan& ScanOf(sqlite3_vtab_cursor* cursor)
 {
-    return *static_cast<Cursor*>(cursor);
+    return static_cast<Cursor*>(cursor)->scan;
+}
+
+/// The column of the definition behind a column that SQLite numbers.
+std::size_t ColumnAt(const ScannedTable& table, int number)
+{
+    const auto position = static_cast<std::size_t>(number);
+    return table.unfiltered ? position : table.table->Visible()[position];
 }
 
 void Say(char** place, const std::string& message)
@@ -94,17 +90,11 @@ int Guarded(sqlite3_vtab* table, Body body)
 std::string InHexadecimal(std::string_view bytes)
 {
     std::string text;
-    char digits[4];
     for (const char byte : bytes.substr(0, shownBytes)) {
-        std::snprintf(digits, sizeof digits, " %02X", static_cast<unsigned>(static_cast<unsigned char>(byte)));
-        text += digits;
+        text += ' ';
+        AppendHexadecimal(byte, text);
     }
     return bytes.size() > shownBytes ? text + " ..." : text;
-}
-
-std::string PlaceOf(const Cursor& cursor)
-{
-    return "The data file '" + cursor.shown.Definition().path + "', record " + std::to_string(cursor.records->Number());
 }
 
 int Connect(sqlite3* engine, void* data, int, const char* const*, sqlite3_vtab** table, char** error)
@@ -127,122 +117,93 @@ int Connect(sqlite3* engine, void* data, int, const char* const*, sqlite3_vtab**
 
 int Disconnect(sqlite3_vtab* table)
 {
-    const std::unique_ptr<VirtualTable> ended(&TableOf(table));
+    const std::unique_ptr<VirtualTable> ended(static_cast<VirtualTable*>(table));
     return SQLITE_OK;
 }
 
-/// Every use of a table reads it from its beginning.
-int BestIndex(sqlite3_vtab*, sqlite3_index_info* plan)
+/// Whether the records with a value in a column can be looked up for a comparison.
+bool CanLookUp(const ScannedTable& table, sqlite3_index_info& plan, int which)
+{
+    const auto& constraint = plan.aConstraint[which];
+    if (!constraint.usable || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ || constraint.iColumn < 0)
+        return false;
+    const std::size_t column = ColumnAt(table, constraint.iColumn);
+    if (column >= table.table->Definition().columns.size() || !table.table->Decoder(column))
+        return false;
+    // What is compared with a constant, or with the few of a list, is best read once and from the beginning.
+    sqlite3_value* constant = nullptr;
+    if (sqlite3_vtab_rhs_value(&plan, which, &constant) == SQLITE_OK || sqlite3_vtab_in(&plan, which, -1) != 0)
+        return false;
+    const char* const collation = KeyIndex::CollationOf(table.table->Definition().columns[column].shown);
+    return !collation || EqualIgnoringCase(collation, sqlite3_vtab_collation(&plan, which));
+}
+
+/// A table is read from its beginning, or the records with a value in one column are looked up, and SQLite makes the
+/// comparison once more.
+int BestIndex(sqlite3_vtab* base, sqlite3_index_info* plan)
 {
     constexpr int guessedRecords = 100000;
+    constexpr int guessedEqual = 10;
     plan->estimatedCost = guessedRecords;
     plan->estimatedRows = guessedRecords;
+    for (int i = 0; i < plan->nConstraint; ++i)
+        if (CanLookUp(TableOf(base), *plan, i)) {
+            plan->idxNum = lookUpFirst + plan->aConstraint[i].iColumn;
+            plan->aConstraintUsage[i].argvIndex = 1;
+            plan->estimatedCost = guessedEqual;
+            plan->estimatedRows = guessedEqual;
+            break;
+        }
     return SQLITE_OK;
 }
 
 int Open(sqlite3_vtab* table, sqlite3_vtab_cursor** cursor)
 {
-    *cursor = new (std::nothrow) Cursor(*TableOf(table).table);
+    *cursor = new (std::nothrow) Cursor(TableOf(table));
     return *cursor ? SQLITE_OK : SQLITE_NOMEM;
 }
 
 int Close(sqlite3_vtab_cursor* cursor)
 {
-    const std::unique_ptr<Cursor> ended(&CursorOf(cursor));
+    const std::unique_ptr<Cursor> ended(static_cast<Cursor*>(cursor));
     return SQLITE_OK;
 }
 
-/// Texts point into the mapping, and SQLite may hold them until the statement ends; so the table holds the file too.
-void Retain(VirtualTable& table, Cursor& cursor)
+int Filter(sqlite3_vtab_cursor* cursor, int plan, const char*, int, sqlite3_value** values)
 {
-    if (std::find(table.retained.begin(), table.retained.end(), cursor.file) != table.retained.end())
-        return;
-    cursor.copiesText = table.retained.size() >= mostRetained;
-    if (!cursor.copiesText)
-        table.retained.push_back(cursor.file);
-}
-
-/// Goes to the next record that meets the criteria.
-void StepChosen(VirtualTable& table, Cursor& cursor)
-{
-    struct Inside {
-        explicit Inside(bool& flag) : inside(flag) { inside = true; }
-        ~Inside() { inside = false; }
-        bool& inside;
-    };
-    const Inside guard(table.insideCriteria);
-    cursor.isAtEnd = !cursor.chosen->Next();
-    if (!cursor.isAtEnd)
-        cursor.records->Seek(static_cast<std::uint64_t>(cursor.chosen->Number(0)),
-                             static_cast<std::uint64_t>(cursor.chosen->Number(1)));
-}
-
-void StepRecord(Cursor& cursor)
-{
-    const RecordCursor::Step step = cursor.records->Next();
-    cursor.isAtEnd = step == RecordCursor::Step::End;
-    if (step == RecordCursor::Step::Error && cursor.shown.WhenBad() == BadFields::Error)
-        throw RecordError(PlaceOf(cursor) + ": " + cursor.records->Reason() + ".");
-}
-
-void Step(VirtualTable& table, Cursor& cursor)
-{
-    if (cursor.chosen)
-        StepChosen(table, cursor);
-    else
-        StepRecord(cursor);
-}
-
-Query Choose(const VirtualTable& table)
-{
-    const TableDefinition& definition = table.table->Definition();
-    if (table.insideCriteria)
-        throw RecordError("The criteria of the table " + definition.sqlName + " asks for the table itself.");
-    try {
-        return Query(table.engine, table.table->CriteriaStatement());
-    } catch (const RecordError& error) {
-        throw RecordError("The criteria of the table " + definition.sqlName + " cannot be applied: " + error.what());
-    }
-}
-
-int Filter(sqlite3_vtab_cursor* base, int, const char*, int, sqlite3_value**)
-{
-    Cursor& cursor = CursorOf(base);
-    VirtualTable& table = TableOf(base->pVtab);
-    return Guarded(base->pVtab, [&] {
-        cursor.chosen.reset();
-        cursor.file = table.table->File();
-        Retain(table, cursor);
-        cursor.records.emplace(table.table->Format(), cursor.file->Content());
-        const bool isFiltered = table.table->Definition().criteria.find_first_not_of(' ') != std::string::npos;
-        if (isFiltered && !table.unfiltered)
-            cursor.chosen.emplace(Choose(table));
-        Step(table, cursor);
+    const ScannedTable& table = TableOf(cursor->pVtab);
+    return Guarded(cursor->pVtab, [&] {
+        if (table.unfiltered && !OwnStatement::IsRunning())
+            throw RecordError("no such table: " + table.table->UnfilteredName());
+        if (plan == readAll)
+            ScanOf(cursor).Begin();
+        else
+            ScanOf(cursor).BeginWith(ColumnAt(table, plan - lookUpFirst), values[0]);
     });
 }
 
-int Next(sqlite3_vtab_cursor* base)
+int Next(sqlite3_vtab_cursor* cursor)
 {
-    return Guarded(base->pVtab, [&] { Step(TableOf(base->pVtab), CursorOf(base)); });
+    return Guarded(cursor->pVtab, [&] { ScanOf(cursor).Next(); });
 }
 
 int IsAtEnd(sqlite3_vtab_cursor* cursor)
 {
-    return CursorOf(cursor).isAtEnd ? 1 : 0;
+    return ScanOf(cursor).IsAtEnd() ? 1 : 0;
 }
 
-void GiveText(sqlite3_context* context, std::string_view text, sqlite3_destructor_type lifetime)
+void GiveText(sqlite3_context* context, std::string_view text)
 {
-    if (text.size() > mostCopied || text.find('\0') != std::string_view::npos)
-        return sqlite3_result_text64(context, text.data(), text.size(), lifetime, SQLITE_UTF8);
-    char terminated[mostCopied + 1];
-    terminated[text.copy(terminated, mostCopied)] = '\0';
+    if (text.size() > mostTerminated || text.find('\0') != std::string_view::npos)
+        return sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+    char terminated[mostTerminated + 1];
+    terminated[text.copy(terminated, mostTerminated)] = '\0';
     sqlite3_result_text(context, terminated, -1, SQLITE_TRANSIENT);
 }
 
-void Give(sqlite3_context* context, const Value& value, bool copiesText)
+/// Texts and bytes are copied: SQLite may hold them for longer than the record.
+void Give(sqlite3_context* context, const Value& value)
 {
-    const auto lifetime = value.inRecord && !copiesText ? SQLITE_STATIC : SQLITE_TRANSIENT;
     switch (value.kind) {
     case Value::Kind::Null:
         return sqlite3_result_null(context);
@@ -251,24 +212,24 @@ void Give(sqlite3_context* context, const Value& value, bool copiesText)
     case Value::Kind::Real:
         return sqlite3_result_double(context, value.real);
     case Value::Kind::Text:
-        return GiveText(context, value.text, lifetime);
+        return GiveText(context, value.text);
     case Value::Kind::Bytes:
-        return sqlite3_result_blob64(context, value.text.data(), value.text.size(), lifetime);
+        return sqlite3_result_blob64(context, value.text.data(), value.text.size(), SQLITE_TRANSIENT);
     }
 }
 
 /// The columns that are no field. A plain file has no indexes; a table over it no order of its own.
-void GiveSpecial(const Cursor& cursor, const Column& column, sqlite3_context* context)
+void GiveSpecial(const RecordCursor& record, const Column& column, sqlite3_context* context)
 {
     switch (column.special) {
     case Special::RecordFileAddress: {
         char text[24];
-        std::snprintf(text, sizeof text, "%014llu", static_cast<unsigned long long>(cursor.records->Position()));
+        std::snprintf(text, sizeof text, "%014llu", static_cast<unsigned long long>(record.Position()));
         return sqlite3_result_text(context, text, -1, SQLITE_TRANSIENT);
     }
     case Special::RowId:
     case Special::RelativeNumber:
-        return sqlite3_result_int64(context, static_cast<sqlite3_int64>(cursor.records->Number()));
+        return sqlite3_result_int64(context, static_cast<sqlite3_int64>(record.Number()));
     default:
         return sqlite3_result_null(context);
     }
@@ -279,62 +240,56 @@ void Refuse(sqlite3_context* context, const std::string& message)
     sqlite3_result_error(context, message.c_str(), static_cast<int>(message.size()));
 }
 
-void GiveField(Cursor& cursor, const Column& column, const FieldDecoder& decoder, sqlite3_context* context)
+void GiveField(RecordScan& scan, std::size_t position, sqlite3_context* context)
 {
-    const std::string_view record = cursor.records->Bytes();
-    const Field& field = *column.field;
-    if (field.offset >= record.size())
-        return sqlite3_result_null(context);
-    const std::string_view bytes = record.substr(field.offset, field.length);
     Value value;
-    const char* const reason = bytes.size() < field.length && !decoder.MayEndEarly()
-                                   ? "the record ends inside the field"
-                                   : decoder.Decode(bytes, value, cursor.room);
+    const char* const reason = scan.Decode(position, value);
     if (!reason)
-        return Give(context, value, cursor.copiesText);
-    if (cursor.shown.WhenBad() == BadFields::Null)
+        return Give(context, value);
+    if (scan.Table().WhenBad() == BadFields::Null)
         return sqlite3_result_null(context);
-    Refuse(context, PlaceOf(cursor) + ", field " + field.name + ": the bytes" + InHexadecimal(bytes) +
+    const Field& field = *scan.Table().Definition().columns[position].field;
+    const std::string_view bytes = scan.Record().Bytes().substr(field.offset, field.length);
+    Refuse(context, scan.Place() + ", field " + field.name + ": the bytes" + InHexadecimal(bytes) +
                         " cannot be read as " + field.typeName + ": " + reason + ".");
 }
 
 /// The place of a record, for the criteria's own statement.
-void GivePlace(const Cursor& cursor, std::size_t which, sqlite3_context* context)
+void GivePlace(const RecordCursor& record, std::size_t which, sqlite3_context* context)
 {
-    const std::uint64_t place = which == 0 ? cursor.records->Position() : cursor.records->Number();
-    sqlite3_result_int64(context, static_cast<sqlite3_int64>(place));
+    sqlite3_result_int64(context, static_cast<sqlite3_int64>(which == 0 ? record.Position() : record.Number()));
 }
 
-int GiveColumn(sqlite3_vtab_cursor* base, sqlite3_context* context, int number)
+void GiveColumn(RecordScan& scan, std::size_t position, sqlite3_context* context)
 {
-    Cursor& cursor = CursorOf(base);
-    const RecordTable& table = cursor.shown;
+    const RecordTable& table = scan.Table();
     const auto& columns = table.Definition().columns;
-    auto position = static_cast<std::size_t>(number);
-    if (!TableOf(base->pVtab).unfiltered)
-        position = table.Visible()[position];
-    if (position >= columns.size()) {
-        GivePlace(cursor, position - columns.size(), context);
-        return SQLITE_OK;
-    }
-    const Column& column = columns[position];
+    if (position >= columns.size())
+        GivePlace(scan.Record(), position - columns.size(), context);
+    else if (table.Decoder(position))
+        GiveField(scan, position, context);
+    else if (table.Problem(position).empty())
+        GiveSpecial(scan.Record(), columns[position], context);
+    else
+        Refuse(context, "The column " + columns[position].name + " of the table " + table.Definition().sqlName +
+                            " cannot be read: " + table.Problem(position) + ".");
+}
+
+int GiveCell(sqlite3_vtab_cursor* cursor, sqlite3_context* context, int number)
+{
     try {
-        if (const FieldDecoder* decoder = table.Decoder(position))
-            GiveField(cursor, column, *decoder, context);
-        else if (column.problem.empty())
-            GiveSpecial(cursor, column, context);
-        else
-            Refuse(context, "The column " + column.name + " of the table " + table.Definition().sqlName +
-                                " cannot be read: " + column.problem + ".");
+        GiveColumn(ScanOf(cursor), ColumnAt(TableOf(cursor->pVtab), number), context);
     } catch (const std::bad_alloc&) {
         sqlite3_result_error_nomem(context);
+    } catch (const RecordError& error) {
+        Refuse(context, error.what());
     }
     return SQLITE_OK;
 }
 
 int GiveRowId(sqlite3_vtab_cursor* cursor, sqlite3_int64* number)
 {
-    *number = static_cast<sqlite3_int64>(CursorOf(cursor).records->Number());
+    *number = static_cast<sqlite3_int64>(ScanOf(cursor).Record().Number());
     return SQLITE_OK;
 }
 
@@ -349,7 +304,7 @@ sqlite3_module MakeModule()
     module.xFilter = Filter;
     module.xNext = Next;
     module.xEof = IsAtEnd;
-    module.xColumn = GiveColumn;
+    module.xColumn = GiveCell;
     module.xRowid = GiveRowId;
     return module;
 }
@@ -367,54 +322,21 @@ int PublishAs(sqlite3* engine, const std::string& name, Published published)
     return sqlite3_create_module_v2(engine, name.c_str(), &module, kept.release(), Forget);
 }
 
-/// The digits of a decimal number's text without its sign, its point and needless zeros.
-struct DigitText {
-    bool negative;
-    std::string_view whole;
-    std::string_view fraction;
-};
-
-DigitText Split(std::string_view text)
-{
-    DigitText digits{text.starts_with('-'), {}, {}};
-    text.remove_prefix(digits.negative ? 1 : 0);
-    const std::size_t point = std::min(text.find('.'), text.size());
-    digits.whole = text.substr(0, point);
-    digits.whole.remove_prefix(std::min(digits.whole.find_first_not_of('0'), digits.whole.size()));
-    digits.fraction = text.substr(std::min(point + 1, text.size()));
-    digits.fraction = digits.fraction.substr(0, digits.fraction.find_last_not_of('0') + 1);
-    return digits;
-}
-
-int CompareDecimals(void*, int leftSize, const void* left, int rightSize, const void* right)
-{
-    const DigitText a = Split({static_cast<const char*>(left), static_cast<std::size_t>(leftSize)});
-    const DigitText b = Split({static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
-    if (a.negative != b.negative)
-        return a.negative ? -1 : 1;
-    int order =
-        a.whole.size() != b.whole.size() ? (a.whole.size() < b.whole.size() ? -1 : 1) : a.whole.compare(b.whole);
-    if (order == 0)
-        order = a.fraction.compare(b.fraction);
-    return a.negative ? -order : order;
-}
-
 } // namespace
 
 int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table)
 {
-    const int answer = PublishAs(engine, table->UnfilteredName(), {table, true});
+    int answer = SQLITE_OK;
+    if (table->HasCriteria())
+        answer = PublishAs(engine, table->UnfilteredName(), {table, true});
+    else
+        Withdraw(engine, table->UnfilteredName());
     return answer == SQLITE_OK ? PublishAs(engine, table->Definition().sqlName, {table, false}) : answer;
 }
 
 void Withdraw(sqlite3* engine, const std::string& name)
 {
     sqlite3_create_module_v2(engine, name.c_str(), nullptr, nullptr, nullptr);
-}
-
-void RegisterCollation(sqlite3* engine)
-{
-    sqlite3_create_collation(engine, "TARNWICK_DECIMAL", SQLITE_UTF8, nullptr, CompareDecimals);
 }
 
 } // namespace tarnwick::records

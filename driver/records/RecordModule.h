@@ -35,16 +35,24 @@ public:
     /// The columns by their position in the table that clients see.
     const std::vector<std::size_t>& Visible() const { return m_visible; }
 
-    /// The decoder of a column with a field; null for any other.
+    /// Why a column cannot be read; empty if it can.
+    const std::string& Problem(std::size_t column) const { return m_columnProblems[column]; }
+
+    /// The decoder of a column with a field that can be read; null for any other.
     const FieldDecoder* Decoder(std::size_t column) const { return m_decoders[column].get(); }
 
-    /// The name under which the criteria's own statement reads all records. No client can know it.
+    /// The name under which the criteria's own statement, and no other, reads all records.
     std::string UnfilteredName() const;
+    static constexpr const char* unfilteredBeginning = "all records of ";
+
+    /// Whether only some of the records are shown.
+    bool HasCriteria() const;
 
     /// The statement that gives the places and numbers of the records that meet the criteria.
     std::string CriteriaStatement() const;
 
-    /// The data file, mapped anew if another stands there or its size has changed. Throws RecordError.
+    /// The data file, mapped anew if another stands there or its size has changed; for one connection, whose statements
+    /// SQLite lets in one after the other. Throws RecordError.
     std::shared_ptr<const MappedFile> File() const;
 
 private:
@@ -53,6 +61,7 @@ private:
     RecordFormat m_format;
     std::string m_problem;
     std::vector<std::size_t> m_visible;
+    std::vector<std::string> m_columnProblems;
     std::vector<std::unique_ptr<FieldDecoder>> m_decoders;
     mutable std::shared_ptr<const MappedFile> m_file;
 };
@@ -64,8 +73,5 @@ int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table);
 
 /// Takes a name away again.
 void Withdraw(sqlite3* engine, const std::string& name);
-
-/// The collation of decimal numbers that are kept as text.
-void RegisterCollation(sqlite3* engine);
 
 } // namespace tarnwick::records

@@ -32,6 +32,14 @@ std::string ExistingPath(const TableDefinition& definition)
     return std::filesystem::exists(withSuffix, ignored) ? withSuffix : definition.path;
 }
 
+/// Why a field cannot stand in records of a format; empty if it can. Records of varying length may end anywhere.
+std::string PlaceProblem(const Field& field, const RecordFormat& format)
+{
+    if (!format.HasFixedSize() || field.offset + field.length <= format.recordSize)
+        return {};
+    return "its field " + field.name + " ends behind the record's " + std::to_string(format.recordSize) + " bytes";
+}
+
 } // namespace
 
 RecordTable::RecordTable(TableDefinition definition, BadFields badFields)
@@ -51,9 +59,12 @@ RecordTable::RecordTable(TableDefinition definition, BadFields badFields)
         const Column& column = m_definition.columns[i];
         if (column.isVisible)
             m_visible.push_back(i);
-        m_decoders.push_back(column.field && column.problem.empty()
-                                 ? std::make_unique<FieldDecoder>(*column.field, column.shown, m_format.page)
-                                 : nullptr);
+        m_columnProblems.push_back(column.problem.empty() && column.field ? PlaceProblem(*column.field, m_format)
+                                                                          : column.problem);
+        m_decoders.push_back(
+            column.field && m_columnProblems.back().empty()
+                ? std::make_unique<FieldDecoder>(*column.field, column.shown, m_format.page, column.limits)
+                : nullptr);
     }
 }
 
@@ -72,7 +83,12 @@ std::string RecordTable::Declaration(bool forCriteria) const
 
 std::string RecordTable::UnfilteredName() const
 {
-    return "all records of " + m_definition.sqlName;
+    return unfilteredBeginning + m_definition.sqlName;
+}
+
+bool RecordTable::HasCriteria() const
+{
+    return m_definition.criteria.find_first_not_of(" \t\r\n") != std::string::npos;
 }
 
 std::string RecordTable::CriteriaStatement() const

@@ -1,5 +1,7 @@
 #include "RecordTables.h"
 
+#include "CatalogTables.h"
+#include "DecimalText.h"
 #include "Query.h"
 #include "Text.h"
 #include "Tokenizer.h"
@@ -13,25 +15,28 @@ namespace tarnwick::records
 namespace
 {
 
-/// How deep criteria may name tables whose criteria name tables.
-constexpr int deepest = 16;
-
 bool IsWord(const Token& token, std::string_view word)
 {
     return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
 }
 
-bool OpensTablePlace(const Token& token, bool behindFrom)
+bool IsTableWord(const Token& token)
 {
-    for (const char* word : {"FROM", "JOIN", "INTO", "UPDATE", "TABLE"})
+    for (const char* word : {"FROM", "JOIN", "INTO", "UPDATE", "TABLE", "IN"})
         if (IsWord(token, word))
             return true;
-    return behindFrom && (token.text == "," || token.text == "(" || token.text == ".");
+    return false;
 }
 
-bool IsName(const Token& token)
+bool OpensTablePlace(const Token& token, bool behindFrom)
 {
-    if (token.kind == Token::Kind::Name)
+    return IsTableWord(token) || (behindFrom && (token.text == "," || token.text == "(" || token.text == "."));
+}
+
+/// SQLite takes a string for a name where only a name can stand; among commas and parentheses it is a value.
+bool IsName(const Token& token, bool behindWord)
+{
+    if (token.kind == Token::Kind::Name || (behindWord && token.kind == Token::Kind::String))
         return true;
     const auto first = static_cast<unsigned char>(token.text.empty() ? '0' : token.text.front());
     return token.kind == Token::Kind::Word && first > '9';
@@ -40,7 +45,7 @@ bool IsName(const Token& token)
 /// The name in a token. A doubled quote inside stands for one; brackets have none.
 std::string NameIn(const Token& token)
 {
-    if (token.kind != Token::Kind::Name)
+    if (token.kind != Token::Kind::Name && token.kind != Token::Kind::String)
         return std::string(token.text);
     const char quote = token.text.front();
     const std::string_view inner = token.text.substr(1, token.text.size() - 2);
@@ -55,16 +60,14 @@ std::string NameIn(const Token& token)
     return name;
 }
 
-bool StartsWith(std::string_view text, std::string_view beginning)
+/// Names that SQLite has in every database.
+bool IsEngines(std::string_view name)
 {
-    return EqualIgnoringCase(text.substr(0, beginning.size()), beginning);
-}
-
-std::string Upper(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-    return text;
+    for (const char* known : {"sqlite_master", "sqlite_schema", "sqlite_temp_master", "sqlite_temp_schema",
+                              "sqlite_sequence", "sqlite_stat1", "pragma_table_info"})
+        if (EqualIgnoringCase(name, known))
+            return true;
+    return false;
 }
 
 } // namespace
@@ -76,11 +79,10 @@ std::vector<std::string> TablesNamedIn(std::string_view statement)
     bool behindFrom = false;
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
         behindFrom = behindFrom || IsWord(tokens[i], "FROM");
-        if (!OpensTablePlace(tokens[i], behindFrom) || !IsName(tokens[i + 1]))
+        if (!OpensTablePlace(tokens[i], behindFrom) || !IsName(tokens[i + 1], IsTableWord(tokens[i])))
             continue;
         std::string name = NameIn(tokens[i + 1]);
-        const bool isOther = StartsWith(name, "TW_") || StartsWith(name, "sqlite_") || StartsWith(name, "pragma_") ||
-                             IsWord(tokens[i + 1], "SELECT");
+        const bool isOther = ColumnsOfCatalogTable(name) || IsEngines(name) || IsWord(tokens[i + 1], "SELECT");
         if (!isOther && std::find(names.begin(), names.end(), name) == names.end())
             names.push_back(std::move(name));
     }
@@ -90,22 +92,28 @@ std::vector<std::string> TablesNamedIn(std::string_view statement)
 RecordTables::RecordTables(sqlite3* engine, Surroundings surroundings, BadFields badFields)
     : m_engine(engine), m_surroundings(std::move(surroundings)), m_badFields(badFields)
 {
-    RegisterCollation(engine);
+    RegisterDecimalCollation(engine);
 }
 
 void RecordTables::MakeReady(std::string_view statement)
 {
-    MakeNamesReady(statement, 0);
+    Names done;
+    MakeNamesReady(statement, done);
 }
 
-void RecordTables::MakeNamesReady(std::string_view statement, int depth)
+void RecordTables::MakeNamesReady(std::string_view statement, Names& done)
 {
     for (const std::string& name : TablesNamedIn(statement))
-        MakeTableReady(name, depth);
+        MakeTableReady(name, done);
 }
 
-void RecordTables::MakeTableReady(const std::string& name, int depth)
+void RecordTables::MakeTableReady(const std::string& name, Names& done)
 {
+    if (!done.insert(InUpperCase(name)).second)
+        return;
+    for (Query view(m_engine, "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE", {name});
+         view.Next();)
+        MakeNamesReady(view.Text(0), done);
     const std::shared_ptr<const RecordTable> known = Find(name);
     auto definition = ReadDefinition(m_engine, m_surroundings, name);
     if (!definition) {
@@ -119,10 +127,10 @@ void RecordTables::MakeTableReady(const std::string& name, int depth)
         if (Publish(m_engine, table) != SQLITE_OK)
             throw RecordError(sqlite3_errmsg(m_engine));
         const std::lock_guard lock(m_mutex);
-        m_tables[Upper(name)] = table;
+        m_tables[InUpperCase(name)] = table;
     }
-    if (!criteria.empty() && depth < deepest)
-        MakeNamesReady(criteria, depth + 1);
+    if (!criteria.empty())
+        MakeNamesReady(criteria, done);
 }
 
 void RecordTables::WithdrawTable(const RecordTable& table)
@@ -131,13 +139,13 @@ void RecordTables::WithdrawTable(const RecordTable& table)
     Withdraw(m_engine, name);
     Withdraw(m_engine, table.UnfilteredName());
     const std::lock_guard lock(m_mutex);
-    m_tables.erase(Upper(name));
+    m_tables.erase(InUpperCase(name));
 }
 
 std::shared_ptr<const RecordTable> RecordTables::Find(std::string_view name) const
 {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_tables.find(Upper(std::string(name)));
+    const auto found = m_tables.find(InUpperCase(name));
     return found == m_tables.end() ? nullptr : found->second;
 }
 
@@ -155,8 +163,9 @@ std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
     std::vector<std::string> names;
     for (Query row(m_engine, text + " ORDER BY 1", parameters); row.Next();)
         names.push_back(row.Text(0));
+    Names done;
     for (const std::string& table : names)
-        MakeTableReady(table, 0);
+        MakeTableReady(table, done);
     return names;
 }
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +23,8 @@ class RecordTables
 public:
     RecordTables(sqlite3* engine, Surroundings surroundings, BadFields badFields);
 
-    /// Makes ready what a statement names behind FROM, JOIN and the like. A table without a definition is withdrawn;
+    /// Makes ready what a statement names behind FROM, JOIN and the like, and what the views and criteria that it names
+    /// ask for. A table without a definition is withdrawn;
     /// trouble with one is kept for SQLite to report when it is used. Throws RecordError if the catalog cannot be read.
     void MakeReady(std::string_view statement);
 
@@ -34,9 +36,12 @@ public:
     std::vector<std::string> MakeReadyLike(const std::string* pattern);
 
 private:
-    void MakeTableReady(const std::string& name, int depth);
+    /// Names in upper case that were seen to: definitions may name one another.
+    using Names = std::set<std::string>;
+
+    void MakeTableReady(const std::string& name, Names& done);
     void WithdrawTable(const RecordTable& table);
-    void MakeNamesReady(std::string_view statement, int depth);
+    void MakeNamesReady(std::string_view statement, Names& done);
 
     sqlite3* m_engine;
     Surroundings m_surroundings;
@@ -47,8 +52,8 @@ private:
     mutable std::mutex m_mutex;
 };
 
-/// The names in a statement that stand where a table is named, without their quotes; those of the catalog's own tables
-/// and of SQLite's are left out.
+/// The names in a statement that stand where a table may be named, without their quotes; those of the catalog's own
+/// tables and of SQLite's are left out.
 std::vector<std::string> TablesNamedIn(std::string_view statement);
 
 } // namespace tarnwick::records

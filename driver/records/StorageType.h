@@ -48,6 +48,8 @@ struct StorageType {
     bool lastNibbleFree = false; ///< packed: the last half byte holds no digit
     std::string format;          ///< of a date or time, if the type fixes one or proposes it
 
+    bool operator==(const StorageType&) const = default;
+
     /// From the type's name, the SQL type that shows it, and its `ATTRIBUTES`.
     static StorageType Read(std::string_view name, std::string_view sqlType, std::string_view attributes);
 };

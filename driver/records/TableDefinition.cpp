@@ -34,18 +34,25 @@ constexpr const char* tableQuestion =
 constexpr const char* columnQuestion =
     "SELECT c.COLUMN_NAME, c.DISPLAY_NAME, c.SQL_TYPE_NAME, c.PRECISION, c.LENGTH, c.VISIBLE, c.COLUMN_TYPE,"
     "       c.FIELD_NAME, f.FIELD_NAME, f.LOCAL_TYPE_NAME, f.OFFSET, f.LENGTH, f.SCALE, f.FORMAT, f.ENCRYPTED,"
-    "       l.SQL_TYPE_NAME, l.ATTRIBUTES"
+    "       l.SQL_TYPE_NAME, l.ATTRIBUTES, c.REMARKS, c.UNSIGNED_ATTRIBUTE"
     "  FROM TW_COLUMN c"
     "  LEFT JOIN TW_FIELD f ON f.FILE_NAME = ?3 AND f.FIELD_NAME = c.FIELD_NAME"
     "  LEFT JOIN TW_LOCDT l ON l.LOCAL_TYPE_NAME = f.LOCAL_TYPE_NAME"
     " WHERE c.DATABASE_NAME = ?1 AND c.TABLE_NAME = ?2"
     " ORDER BY c.COLUMN_TYPE, c.COLUMN_NUMBER, c.COLUMN_NAME";
 
+/// Where a number has its point is the text's own matter.
+bool IsText(const Field& field)
+{
+    using Kind = StorageType::Kind;
+    return field.type.kind == Kind::Text || field.type.kind == Kind::CountedText || field.type.kind == Kind::ZeroText;
+}
+
 /// The form that keeps every digit of an exact number.
 Shown ShownNumber(const Field& field)
 {
     const std::size_t digits = DigitsOf(field);
-    if (field.scale > 0 || digits == 0)
+    if (field.scale > 0 || digits == 0 || IsText(field))
         return digits > exactRealDigits ? Shown::Decimal : Shown::Real;
     return digits + static_cast<std::size_t>(-field.scale) > integerDigits ? Shown::Decimal : Shown::Integer;
 }
@@ -55,27 +62,38 @@ std::string Sized(const char* type, std::int64_t size)
     return std::string(type) + "(" + std::to_string(size) + ")";
 }
 
-/// Decimal digits as text compare by their value.
-std::string DecimalDeclaration(const Field& field)
+IntegerLimits LimitsOf(int bytes, bool isUnsigned)
 {
-    const auto digits = static_cast<std::int64_t>(DigitsOf(field)) - std::min(field.scale, 0);
-    return "DECIMAL(" + std::to_string(digits) + ", " + std::to_string(std::max(field.scale, 0)) +
-           ") COLLATE TARNWICK_DECIMAL";
+    if (bytes >= 8)
+        return {};
+    const std::int64_t all = std::int64_t{1} << (8 * bytes);
+    return isUnsigned ? IntegerLimits{0, all - 1} : IntegerLimits{-all / 2, all / 2 - 1};
+}
+
+/// Decimal digits as text, which compare by their value. As mere DECIMAL SQLite would compare them as floating point
+/// numbers; that they are no text is told where columns are described.
+void TakeDecimal(Column& column)
+{
+    column.digits = DigitsOf(*column.field) + static_cast<std::size_t>(-std::min(column.field->scale, 0));
+    column.scale = std::max(column.field->scale, 0);
+    column.declaration = std::string(decimalText) + "(" + std::to_string(column.digits) + ", " +
+                         std::to_string(column.scale) + ") COLLATE TARNWICK_DECIMAL";
 }
 
 /// The column's form by its SQL type, and where the field's digits need more than that, by them.
-void TakeSqlType(Column& column, const std::string& type, std::int64_t size)
+void TakeSqlType(Column& column, const std::string& type, std::int64_t size, bool isUnsigned)
 {
     struct Known {
         const char* name;
         Shown shown;
         const char* declaration;
+        int integerBytes = 8;
     };
     static constexpr Known known[] = {
         {"BIT", Shown::Bit, "BIT"},
-        {"TINYINT", Shown::Integer, "TINYINT"},
-        {"SMALLINT", Shown::Integer, "SMALLINT"},
-        {"INTEGER", Shown::Integer, "INTEGER"},
+        {"TINYINT", Shown::Integer, "TINYINT", 1},
+        {"SMALLINT", Shown::Integer, "SMALLINT", 2},
+        {"INTEGER", Shown::Integer, "INTEGER", 4},
         {"BIGINT", Shown::Integer, "BIGINT"},
         {"DECIMAL", Shown::Decimal, "BIGINT"},
         {"NUMERIC", Shown::Decimal, "BIGINT"},
@@ -98,6 +116,7 @@ void TakeSqlType(Column& column, const std::string& type, std::int64_t size)
     }
     column.shown = found->shown;
     column.declaration = found->declaration;
+    column.limits = LimitsOf(found->integerBytes, isUnsigned);
     const bool isExact = column.shown == Shown::Integer || column.shown == Shown::Decimal;
     if (!isExact || !column.field)
         return;
@@ -106,7 +125,7 @@ void TakeSqlType(Column& column, const std::string& type, std::int64_t size)
     if (column.shown == Shown::Real)
         column.declaration = "DOUBLE";
     else if (column.shown == Shown::Decimal)
-        column.declaration = DecimalDeclaration(*column.field);
+        TakeDecimal(column);
 }
 
 /// The field of a column's row; `problem` says what is wrong with it.
@@ -137,10 +156,17 @@ Field ReadField(const Query& row, std::string& problem)
     return field;
 }
 
+/// A display name changes nothing but the case of the name.
+std::string Displayed(const std::string& name, const std::string& displayName)
+{
+    return EqualIgnoringCase(name, displayName) ? displayName : name;
+}
+
 Column ReadColumn(const Query& row)
 {
     Column column;
-    column.name = row.Text(EqualIgnoringCase(row.Text(0), row.Text(1)) ? 1 : 0);
+    column.name = Displayed(row.Text(0), row.Text(1));
+    column.remarks = row.Text(17);
     column.isVisible = row.Number(5) != 0;
     const std::int64_t special = row.Number(6);
     if (special >= 1 && special <= 8)
@@ -149,7 +175,7 @@ Column ReadColumn(const Query& row)
         column.problem = "its field '" + row.Text(7) + "' is not in the file's definition";
     else
         column.field = ReadField(row, column.problem);
-    TakeSqlType(column, row.Text(2), row.Number(row.Number(3) > 0 ? 3 : 4));
+    TakeSqlType(column, row.Text(2), row.Number(row.Number(3) > 0 ? 3 : 4), row.Number(18) != 0);
     return column;
 }
 
@@ -201,7 +227,9 @@ std::optional<TableDefinition> ReadDefinition(sqlite3* engine, const Surrounding
     TableDefinition definition;
     definition.database = row.Text(0);
     definition.table = row.Text(1);
-    definition.sqlName = isBound ? definition.table : definition.JoinedName();
+    definition.sqlName = Displayed(definition.table, row.Text(12));
+    if (!isBound)
+        definition.sqlName = Displayed(definition.database, row.Text(11)) + "_" + definition.sqlName;
     definition.criteria = row.Text(4);
     definition.remarks = row.Text(13);
     ReadFile(row, surroundings, definition);

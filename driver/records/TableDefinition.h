@@ -26,11 +26,18 @@ enum class Special {
     RelativeIndex = 8,
 };
 
+/// The declared type of columns that hold decimal digits as text.
+constexpr const char* decimalText = "DECIMAL_TEXT";
+
 /// A column of a table over records.
 struct Column {
     std::string name;        ///< as clients see it
     std::string declaration; ///< its type, as a column of an SQL table is declared
     Shown shown = Shown::Text;
+    IntegerLimits limits;
+    std::size_t digits = 0; ///< of a decimal number: all of them
+    int scale = 0;          ///< of a decimal number: those behind the point
+    std::string remarks;
     bool isVisible = true;
     Special special = Special::None;
     std::optional<Field> field; ///< of an ordinary column
@@ -41,8 +48,8 @@ struct Column {
 
 /// A table as the catalog defines it at one moment.
 struct TableDefinition {
-    std::string sqlName; ///< as clients name it: the database's and the table's name, joined by an underscore, or the
-                         ///< table's alone where its database is the default one
+    std::string sqlName; ///< as clients see it: the database's and the table's name, each as its display name writes
+                         ///< it, joined by an underscore, or the table's alone where its database is the default one
     std::string database;
     std::string table;
     std::string path; ///< of the data file

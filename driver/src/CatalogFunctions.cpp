@@ -1,6 +1,6 @@
 #include "Diagnostics.h"
 #include "Lower.h"
-#include "Privileges.h"
+#include "OwnStatement.h"
 #include "RecordTables.h"
 #include "Registry.h"
 #include "Resources.h"
@@ -10,6 +10,8 @@
 #include <sqlucode.h>
 
 #include <array>
+#include <string>
+#include <vector>
 
 using namespace tarnwick;
 
@@ -69,26 +71,43 @@ std::string Matching(const char* column, const SQLCHAR* pattern, SQLSMALLINT len
     return std::string(" AND ") + column + " LIKE " + Literal(NarrowArgument(pattern, length)) + " ESCAPE '\\'";
 }
 
+/// Rows of a VALUES clause.
+void AddRow(std::string& rows, const std::vector<std::string>& cells)
+{
+    const char* separator = rows.empty() ? "(" : ", (";
+    for (const std::string& cell : cells) {
+        rows += separator + Literal(cell);
+        separator = ", ";
+    }
+    rows += ")";
+}
+
 /// What a statement can read, as the common table THING (name, type, remarks): the catalog's own tables and views, and
 /// the tables over records whose names match a pattern, made ready. Those that cannot be read have no columns to tell
-/// of.
+/// of. The common table NOTE (owner, name, remarks) holds the remarks of columns.
 std::string ThingsToRead(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, bool withUnreadable)
 {
     std::string records;
+    std::string notes;
     const std::string pattern(NarrowArgument(table, tableLength));
     if (const auto connection = registry::ConnectionOf(statement))
         for (const std::string& name : connection->tables->MakeReadyLike(table ? &pattern : nullptr)) {
             const auto found = connection->tables->Find(name);
-            if (found && (withUnreadable || found->Problem().empty()))
-                records += (records.empty() ? "" : ", ") + std::string("(") + Literal(name) + ", " +
-                           Literal(found->Definition().remarks) + ")";
+            if (!found || (!withUnreadable && !found->Problem().empty()))
+                continue;
+            const records::TableDefinition& definition = found->Definition();
+            AddRow(records, {definition.sqlName, definition.remarks});
+            for (const records::Column& column : definition.columns)
+                if (!column.remarks.empty() && column.special == records::Special::None)
+                    AddRow(notes, {definition.sqlName, column.name, column.remarks});
         }
     std::string text = "WITH THING (name, type, remarks) AS (SELECT name, type, '' FROM sqlite_master "
                        "WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'";
     if (!records.empty())
         text += " UNION ALL SELECT column1, 'table', column2 FROM (VALUES " + records +
                 ") WHERE column1 COLLATE NOCASE NOT IN (SELECT name FROM sqlite_master)";
-    return text + ") ";
+    return text + "), NOTE (owner, name, remarks) AS (" +
+           (notes.empty() ? "SELECT '', '', '' WHERE 0" : "VALUES " + notes) + ") ";
 }
 
 /// A list of table types as SQLTables takes it, `TABLE,VIEW` or `'TABLE', 'VIEW'`, as a condition.

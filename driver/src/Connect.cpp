@@ -80,10 +80,33 @@ std::shared_ptr<records::Privileges> Guard(const Connection& connection, const s
             return std::optional<records::Privileges::Place>();
         return std::optional(records::Privileges::Place(table->Definition().database, table->Definition().table));
     };
-    auto privileges = std::make_shared<records::Privileges>(connection.engine, user, locate);
-    privileges->Guard();
-    return privileges;
+    try {
+        auto privileges = std::make_shared<records::Privileges>(connection.engine, user, locate);
+        privileges->Guard();
+        return privileges;
+    } catch (const records::RecordError& error) {
+        throw ConnectError("The privileges of the user " + user + " cannot be read: " + error.what());
+    }
 }
+
+/// A connection of the library below that is open, and is closed again unless it is kept.
+class OpenBelow
+{
+public:
+    explicit OpenBelow(SQLHDBC handle) : m_handle(handle) {}
+    ~OpenBelow()
+    {
+        if (m_handle)
+            lower.SQLDisconnect(m_handle);
+    }
+    OpenBelow(const OpenBelow&) = delete;
+    OpenBelow& operator=(const OpenBelow&) = delete;
+
+    void Keep() { m_handle = nullptr; }
+
+private:
+    SQLHDBC m_handle;
+};
 
 /// Opens the data source that a connect string describes and registers the connection.
 SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
@@ -102,14 +125,16 @@ SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
         if (!source.statementLog.empty())
             connection.log = std::make_shared<StatementLog>(source.statementLog);
         connection.engine = OpenCatalog(handle, connection.catalogPath, source.timeout);
+        OpenBelow below(handle);
         connection.tables = ServeRecords(connection, source, text);
         connection.privileges = Guard(connection, source.user);
         registry::OpenConnection(handle, std::make_shared<const Connection>(std::move(connection)));
+        below.Keep();
         return SQL_SUCCESS;
     } catch (const ConnectError& error) {
         return diagnostics::Raise(SQL_HANDLE_DBC, handle, cannotConnect, error.what(), error.Native());
     } catch (const std::exception& error) {
-        return diagnostics::Raise(SQL_HANDLE_DBC, handle, "HY000", error.what());
+        return diagnostics::Raise(SQL_HANDLE_DBC, handle, cannotConnect, error.what());
     }
 }
 

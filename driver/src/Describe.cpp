@@ -65,10 +65,10 @@ void TakeDecimal(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
     if (!records)
         return;
     for (const records::Column& known : records->Definition().columns)
-        if (EqualIgnoringCase(known.name, name) && known.shown == records::Shown::Decimal && known.field) {
+        if (EqualIgnoringCase(known.name, name) && known.shown == records::Shown::Decimal) {
             column->type = SQL_DECIMAL;
-            column->digits = static_cast<SQLSMALLINT>(std::max(known.field->scale, 0));
-            column->size = records::DigitsOf(*known.field) - static_cast<SQLULEN>(std::min(known.field->scale, 0));
+            column->digits = static_cast<SQLSMALLINT>(known.scale);
+            column->size = known.digits;
         }
 }
 
@@ -161,7 +161,8 @@ SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
     column->name = reinterpret_cast<const char*>(name.data());
     if (column->type == SQL_LONGVARCHAR && IsDeclaredAs(statement, number, "varchar"))
         column->type = SQL_VARCHAR;
-    else if (column->type == SQL_VARCHAR && IsDeclaredAs(statement, number, "decimal"))
+    else if ((column->type == SQL_VARCHAR || column->type == SQL_LONGVARCHAR) &&
+             IsDeclaredAs(statement, number, records::decimalText))
         TakeDecimal(statement, number, column);
     column->size = IntegerSize(column->type).value_or(column->size);
     if (const auto number = FloatOf(column->type))

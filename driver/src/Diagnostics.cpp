@@ -30,11 +30,6 @@ Store& TheStore()
     return store;
 }
 
-bool StartsWith(std::string_view text, std::string_view beginning)
-{
-    return text.substr(0, beginning.size()) == beginning;
-}
-
 bool Contains(std::string_view text, std::string_view part)
 {
     return text.find(part) != std::string_view::npos;
@@ -59,16 +54,16 @@ const char* StateOf(SQLINTEGER native, std::string_view message)
     case SQLITE_ERROR:
         break;
     default:
-        return StartsWith(message, "unbound parameters") ? "07002" : "HY000";
+        return message.starts_with("unbound parameters") ? "07002" : "HY000";
     }
-    if (StartsWith(message, "no such table"))
+    if (message.starts_with("no such table"))
         return "42S02";
-    if (StartsWith(message, "no such column") || Contains(message, " has no column named "))
+    if (message.starts_with("no such column") || Contains(message, " has no column named "))
         return "42S22";
-    if (StartsWith(message, "table ") && Contains(message, "already exists"))
+    if (message.starts_with("table ") && Contains(message, "already exists"))
         return "42S01";
-    if (Contains(message, "syntax error") || StartsWith(message, "unrecognized token") ||
-        StartsWith(message, "incomplete input"))
+    if (Contains(message, "syntax error") || message.starts_with("unrecognized token") ||
+        message.starts_with("incomplete input"))
         return "42000";
     return "HY000";
 }

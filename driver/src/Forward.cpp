@@ -20,7 +20,6 @@ FORWARD(SQLNumResultCols, (SQLHSTMT s, SQLSMALLINT* columns), (s, columns))
 FORWARD(SQLRowCount, (SQLHSTMT s, SQLLEN* rows), (s, rows))
 
 // Execution
-FORWARD(SQLExecute, (SQLHSTMT s), (s))
 FORWARD(SQLCancel, (SQLHSTMT s), (s))
 FORWARD(SQLNumParams, (SQLHSTMT s, SQLSMALLINT* parameters), (s, parameters))
 FORWARD(SQLDescribeParam,
@@ -34,7 +33,6 @@ FORWARD(SQLBindParameter,
         (SQLHSTMT s, SQLUSMALLINT number, SQLSMALLINT direction, SQLSMALLINT valueType, SQLSMALLINT type, SQLULEN size,
          SQLSMALLINT digits, SQLPOINTER value, SQLLEN capacity, SQLLEN* length),
         (s, number, direction, valueType, type, size, digits, value, capacity, length))
-FORWARD(SQLParamData, (SQLHSTMT s, SQLPOINTER* value), (s, value))
 FORWARD(SQLPutData, (SQLHSTMT s, SQLPOINTER value, SQLLEN length), (s, value, length))
 FORWARD(SQLEndTran, (SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT completion), (type, handle, completion))
 

@@ -16,9 +16,19 @@ namespace
 
 using Run = decltype(Lower::SQLExecDirect);
 
-/// Takes a statement in: writes it to the log, puts it into SQLite's spelling, sees that the tables
-/// over records that it names are there, and hands it on, complete with its
-/// terminator.
+/// Lets the library below run a statement. What a user's rights refuse is told in the words of the refusal.
+template <typename Call>
+SQLRETURN RunByRights(SQLHSTMT statement, Call call)
+{
+    records::Privileges::TakeRefusal();
+    const SQLRETURN answer = call();
+    if (const std::string refusal = records::Privileges::TakeRefusal(); answer == SQL_ERROR && !refusal.empty())
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
+    return answer;
+}
+
+/// Takes a statement in: writes it to the log, puts it into SQLite's spelling, sees that the tables over records that
+/// it names are there, and hands it on, complete with its terminator.
 SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
 {
     diagnostics::Clear(SQL_HANDLE_STMT, statement);
@@ -37,11 +47,8 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
     } catch (const records::RecordError& error) {
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
     }
-    records::Privileges::TakeRefusal();
-    const SQLRETURN answer = run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS);
-    if (const std::string refusal = records::Privileges::TakeRefusal(); answer == SQL_ERROR && !refusal.empty())
-        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
-    return answer;
+    return RunByRights(statement,
+                       [&] { return run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS); });
 }
 
 SQLRETURN SubmitNarrow(SQLHSTMT statement, const SQLCHAR* text, SQLINTEGER length, Run run)
@@ -80,6 +87,17 @@ SQLRETURN SQL_API SQLPrepare(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER lengt
 SQLRETURN SQL_API SQLPrepareW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER length)
 {
     return SubmitWide(statement, text, length, lower.SQLPrepare);
+}
+
+SQLRETURN SQL_API SQLExecute(SQLHSTMT statement)
+{
+    diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    return RunByRights(statement, [&] { return lower.SQLExecute(statement); });
+}
+
+SQLRETURN SQL_API SQLParamData(SQLHSTMT statement, SQLPOINTER* value)
+{
+    return RunByRights(statement, [&] { return lower.SQLParamData(statement, value); });
 }
 
 SQLRETURN SQL_API SQLNativeSql(SQLHDBC connection, SQLCHAR* text, SQLINTEGER textLength, SQLCHAR* native,

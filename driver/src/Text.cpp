@@ -20,6 +20,11 @@ bool IsLowSurrogate(char32_t unit)
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
+char Upper(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 void AppendUtf8(std::string& text, char32_t character)
 {
     const auto put = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
@@ -198,9 +203,27 @@ Fit PutWide(std::string_view text, void* buffer, SQLINTEGER capacity, SQLINTEGER
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right)
 {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&](char a, char b) { return upper(a) == upper(b); });
+                      [](char a, char b) { return Upper(a) == Upper(b); });
+}
+
+bool StartsWithIgnoringCase(std::string_view text, std::string_view beginning)
+{
+    return EqualIgnoringCase(text.substr(0, beginning.size()), beginning);
+}
+
+std::string InUpperCase(std::string_view text)
+{
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), Upper);
+    return upper;
+}
+
+void AppendHexadecimal(char byte, std::string& text)
+{
+    constexpr char digits[] = "0123456789ABCDEF";
+    text += digits[static_cast<unsigned char>(byte) >> 4];
+    text += digits[static_cast<unsigned char>(byte) & 0xF];
 }
 
 } // namespace tarnwick

@@ -44,4 +44,13 @@ Fit PutWide(std::string_view text, void* buffer, SQLINTEGER capacity, SQLINTEGER
 /// ASCII comparison without regard to case, as ODBC keys and SQL keywords are compared.
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
 
+/// Whether a text begins so, by the same comparison.
+bool StartsWithIgnoringCase(std::string_view text, std::string_view beginning);
+
+/// The text with its ASCII letters in upper case.
+std::string InUpperCase(std::string_view text);
+
+/// Appends a byte as two hexadecimal digits.
+void AppendHexadecimal(char byte, std::string& text);
+
 } // namespace tarnwick

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <random>
+#include <set>
 
 using namespace tarnwick::records;
 using namespace std::string_literals;
@@ -112,6 +113,14 @@ const NumberCase numbers[] = {
     {"NUMERIC", "4 2  ", 0, "!a character is no digit"},
     {"NUMERIC", "    -", 0, "!it has no digits"},
     {"NUMERIC", "1.2.3", 0, "!a character is no digit"},
+    {"NUMERIC", "12345678901234.567", 0, "12345678901234.567"},
+    {"NUMERIC", "123456789012345.678", 0, "123456789012345.678"},
+    {"NUMERIC", "1234567890123456.789", 0, "1234567890123456.789"},
+    {"NUMERIC", "123456789012345678.90", 0, "123456789012345678.90"},
+    {"NUMERIC", "-12345678901234567890.5", 0, "-12345678901234567890.5"},
+    {"ZONED-U", "12345678901234567", 0, "12345678901234567"},
+    {"ZONED-U", "123456789012345678", 0, "123456789012345678"},
+    {"ZONED-U", "1234567890123456789", 0, "1234567890123456789"},
     {"ZONED", "12345", 2, "123.45"},
     {"ZONED", "1234{", 0, "12340"},
     {"ZONED", "1234E", 0, "12345"},
@@ -161,11 +170,29 @@ const NumberCase numbers[] = {
     {"INTEGER-2-BE", "\xFF\xFE", 2, "-0.02"},
     {"INTEGER-3", "\xFE\xFF\xFF", 0, "-2"},
     {"INTEGER-4", "\x15\xCD\x5B\x07", 4, "12345.6789"},
+    {"INTEGER-3", "\x01\x02\x03", 0, "197121"},
+    {"INTEGER-3-BE", "\x01\x02\x03", 0, "66051"},
+    {"INTEGER-4-BE", "\xFF\xFF\xFF\x85", 0, "-123"},
+    {"INTEGER-5", "\x01\x00\x00\x00\x01"s, 0, "4294967297"},
+    {"INTEGER-6", "\x00\x00\x00\x00\x00\x80"s, 0, "-140737488355328"},
+    {"INTEGER-6-BE", "\x00\x01\x00\x00\x00\x00"s, 3, "4294967.296"},
+    {"INTEGER-7", "\xFF\xFF\xFF\xFF\xFF\xFF\x7F", 0, "36028797018963967"},
+    {"INTEGER-7-BE", "\x80\x00\x00\x00\x00\x00\x00"s, 0, "-36028797018963968"},
     {"INTEGER-5-BE", "\xFF\xFF\xFF\xFF\x00"s, 0, "-256"},
     {"INTEGER-8", "\x00\x00\x00\x00\x00\x00\x00\x80"s, 0, "-9223372036854775808"},
     {"INTEGER-8-BE", "\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 0, "9223372036854775807"},
     {"UNSIGNED-1", "\xFF", 0, "255"},
     {"UNSIGNED-2", "\xFF\xFF", 0, "65535"},
+    {"UNSIGNED-2-BE", "\xFF\x00"s, 1, "6528.0"},
+    {"UNSIGNED-3", "\x00\x00\xFF"s, 0, "16711680"},
+    {"UNSIGNED-4", "\xFF\xFF\xFF\xFF", 0, "4294967295"},
+    {"UNSIGNED-4-BE", "\x80\x00\x00\x00"s, 0, "2147483648"},
+    {"UNSIGNED-5", "\x00\x00\x00\x00\xFF"s, 0, "1095216660480"},
+    {"UNSIGNED-5-BE", "\xFF\x00\x00\x00\x00"s, 0, "1095216660480"},
+    {"UNSIGNED-6", "\xFF\xFF\xFF\xFF\xFF\xFF", 0, "281474976710655"},
+    {"UNSIGNED-6-BE", "\x00\x00\x00\x00\x01\x00"s, 0, "256"},
+    {"UNSIGNED-7", "\x00\x00\x00\x00\x00\x00\x80"s, 0, "36028797018963968"},
+    {"UNSIGNED-7-BE", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 2, "720575940379279.35"},
     {"UNSIGNED-3-BE", "\x01\x00\x00"s, 0, "65536"},
     {"UNSIGNED-8", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 0, "18446744073709551615"},
     {"UNSIGNED-8-BE", "\x80\x00\x00\x00\x00\x00\x00\x00"s, 2, "92233720368547758.08"},
@@ -238,11 +265,25 @@ const TextCase texts[] = {
     {"BINARY-STRING", "\x0A\xFF", "", Shown::Bytes, "\x0A\xFF"},
     {"BOOLEAN", "\0"s, "", Shown::Bit, "0"},
     {"BOOLEAN", "Y", "", Shown::Bit, "1"},
+    {"BOOLEAN", "\0\x01"s, "", Shown::Bit, "1"},
+    {"STRING", "J\xFCrg  ", "", Shown::Bytes, "J\xFCrg  "},
+    {"STRING-EBCDIC", "\xC8\x40", "", Shown::Bytes, "\xC8\x40"},
+    {"STRING-COUNTED", "\x02\x00\xFC\xFD."s, "", Shown::Bytes, "\xFC\xFD"},
+    {"STRING-ZERO", "\xFC\0."s, "", Shown::Bytes, "\xFC"},
+    {"PACKED", "\x1C", "", Shown::Bytes, "\x1C"},
+    {"STRING", "123456789012345678901.5", "", Shown::Decimal, "123456789012345678901.5"},
+    {"FLOAT-4-BE", "\x3F\xC0\x00\x00"s, "", Shown::Integer, "!it has digits behind the point, and its column has none"},
+    {"FLOAT-4-BE", "\x7F\x00\x00\x00"s, "", Shown::Integer, "!the number is too large for its column"},
+    {"FLOAT-4-BE", "\xC0\x00\x00\x00"s, "", Shown::Integer, "-2"},
     {"DATE", "1998-12-31", "", Shown::Date, "1998-12-31"},
     {"DATE", "31.12.1998", "DD.MM.YYYY", Shown::Date, "1998-12-31"},
     {"DATE", "31-Dec-98", "DD-MMM-YY", Shown::Date, "1998-12-31"},
     {"DATE", "311249", "DDMMYY", Shown::Date, "2049-12-31"},
     {"DATE", "311250", "DDMMYY", Shown::Date, "1950-12-31"},
+    {"DATE", "1998-12-31 ", "YYYY-MM-DD ", Shown::Date, "1998-12-31"},
+    {"DATE", "1998 12 ", "YYYY MM ", Shown::Date, "1998-12-01"},
+    {"DATE", "1998 12x", "YYYY MM ", Shown::Date,
+     "!they do not follow the field's format, or there is no such day or time"},
     {"DATE", "          ", "YYYY-MM-DD", Shown::Date, "~"},
     {"DATE", "0000-00-00", "YYYY-MM-DD", Shown::Date, "~"},
     {"DATE", "1999-02-29", "YYYY-MM-DD", Shown::Date,
@@ -264,6 +305,11 @@ const TextCase texts[] = {
     {"TIMESTAMP-8", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", "", Shown::Timestamp, "!it is a span of time and no moment"},
     {"SECONDS-4", "\x80\x51\x01\x00"s, "", Shown::Timestamp, "1970-01-02 00:00:00"},
     {"SECONDS-4", "\xFF\xFF\xFF\xFF", "", Shown::Timestamp, "1969-12-31 23:59:59"},
+    {"SECONDS-4", "\xFF\xFF\xFF\xFF\x00"s, "", Shown::Timestamp, "2106-02-07 06:28:15"},
+    {"SECONDS-4", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F", "", Shown::Timestamp,
+     "!it is beyond the years that a date can show"},
+    {"SECONDS-4", std::string(9, '\0'), "", Shown::Timestamp, "!the number is too large for its column"},
+    {"TIMESTAMP-8", "\x01", "", Shown::Timestamp, "!the field is not of 8 bytes"},
     {"ZONED-U", "19981231", "YYYYMMDD", Shown::Date, "1998-12-31"},
     {"PACKED", "\x00\x10\x20\x3C"s, "YYMMDD", Shown::Date, "2001-02-03"},
 };
@@ -291,6 +337,25 @@ TEST(FieldDecoder, AFormThatCannotHoldANumberRefusesIt)
     EXPECT_EQ(Shows(MakeField("ZONED-U", 18, -3), Shown::Integer, "999999999999999999"),
               "!the number is too large for its column");
     EXPECT_EQ(Shows(MakeField("ZONED-U", 4, -3), Shown::Integer, "0012"), "12000");
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 38, -1), Shown::Integer, "68056473384187692692674921486353642292"),
+              "!the number is too large for its column")
+        << "ten times this is 0 in 128 bits, and a little more";
+}
+
+TEST(FieldDecoder, AColumnsLimitsHoldForItsNumbers)
+{
+    const auto shows = [](const char* type, const std::string& bytes, IntegerLimits limits) {
+        const FieldDecoder decoder(MakeField(type, bytes.size()), Shown::Integer, CodePage::Utf8(), limits);
+        Value value;
+        std::string room;
+        const char* const reason = decoder.Decode(bytes, value, room);
+        return reason ? std::string(reason) : std::to_string(value.integer);
+    };
+    EXPECT_EQ(shows("NUMERIC", "  -128", {-128, 127}), "-128");
+    EXPECT_EQ(shows("NUMERIC", "  -129", {-128, 127}), "the number is too large for its column");
+    EXPECT_EQ(shows("NUMERIC", "   128", {-128, 127}), "the number is too large for its column");
+    EXPECT_EQ(shows("FLOAT-4-BE", "\x43\x00\x00\x00"s, {-128, 127}), "the number is too large for its column");
+    EXPECT_EQ(shows("FLOAT-4-BE", "\x42\xFE\x00\x00"s, {-128, 127}), "127");
 }
 
 TEST(FieldDecoder, AFloatingPointNumberIsTheNearestToTheDecimal)
@@ -332,6 +397,19 @@ TEST(FieldDecoder, AnEncryptedFieldIsRefused)
     Field field = MakeField("STRING", 4);
     field.isEncrypted = true;
     EXPECT_EQ(Shows(field, Shown::Text, "abcd"), "!the field is encrypted, and there is no key to read it");
+}
+
+TEST(FieldDecoder, EveryTypeOfTheCatalogIsHeldToKnownBytes)
+{
+    std::set<std::string> held;
+    for (const NumberCase& number : numbers)
+        held.insert(number.type);
+    for (const RealCase& number : reals)
+        held.insert(number.type);
+    for (const TextCase& text : texts)
+        held.insert(text.type);
+    for (const LocalTypes::Row& row : LocalTypes::All())
+        EXPECT_EQ(held.count(row.name), 1u) << row.name;
 }
 
 TEST(FieldDecoder, EveryTypeOfTheCatalogIsKnown)

@@ -85,6 +85,108 @@ TEST_F(Rights, AreNoneForAnUnknownUser)
     EXPECT_EQ(Rows(nobody, "WITH x AS (SELECT 7 AS n) SELECT n FROM x"), "7\n");
 }
 
+TEST_F(Rights, HoldInsideCommonTableExpressionsToo)
+{
+    OdbcClient& nobody = As("NOBODY");
+    ExpectRefused(nobody, "WITH x AS (SELECT USER_PASSWORD FROM TW_USER) SELECT * FROM x", "read the table TW_USER");
+    ExpectRefused(nobody, "WITH x AS (SELECT * FROM TW_USER) SELECT COUNT(*) FROM x", "read the table TW_USER");
+    ExpectRefused(nobody, "SELECT COUNT(*) FROM (SELECT 1 FROM BANK_OWNER)", "read the table BANK_OWNER");
+    ExpectRefused(nobody, "SELECT 1 WHERE 3 IN BANK_OWNER", "read the table BANK_OWNER");
+    ExpectRefused(As("TELLER"), "WITH TW_X AS (SELECT NO FROM BANK_OWNER) SELECT NO FROM TW_X",
+                  "read the table BANK_OWNER");
+}
+
+TEST_F(Rights, HoldForWhatAViewReads)
+{
+    Run("CREATE VIEW BOTH_KINDS AS SELECT NO FROM BANK_ACCOUNT UNION ALL SELECT NO FROM BANK_OWNER");
+    EXPECT_EQ(Rows(As("AUDITOR"), "SELECT COUNT(*) FROM BOTH_KINDS"), "3\n");
+    ExpectRefused(As("TELLER"), "SELECT NO FROM BOTH_KINDS", "read the table BANK_OWNER");
+}
+
+TEST_F(Rights, HoldForTheRecordsBehindACriteria)
+{
+    Run("UPDATE TW_TABLE SET CRITERIA = 'BANK_OWNER.NO > 5' WHERE TABLE_NAME = 'OWNER'");
+    for (const char* user : {"NOBODY", "TELLER", "AUDITOR"}) {
+        OdbcClient& client = As(user);
+        client.Execute("SELECT * FROM BANK_OWNER");
+        ExpectRefused(client, "SELECT * FROM [all records of BANK_OWNER]", "read the table all records of BANK_OWNER");
+        ExpectRefused(client, "SELECT COUNT(*) FROM [ALL RECORDS OF bank_owner]", "read the table ALL RECORDS OF");
+    }
+    EXPECT_EQ(Rows("SELECT * FROM BANK_OWNER"), "");
+    EXPECT_NE(Failure("SELECT * FROM [all records of BANK_OWNER]").find("no such table"), std::string::npos);
+}
+
+TEST_F(Rights, AreToldInTheirWordsWhenAPreparedStatementRuns)
+{
+    for (const char* statement : {"DELETE FROM TW_FILE", "INSERT INTO TW_FILE (FILE_NAME) VALUES ('X')",
+                                  "SELECT NO FROM BANK_OWNER", "DROP TABLE TW_FILE"}) {
+        const Result result = As("CLERK").Prepared(statement);
+        EXPECT_FALSE(result.Succeeded()) << statement;
+        EXPECT_NE(result.diagnostic.message.find("privileges"), std::string::npos)
+            << statement << ": " << result.diagnostic.message;
+        EXPECT_EQ(result.diagnostic.state, "42000") << statement;
+    }
+}
+
+TEST_F(Rights, ToInsertAndToDeleteAreGrantedOneByOne)
+{
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT, ALLOW_DELETE) "
+        "VALUES ('MAKER', 'TW', 'DATABASE', 1, 1, 0), ('BREAKER', 'TW', 'DATABASE', 1, 0, 1), "
+        "('KEEPER', 'TW', 'TABLE', 1, 1, 1)");
+    Run("INSERT INTO TW_TBLPRV (USER_NAME, DATABASE_NAME, TABLE_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
+        "ALLOW_DELETE) VALUES ('KEEPER', 'TW', 'FILE', 1, 1, 1, 1), ('KEEPER', 'TW', 'FIELD', 1, 0, 0, 0)");
+    const std::string insert = "INSERT INTO TW_FILE (FILE_NAME) VALUES ('X')";
+    const std::string remove = "DELETE FROM TW_FILE WHERE FILE_NAME = 'X'";
+    Run(As("MAKER"), insert);
+    ExpectRefused(As("MAKER"), remove, "delete from the table TW_FILE");
+    Run(As("BREAKER"), remove);
+    ExpectRefused(As("BREAKER"), insert, "add to the table TW_FILE");
+    OdbcClient& keeper = As("KEEPER");
+    Run(keeper, insert);
+    Run(keeper, "UPDATE TW_FILE SET REMARKS = 'kept' WHERE FILE_NAME = 'X'");
+    Run(keeper, remove);
+    ExpectRefused(keeper, "DELETE FROM TW_FIELD", "delete from the table TW_FIELD");
+    ExpectRefused(keeper, "SELECT * FROM TW_DB", "read the table TW_DB");
+}
+
+TEST_F(Rights, OfADatabaseWhoseNameBeginsLikeTheCatalogsAreItsOwn)
+{
+    Run("INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY) SELECT 'TW_OLD', DEFAULT_DIRECTORY FROM TW_DB "
+        "WHERE DATABASE_NAME = 'BANK'");
+    for (const char* table : {"TW_TABLE", "TW_COLUMN"}) {
+        const std::string rows = std::string("SELECT * FROM ") + table + " WHERE TABLE_NAME = 'OWNER'";
+        Run("CREATE TABLE MOVED AS " + rows);
+        Run("UPDATE MOVED SET DATABASE_NAME = 'TW_OLD'");
+        Run(std::string("INSERT INTO ") + table + " SELECT * FROM MOVED");
+        Run("DROP TABLE MOVED");
+    }
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, ALLOW_SELECT) VALUES ('OLDIE', 'TW_OLD', 1)");
+    EXPECT_EQ(Rows("SELECT NO FROM TW_OLD_OWNER"), "3\n");
+    EXPECT_EQ(Rows(As("OLDIE"), "SELECT NO FROM TW_OLD_OWNER"), "3\n");
+    ExpectRefused(As("CLERK"), "SELECT NO FROM TW_OLD_OWNER", "read the table TW_OLD_OWNER");
+}
+
+TEST_F(Rights, DoNotReachBeyondTheCatalog)
+{
+    OdbcClient& clerk = As("CLERK");
+    ExpectRefused(clerk, "SELECT blob_export(x'00', '" + setup.File("out") + "')", "call the function blob_export");
+    EXPECT_FALSE(std::filesystem::exists(setup.File("out")));
+    EXPECT_EQ(Rows(clerk, "SELECT upper('x')"), "X\n");
+}
+
+TEST_F(Rights, ThatCannotBeReadKeepTheConnectionShut)
+{
+    Run("DROP TABLE TW_DBPRV");
+    OdbcClient client;
+    EXPECT_FALSE(client.Connect("Driver=Tarnwick ODBC;UID=TELLER;Catalog=" + setup.File("c.cat")));
+    EXPECT_EQ(client.Failure().state, "08001");
+    EXPECT_NE(client.Failure().message.find("The privileges of the user TELLER cannot be read: no such table"),
+              std::string::npos)
+        << client.Failure().message;
+    Connect(client, "UID=ADMIN");
+    EXPECT_EQ(Rows(client, "SELECT NO FROM BANK_OWNER"), "3\n");
+}
+
 TEST_F(Rights, OfTheAdministratorSurviveAClearedCatalog)
 {
     for (const char* table : {"TW_DBPRV", "TW_TBLPRV", "TW_USER"})

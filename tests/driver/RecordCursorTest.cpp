@@ -16,7 +16,9 @@ struct FormatCase {
     const char* openString;
     std::size_t size;
     std::string content;
-    const char* records; ///< number:bytes, with blanks between them; `!` where the walk ends in an error
+    /// number:bytes, with blanks between them; `~` and the bytes where the last record is short, `!` where the walk
+    /// ends in a length that cannot be; both with the reason
+    const char* records;
 };
 
 std::string Walk(const RecordFormat& format, const std::string& content)
@@ -27,8 +29,10 @@ std::string Walk(const RecordFormat& format, const std::string& content)
         const RecordCursor::Step step = cursor.Next();
         if (step == RecordCursor::Step::End)
             return text;
-        if (step == RecordCursor::Step::Error)
+        if (step == RecordCursor::Step::Corrupt)
             return text + "! " + cursor.Reason();
+        if (step == RecordCursor::Step::Short)
+            return text + "~" + std::string(cursor.Bytes()) + " " + cursor.Reason();
         text += std::to_string(cursor.Number()) + ":" + std::string(cursor.Bytes()) + " ";
     }
 }
@@ -36,7 +40,7 @@ std::string Walk(const RecordFormat& format, const std::string& content)
 const FormatCase formats[] = {
     {"SEQUENTIAL", "FIXED", "", 3, "abcdef", "1:abc 2:def "},
     {"SEQUENTIAL", "FIXED", "", 3, "", ""},
-    {"SEQUENTIAL", "FIXED", "", 3, "abcde", "1:abc ! the file ends inside the record: 2 bytes of 3 are there"},
+    {"SEQUENTIAL", "FIXED", "", 3, "abcde", "1:abc ~de the file ends inside the record: 2 bytes of 3 are there"},
     {"SEQUENTIAL", "FIXED", "SKIP-2", 3, "..abc", "1:abc "},
     {"SEQUENTIAL", "FIXED", "SKIP-9", 3, "..abc", ""},
     {"SEQUENTIAL", "FIXED", "LINE", 3, "abc\ndef\n", "1:abc 2:def "},
@@ -80,14 +84,30 @@ const FormatCase formats[] = {
      "\x01\x00"
      "a\x09\x00"
      "bc"s,
-     "1:a ! the file ends inside the record: 4 bytes of 11 are there"},
+     "1:a ~bc the file ends inside the record: 4 bytes of 11 are there"},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-2", 9,
+     "\x01\x00"
+     "a\x0A\x00"
+     "bc"s,
+     "1:a ! its length is 10, which is more than the 9 bytes of a record and than the rest of the file"},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-2", 0,
+     "\x0A\x00"
+     "bc"s,
+     "~bc the file ends inside the record: 4 bytes of 12 are there"},
+    {"SEQUENTIAL", "VARIABLE", "RDW", 9,
+     "\x00\x09\x00\x00"
+     "bc"s,
+     "~bc the file ends inside the record: 6 bytes of 9 are there"},
     {"SEQUENTIAL", "VARIABLE", "COUNTED-4", 9, "\x01\x00"s,
-     "! the file ends inside the record: 2 bytes of 4 are there"},
+     "~ the file ends inside the record: 2 bytes of 4 are there"},
     {"RELATIVE", "FIXED", "", 2, "ab\0\0cd"s, "1:ab 3:cd "},
     {"RELATIVE", "FIXED", "SLOT-4", 2, "\x02\0\0\0ab\0\0\0\0xx\x01\0\0\0c."s, "1:ab 3:c "},
     {"RELATIVE", "VARIABLE", "SLOT-8", 2, "\x02\0\0\0\0\0\0\0ab"s, "1:ab "},
     {"RELATIVE", "FIXED", "SLOT-4", 2, "\x09\0\0\0ab"s, "! its length is 9, and its slot has room for 2"},
+    {"RELATIVE", "FIXED", "SLOT-4", 9, "\x05\0\0\0ab"s, "~ab the file ends inside the record: 6 bytes of 13 are there"},
     {"INDEXED", "FIXED", "", 2, "ab\ncd\0ef\n"s, "1:ab 3:ef "},
+    {"INDEXED", "FIXED", "", 2, "ab\ncd"s, "1:ab ~cd the file ends inside the record: 2 bytes of 3 are there"},
+    {"INDEXED", "FIXED", "SKIP-1", 2, ".ab\n"s, "1:ab "},
     {"INDEXED", "VARIABLE", "", 9,
      "\x00\x01\x00\x00"
      "a\x00\x01\x00\x01"
@@ -164,4 +184,26 @@ TEST(RecordFormat, WhatCannotBeLaidOutIsRefused)
     EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "SLOT-4", 4),
               "the open string does not suit a file of the organisation SEQUENTIAL");
     EXPECT_EQ(refusal("INDEXED", "FIXED", "LINE", 4), "the open string does not suit an indexed file of FIXED records");
+    for (const char* word : {"COUNTED-2", "COUNTED-4", "COUNTED-2-BE", "COUNTED-4-BE", "COUNTED-COBOL", "RDW"})
+        EXPECT_EQ(refusal("INDEXED", "VARIABLE", word, 4),
+                  "the open string does not suit an indexed file of VARIABLE records");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_COUNTED-2", 4), "the open string has both 'LINE' and 'COUNTED-2'");
+    EXPECT_EQ(refusal("RELATIVE", "FIXED", "SLOT-4 SLOT-8", 4), "the open string has both 'SLOT-4' and 'SLOT-8'");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "ASCII,EBCDIC-037", 4),
+              "the open string has both 'ASCII' and 'EBCDIC-037'");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "SKIP-1_SKIP-2", 4), "the open string has both 'SKIP-1' and 'SKIP-2'");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_line", 4), "none");
+}
+
+TEST(RecordFormat, NamesOfCodePagesMayHoldUnderscores)
+{
+    for (const char* open : {"SHIFT_JIS", "LINE_SHIFT_JIS_SKIP-2", "SKIP-2, SHIFT_JIS"}) {
+        const RecordFormat format = RecordFormat::Read("SEQUENTIAL", "FIXED", open, 4);
+        std::string room;
+        std::string_view text;
+        ASSERT_TRUE(format.page->Convert("\x93\xFA", room, text)) << open;
+        EXPECT_EQ(text, "日") << open;
+        EXPECT_EQ(format.skip, std::string(open).find("SKIP") == std::string::npos ? 0u : 2u) << open;
+    }
+    EXPECT_THROW(RecordFormat::Read("SEQUENTIAL", "FIXED", "SHIFT JIS", 4), RecordError);
 }

@@ -1,0 +1,96 @@
+#include "CutGuard.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <mutex>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace tarnwick::records::cutguard
+{
+namespace
+{
+
+/// The handler may only look at what is there already and takes no lock; so there is room for a fixed number.
+struct Guarded {
+    std::atomic<std::uintptr_t> begin{0}; ///< 0 for a free place
+    std::atomic<std::size_t> size{0};
+};
+
+std::array<Guarded, 512> places;
+std::mutex placesMutex; ///< of those who change `places`
+
+struct sigaction previous;
+std::uintptr_t pageSize;
+
+/// Puts zeros from the page of an address to the end of its mapping.
+bool Replace(std::uintptr_t address)
+{
+    for (const Guarded& place : places) {
+        const std::uintptr_t begin = place.begin.load(std::memory_order_acquire);
+        const std::uintptr_t end = begin + place.size.load(std::memory_order_relaxed);
+        if (begin == 0 || address < begin || address >= end)
+            continue;
+        const std::uintptr_t page = address & ~(pageSize - 1);
+        return ::mmap(reinterpret_cast<void*>(page), end - page, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1,
+                      0) != MAP_FAILED;
+    }
+    return false;
+}
+
+void HandOn(int signal, siginfo_t* info, void* context)
+{
+    if ((previous.sa_flags & SA_SIGINFO) != 0)
+        previous.sa_sigaction(signal, info, context);
+    else if (previous.sa_handler == SIG_DFL || previous.sa_handler == SIG_IGN)
+        ::sigaction(SIGBUS, &previous, nullptr); // the access is tried again, and ends the process as it would have
+    else
+        previous.sa_handler(signal);
+}
+
+void OnSignal(int signal, siginfo_t* info, void* context)
+{
+    const int error = errno;
+    if (info->si_code <= 0 || !Replace(reinterpret_cast<std::uintptr_t>(info->si_addr)))
+        HandOn(signal, info, context);
+    errno = error;
+}
+
+void Install()
+{
+    pageSize = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
+    struct sigaction action {
+    };
+    action.sa_sigaction = OnSignal;
+    action.sa_flags = SA_SIGINFO | SA_ONSTACK;
+    sigemptyset(&action.sa_mask);
+    ::sigaction(SIGBUS, &action, &previous);
+}
+
+} // namespace
+
+void Add(const char* begin, std::size_t size)
+{
+    static std::once_flag installed;
+    std::call_once(installed, Install);
+    const std::lock_guard lock(placesMutex);
+    for (Guarded& place : places)
+        if (place.begin.load(std::memory_order_relaxed) == 0) {
+            place.size.store(size, std::memory_order_relaxed);
+            place.begin.store(reinterpret_cast<std::uintptr_t>(begin), std::memory_order_release);
+            return;
+        }
+}
+
+void Remove(const char* begin)
+{
+    const std::lock_guard lock(placesMutex);
+    for (Guarded& place : places)
+        if (place.begin.load(std::memory_order_relaxed) == reinterpret_cast<std::uintptr_t>(begin))
+            place.begin.store(0, std::memory_order_release);
+}
+
+} // namespace tarnwick::records::cutguard

@@ -1,0 +1,18 @@
+#pragma once
+
+namespace tarnwick::records
+{
+
+/// The driver's own statements, which no user's rights limit, while one of these lives on the thread.
+class OwnStatement
+{
+public:
+    OwnStatement();
+    ~OwnStatement();
+    OwnStatement(const OwnStatement&) = delete;
+    OwnStatement& operator=(const OwnStatement&) = delete;
+
+    static bool IsRunning();
+};
+
+} // namespace tarnwick::records

@@ -1,0 +1,181 @@
+#include "RecordScan.h"
+
+#include <sqlite3.h>
+
+#include <utility>
+
+namespace tarnwick::records
+{
+namespace
+{
+
+/// The most records that an index is made of.
+constexpr std::size_t mostIndexed = 8'000'000;
+
+} // namespace
+
+RecordScan::RecordScan(ScannedTable& table) : m_table(table)
+{
+    ++m_table.scans;
+}
+
+RecordScan::~RecordScan()
+{
+    if (--m_table.scans == 0)
+        m_table.lookUps.clear();
+}
+
+void RecordScan::Begin()
+{
+    Open(Table().File());
+    BeginAll();
+}
+
+void RecordScan::BeginWith(std::size_t column, sqlite3_value* value)
+{
+    Open(Table().File());
+    if (sqlite3_value_type(value) == SQLITE_NULL) {
+        m_isAtEnd = true;
+        return;
+    }
+    const auto key = KeyIndex::KeyOf(Table().Definition().columns[column].shown, value);
+    const KeyIndex* const index = key ? IndexOf(column) : nullptr;
+    if (!index)
+        return BeginAll();
+    const auto places = index->Find(*key);
+    m_found.emplace(places.begin(), places.end());
+    Next();
+}
+
+void RecordScan::Next()
+{
+    if (!m_found && !m_chosen)
+        return StepRecord();
+    if (m_found)
+        StepFound();
+    else
+        StepChosen();
+    RefuseCutFile(m_isAtEnd);
+}
+
+std::string RecordScan::Place() const
+{
+    return "The data file '" + m_file->Path() + "', record " + std::to_string(m_records->Number());
+}
+
+const char* RecordScan::Decode(std::size_t column, Value& value)
+{
+    const Field& field = *Table().Definition().columns[column].field;
+    const FieldDecoder& decoder = *Table().Decoder(column);
+    const std::string_view record = m_records->Bytes();
+    if (field.offset >= record.size()) {
+        value = Value::Null();
+        return nullptr;
+    }
+    const std::string_view bytes = record.substr(field.offset, field.length);
+    const char* const reason = bytes.size() < field.length && !decoder.MayEndEarly()
+                                   ? "the record ends inside the field"
+                                   : decoder.Decode(bytes, value, m_room);
+    RefuseCutFile(false);
+    return reason;
+}
+
+void RecordScan::StepRecord()
+{
+    using Step = RecordCursor::Step;
+    const Step step = m_records->Next();
+    m_isAtEnd = step == Step::End;
+    RefuseCutFile(step != Step::Record);
+    if (step == Step::Corrupt || (step == Step::Short && Table().WhenBad() == BadFields::Error))
+        throw RecordError(Place() + ": " + m_records->Reason() + ".");
+}
+
+void RecordScan::StepFound()
+{
+    m_isAtEnd = m_found->empty();
+    if (m_isAtEnd)
+        return;
+    m_records->Seek(m_found->front().position, m_found->front().number);
+    m_found->pop_front();
+}
+
+void RecordScan::StepChosen()
+{
+    struct Inside {
+        explicit Inside(bool& flag) : inside(flag) { inside = true; }
+        ~Inside() { inside = false; }
+        bool& inside;
+    };
+    const Inside guard(m_table.insideCriteria);
+    m_isAtEnd = !m_chosen->Next();
+    if (!m_isAtEnd)
+        m_records->Seek(static_cast<std::uint64_t>(m_chosen->Number(0)),
+                        static_cast<std::uint64_t>(m_chosen->Number(1)));
+}
+
+void RecordScan::RefuseCutFile(bool now) const
+{
+    if (m_file->WasCut(now))
+        throw RecordError("The data file '" + m_file->Path() + "' was cut while it was read.");
+}
+
+void RecordScan::Open(std::shared_ptr<const MappedFile> file)
+{
+    m_chosen.reset();
+    m_found.reset();
+    m_file = std::move(file);
+    m_records.emplace(Table().Format(), m_file->Content());
+}
+
+void RecordScan::BeginAll()
+{
+    if (Table().HasCriteria() && !m_table.unfiltered)
+        m_chosen.emplace(Choose());
+    Next();
+}
+
+Query RecordScan::Choose() const
+{
+    const std::string& name = Table().Definition().sqlName;
+    if (m_table.insideCriteria)
+        throw RecordError("The criteria of the table " + name + " asks for the table itself.");
+    try {
+        return Query(m_table.engine, Table().CriteriaStatement());
+    } catch (const RecordError& error) {
+        throw RecordError("The criteria of the table " + name + " cannot be applied: " + error.what());
+    }
+}
+
+std::optional<KeyIndex> RecordScan::MakeIndex(std::size_t column) const
+{
+    const Shown shown = Table().Definition().columns[column].shown;
+    KeyIndex index;
+    RecordScan scan(m_table);
+    scan.Open(m_file);
+    for (scan.BeginAll(); !scan.IsAtEnd(); scan.Next()) {
+        const KeyIndex::Place place = {scan.Record().Position(), scan.Record().Number()};
+        Value value;
+        if (scan.Decode(column, value) != nullptr)
+            index.Add(std::nullopt, place);
+        else if (value.kind != Value::Kind::Null)
+            index.Add(KeyIndex::KeyOf(shown, value), place);
+        if (index.Size() > mostIndexed)
+            return std::nullopt;
+    }
+    index.Sort();
+    return index;
+}
+
+const KeyIndex* RecordScan::IndexOf(std::size_t column)
+{
+    ScannedTable::LookUps& lookUps = m_table.lookUps[column];
+    if (!std::exchange(lookUps.hasBeenRead, true))
+        return nullptr;
+    if (lookUps.file != m_file) {
+        lookUps.index = MakeIndex(column);
+        lookUps.file = m_file;
+    }
+    return lookUps.index ? &*lookUps.index : nullptr;
+}
+
+} // namespace tarnwick::records

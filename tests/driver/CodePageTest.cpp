@@ -1,0 +1,62 @@
+#include "CodePage.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace tarnwick::records;
+
+namespace
+{
+
+/// The text of bytes; `!` if they are none.
+std::string Converted(const char* page, const std::string& bytes)
+{
+    std::string room;
+    std::string_view text;
+    const auto found = CodePage::Find(page);
+    if (!found)
+        return "no page";
+    return found->Convert(bytes, room, text) ? std::string(text) : "!";
+}
+
+} // namespace
+
+TEST(CodePage, ALastCharacterThatCouldBeComposedIsThere)
+{
+    EXPECT_EQ(Converted("CP1258", "H\xE0 N\xF4i"), "Hà Nôi");
+    EXPECT_EQ(Converted("CP1258", "Ph\xF4"), "Phô");
+    EXPECT_EQ(Converted("CP1258", "a"), "a");
+    EXPECT_EQ(Converted("CP1258", "\xE2\xEC"), "ấ") << "a with circumflex and acute are one character";
+    EXPECT_EQ(Converted("TCVN", "Ha"), "Ha");
+    EXPECT_EQ(Converted("CP1255", "\xF9\xEC\xE5\xED"), "שלום");
+    EXPECT_EQ(Converted("BIG5-HKSCS", "\x88\x66"), "Ê");
+    EXPECT_EQ(Converted("BIG5-HKSCS", "\x88\x62"), "Ê̄");
+}
+
+TEST(CodePage, NothingStaysBehindForTheNextText)
+{
+    const auto page = CodePage::Find("CP1258");
+    std::string room;
+    std::string_view text;
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(page->Convert("\xE2", room, text));
+        EXPECT_EQ(text, "â");
+        ASSERT_TRUE(page->Convert("\xEC", room, text));
+        EXPECT_EQ(text, "\u0301");
+    }
+}
+
+TEST(CodePage, AsciiIsTakenAsItStandsWhereAPageHoldsIt)
+{
+    const std::string bytes = "Harry";
+    for (const char* name : {"UTF-8", "ISO-8859-15", "CP1258", "SHIFT_JIS"}) {
+        std::string room;
+        std::string_view text;
+        ASSERT_TRUE(CodePage::Find(name)->Convert(bytes, room, text)) << name;
+        EXPECT_EQ(text, bytes) << name;
+    }
+    EXPECT_EQ(Converted("EBCDIC-037", "\xC8\x81\x99\x99\xA8"), "Harry");
+    EXPECT_EQ(Converted("ISO-2022-JP", "\x1B$B\x46\x7C\x1B(B"), "日");
+    EXPECT_EQ(Converted("NO-SUCH-PAGE", "x"), "no page");
+}
