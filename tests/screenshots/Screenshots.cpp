@@ -5,18 +5,24 @@
 #include "FilesRoom.h"
 #include "GridPane.h"
 #include "InterchangeRoom.h"
+#include "MoveCopyRoom.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "Settings.h"
 #include "ShellPanes.h"
 #include "ToolBar.h"
+#include "TreeModel.h"
 #include "UsersRoom.h"
 #include "WorkbenchStyle.h"
 #include "frmColumnReorder.h"
 #include "frmCriteriaBuilder.h"
+#include "frmDBCopy.h"
 #include "frmDSNAdmin.h"
 #include "frmDateFormat.h"
 #include "frmFieldReorder.h"
+#include "frmFileCopy.h"
+#include "frmMoveCopy.h"
+#include "frmTableCopy.h"
 #include "frmTableCriteria.h"
 #include "frmTimeFormat.h"
 #include "frmWizardFileToTable.h"
@@ -27,6 +33,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -69,12 +77,27 @@ public:
     void take(QWidget& widget, const QString& name)
     {
         QApplication::processEvents();
-        const QString path = m_folder.filePath(name + m_suffix + u".png"_s);
-        if (!widget.grab().save(path))
-            std::fprintf(stderr, "%s can't be written\n", qPrintable(path));
+        save(widget.grab(), name);
+    }
+
+    /// The same with the pointer of one of its children over a place of that child.
+    void take(QWidget& widget, const QString& name, const QWidget& under, QPoint place)
+    {
+        QApplication::processEvents();
+        QPixmap picture = widget.grab();
+        const QCursor pointer = under.cursor();
+        QPainter(&picture).drawPixmap(under.mapTo(&widget, place) - pointer.hotSpot(), pointer.pixmap());
+        save(picture, name);
     }
 
 private:
+    void save(const QPixmap& picture, const QString& name) const
+    {
+        const QString path = m_folder.filePath(name + m_suffix + u".png"_s);
+        if (!picture.save(path))
+            std::fprintf(stderr, "%s can't be written\n", qPrintable(path));
+    }
+
     QDir m_folder;
     QString m_suffix;
 };
@@ -242,8 +265,63 @@ void takeUsers(mdiMain& window, Photographer& camera)
     takeEditor(window, camera, 1, u"users-password"_s);
     window.PaneDisplay(u"frmDBPRVs"_s, {ledger, u"PAYROLL"_s});
     camera.take(window, u"database-privileges"_s);
+    takeEditor(window, camera, 0, u"database-privileges-list"_s);
+    takeEditor(window, camera, 4, u"database-privileges-flag"_s);
     window.PaneDisplay(u"frmTBLPRVs"_s, {ledger, u"PAYROLL"_s, u"EMPLOYEE"_s});
     camera.take(window, u"table-privileges"_s);
+    takeEditor(window, camera, 0, u"table-privileges-list"_s);
+}
+
+/// Drags a file to where it may go and to where it may not.
+void takeDrag(mdiMain& window, Photographer& camera)
+{
+    window.PaneDisplay(u"frmWelcome"_s);
+    TreeView& tree = window.tvwExplorer();
+    const QString files = u"DSN=Warehouse:FI=Warehouse:"_s;
+    const QString databases = u"DSN=Warehouse:DB=Warehouse:"_s;
+    const QString file = u"DSN=Ledger:FI=Ledger:fi=EMPLOYEE:"_s;
+    node(window, u"DSN=Ledger:"_s).setExpanded(false);
+    for (const QString& key : {u"DSN=Ledger:"_s, u"DSN=Ledger:FI=Ledger:"_s, u"DSN=Warehouse:"_s, databases})
+        node(window, key).setExpanded(true);
+    const QString database = node(window, databases).Child()->Key();
+
+    const auto placeOf = [&](const QString& key) {
+        const QRect row = tree.visualRect(static_cast<TreeModel*>(tree.model())->indexOf(node(window, key)));
+        return QPoint(row.left() + 40, row.center().y());
+    };
+    const auto send = [&](QEvent::Type type, QPoint place) {
+        const bool isMove = type == QEvent::MouseMove;
+        QMouseEvent event(type, place, tree.viewport()->mapToGlobal(place), isMove ? Qt::NoButton : Qt::LeftButton,
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, {});
+        QApplication::sendEvent(tree.viewport(), &event);
+    };
+    send(QEvent::MouseButtonPress, placeOf(file));
+    send(QEvent::MouseMove, placeOf(file) + QPoint(2 * QApplication::startDragDistance(), 0));
+    send(QEvent::MouseMove, placeOf(files));
+    camera.take(window, u"drag"_s, *tree.viewport(), placeOf(files));
+    send(QEvent::MouseMove, placeOf(database));
+    camera.take(window, u"drag-refused"_s, *tree.viewport(), placeOf(database));
+    tree.CancelDrag();
+    send(QEvent::MouseButtonRelease, placeOf(database));
+}
+
+void takeMoveCopy(mdiMain& window, Photographer& camera)
+{
+    takeModal(camera, u"move-or-copy"_s, [] {
+        frmMoveCopy::Query(u"Do you want to Move or Copy the File 'EMPLOYEE' from Datasource 'Ledger' "
+                           "to Datasource 'Warehouse'?"_s);
+    });
+    takeModal(camera, u"move-or-copy-note"_s, [] {
+        frmMoveCopy::Query(
+            u"Do you want to Move or Copy the Database User Privileges for User 'PAYMASTER' "
+            "from Datasource 'Ledger', Database 'PAYROLL' to Datasource 'Warehouse', Database 'STOCK'?"
+            "\n\nNOTE: For security reasons, the password field will be set to blank in the new entry."_s);
+    });
+    dao::Database& ledger = *CConnections::instance().Item(u"Ledger"_s)->db();
+    takeModal(camera, u"file-copy"_s, [&] { frmFileCopy::Display(ledger, u"EMPLOYEE"_s); });
+    takeModal(camera, u"database-copy"_s, [&] { frmDBCopy::Display(ledger, u"PAYROLL"_s); });
+    takeModal(camera, u"table-copy"_s, [&] { frmTableCopy::Display(ledger, u"PAYROLL"_s, u"EMPLOYEE"_s); });
+    takeDrag(window, camera);
 }
 
 /// Lets a statement fail and takes the form that reports it.
@@ -288,6 +366,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     registerDatabasesRoom();
     registerUsersRoom();
     registerInterchangeRoom();
+    registerMoveCopyRoom();
     Photographer camera(QDir(folder), suffix);
     mdiMain window({});
     window.MDIForm_Load();
@@ -298,6 +377,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     takeFiles(window, camera);
     takeDatabases(window, camera);
     takeUsers(window, camera);
+    takeMoveCopy(window, camera);
     takeMenus(window, camera);
     takeErrorForm(camera);
     takeDatasourceWindow(window, camera);

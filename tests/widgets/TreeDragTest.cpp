@@ -156,6 +156,12 @@ TEST_F(TreeDragTest, ThePictureIsThePointerForAsLongAsTheDragLasts)
     drag();
     EXPECT_EQ(tree.DragIcon(), "Drag File");
     ASSERT_EQ(tree.viewport()->cursor().shape(), Qt::BitmapCursor);
+    // It points with its tip, and leaves what it points at in sight.
+    EXPECT_EQ(tree.viewport()->cursor().hotSpot(), QPoint(0, 0));
+    const QImage pointer = tree.viewport()->cursor().pixmap().toImage();
+    EXPECT_EQ(pointer.pixelColor(pointer.width() - 4, 2).alpha(), 0);
+    EXPECT_EQ(pointer.pixelColor(2, pointer.height() - 4).alpha(), 0);
+    EXPECT_EQ(pointer.pixelColor(pointer.width() / 2, pointer.height() / 2).alpha(), 255);
     const qint64 file = tree.viewport()->cursor().pixmap().cacheKey();
     tree.setDragIcon("No Drop");
     EXPECT_NE(tree.viewport()->cursor().pixmap().cacheKey(), file);
