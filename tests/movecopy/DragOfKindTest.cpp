@@ -6,6 +6,8 @@
 #include "frmTWErr.h"
 #include "modDragAndDrop.h"
 
+#include <ostream>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -33,6 +35,11 @@ struct Kind {
     bool knowsUser;
     const char* icon;
 };
+
+void PrintTo(const Kind& kind, std::ostream* out)
+{
+    *out << kind.name;
+}
 
 class DragOfKind : public DragAndDrop, public testing::WithParamInterface<Kind>
 {
