@@ -14,6 +14,7 @@
 #include "TreeModel.h"
 #include "UsersRoom.h"
 #include "WorkbenchStyle.h"
+#include "frmCSVValidate.h"
 #include "frmColumnReorder.h"
 #include "frmCriteriaBuilder.h"
 #include "frmDBCopy.h"
@@ -30,12 +31,16 @@
 #include "mdiMain.h"
 #include "modGUI.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
+#include <QFile>
+#include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QProcess>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -324,6 +329,134 @@ void takeMoveCopy(mdiMain& window, Photographer& camera)
     takeDrag(window, camera);
 }
 
+QString writeLines(const QTemporaryDir& folder, const QString& name, const QStringList& lines)
+{
+    QFile file(folder.filePath(name));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(lines.join(u"\r\n"_s).toUtf8());
+    return file.fileName();
+}
+
+/// Shows the dialog that validates a file, and acts in it.
+void validate(const QString& file, const std::function<void(QWidget& dialog)>& act)
+{
+    QTimer::singleShot(0, [&] {
+        if (QWidget* dialog = QApplication::activeModalWidget())
+            act(*dialog);
+    });
+    frmCSVValidate::Validate(u"Warehouse"_s, file);
+}
+
+/// Presses the action button of that dialog, and watches its run until there has been enough to see.
+void pressAction(QWidget& dialog, const std::function<bool()>& watch)
+{
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        timer.stop();
+        if (!watch())
+            timer.start();
+    });
+    timer.start(0);
+    dialog.findChild<QPushButton*>(u"cmdAction"_s)->click();
+}
+
+/// The same, until a box comes up over the dialog: takes both and closes the box.
+void pressActionUntilBox(QWidget& dialog, Photographer& camera, const QString& name)
+{
+    pressAction(dialog, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        if (!box || box == &dialog)
+            return false;
+        camera.take(dialog, name);
+        camera.take(*box, name + u"-box"_s);
+        box->close();
+        return true;
+    });
+}
+
+/// The same, until a stage has come so far.
+void pressActionUntil(QWidget& dialog, const QString& stage, int percent, const std::function<void()>& then)
+{
+    const auto* status = dialog.findChild<QLabel*>(u"lblStatus"_s);
+    const auto* progress = dialog.findChild<QProgressBar*>(u"pbrProgress"_s);
+    pressAction(dialog, [=] {
+        if (!status->text().startsWith(stage) || 100 * progress->value() < percent * progress->maximum())
+            return false;
+        then();
+        return true;
+    });
+}
+
+/// Closes the box that will come up over the dialog.
+void closeBox(const QWidget& dialog)
+{
+    QWidget* box = QApplication::activeModalWidget();
+    if (box && box != &dialog)
+        box->close();
+    else
+        QTimer::singleShot(0, [&dialog] { closeBox(dialog); });
+}
+
+void takeValidation(Photographer& camera)
+{
+    const QTemporaryDir folder;
+    const QStringList faulty{
+        u"FILE,STOCKROOM,HEAP,FIXED,20"_s,
+        u"FIELD,BUYER,EMAIL,STRING,40,60"_s,
+        u"FIELD,BUYER,FAX,TEXT,100,20,20,0,0,,"_s,
+        u"DB,SHOP,/data,DISAM,,Corner Shop"_s,
+        u"USER,GUEST,"_s,
+        u"DBPRV,GUEST,STOCK,guest,secret,1,0,2,0,TABLE"_s,
+        u"Accounts of the year 1998"_s,
+    };
+    QStringList guests;
+    for (int i = 1; i <= 600; ++i)
+        guests.append(u"USER,GUEST-%1,SECRET"_s.arg(i));
+    QStringList many = faulty;
+    for (int i = 1; i <= 200000; ++i)
+        many.append(u"USER,GUEST-%1,SECRET"_s.arg(i));
+
+    validate(writeLines(folder, u"warehouse.csv"_s, guests), [&](QWidget& dialog) {
+        camera.take(dialog, u"validate-start"_s);
+        dialog.close();
+    });
+    validate(writeLines(folder, u"warehouse.csv"_s, many), [&](QWidget& dialog) {
+        pressActionUntil(dialog, u"Validating"_s, 40, [&] {
+            camera.take(dialog, u"validate-stage-1"_s);
+            dialog.findChild<QPushButton*>(u"cmdAction"_s)->click();
+        });
+        dialog.close();
+    });
+    validate(writeLines(folder, u"warehouse.csv"_s, many.mid(faulty.size())), [&](QWidget& dialog) {
+        pressActionUntil(dialog, u"Validating"_s, 1, [&] { dialog.findChild<QPushButton*>(u"cmdAction"_s)->click(); });
+        camera.take(dialog, u"validate-stopped"_s);
+        dialog.close();
+    });
+    validate(writeLines(folder, u"warehouse.csv"_s, faulty), [&](QWidget& dialog) {
+        pressAction(dialog, [] { return true; });
+        camera.take(dialog, u"validate-findings"_s);
+        auto* list = dialog.findChild<QAbstractItemView*>(u"lvwErr"_s);
+        list->setCurrentIndex(list->model()->index(5, 0));
+        takeModal(camera, u"validate-line"_s, [&] { emit list->doubleClicked(list->currentIndex()); });
+        camera.take(dialog, u"validate-findings-current"_s);
+        dialog.close();
+    });
+    validate(writeLines(folder, u"warehouse.csv"_s, {faulty[1], faulty[4]}), [&](QWidget& dialog) {
+        pressActionUntilBox(dialog, camera, u"validate-warnings"_s);
+        dialog.close();
+    });
+    validate(writeLines(folder, u"warehouse.csv"_s, guests), [&](QWidget& dialog) {
+        pressActionUntil(dialog, u"Importing"_s, 40, [&] {
+            camera.take(dialog, u"validate-stage-2"_s);
+            QTimer::singleShot(0, [&dialog] { closeBox(dialog); });
+        });
+    });
+    CConnections::instance()
+        .Item(u"Warehouse"_s)
+        ->db()
+        ->Execute(u"DELETE FROM TW_USER WHERE USER_NAME LIKE 'GUEST-%'"_s);
+}
+
 /// Lets a statement fail and takes the form that reports it.
 void takeErrorForm(Photographer& camera)
 {
@@ -378,6 +511,7 @@ int takeAll(const QString& folder, bool dark, const QString& suffix)
     takeDatabases(window, camera);
     takeUsers(window, camera);
     takeMoveCopy(window, camera);
+    takeValidation(camera);
     takeMenus(window, camera);
     takeErrorForm(camera);
     takeDatasourceWindow(window, camera);
