@@ -1,7 +1,5 @@
 #include "ReservedFiles.h"
 
-#include "QtPrinting.h"
-
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
