@@ -24,15 +24,27 @@ std::string PathOf(const records::TableDefinition& definition)
     return definition.path + (isBare ? ".dat" : "");
 }
 
-std::vector<FieldEncoder> EncodersOf(const records::TableDefinition& definition,
+std::vector<FieldEncoder> EncodersOf(sqlite3* catalog, const std::string& fileName,
                                      const std::shared_ptr<const records::CodePage>& page)
 {
     std::vector<FieldEncoder> encoders;
-    for (const records::Column& column : definition.columns) {
-        if (!column.problem.empty())
-            throw EncodingError(column.problem);
-        if (column.field)
-            encoders.emplace_back(*column.field, page);
+    records::Query row(catalog,
+                       "SELECT f.FIELD_NAME, f.LOCAL_TYPE_NAME, l.SQL_TYPE_NAME, l.ATTRIBUTES, f.OFFSET, f.LENGTH,"
+                       "       f.SCALE, f.FORMAT, f.ENCRYPTED"
+                       "  FROM TW_FIELD f JOIN TW_LOCDT l ON l.LOCAL_TYPE_NAME = f.LOCAL_TYPE_NAME"
+                       " WHERE f.FILE_NAME = ?1 ORDER BY f.FIELD_NUMBER",
+                       {fileName});
+    while (row.Next()) {
+        records::Field field;
+        field.name = row.Text(0);
+        field.typeName = row.Text(1);
+        field.type = records::StorageType::Read(row.Text(1), row.Text(2), row.Text(3));
+        field.offset = static_cast<std::size_t>(row.Number(4));
+        field.length = static_cast<std::size_t>(row.Number(5));
+        field.scale = static_cast<int>(row.Number(6));
+        field.format = row.Text(7);
+        field.isEncrypted = row.Number(8) != 0;
+        encoders.emplace_back(field, page);
     }
     return encoders;
 }
@@ -123,7 +135,7 @@ std::string ContentOf(sqlite3* catalog, const DataFile& file)
     try {
         const auto format = records::RecordFormat::Read(definition.organisation, definition.recordType,
                                                         definition.openString, definition.recordSize);
-        const std::vector<FieldEncoder> encoders = EncodersOf(definition, format.page);
+        const std::vector<FieldEncoder> encoders = EncodersOf(catalog, file.fileName, format.page);
         std::string cells = "rowid";
         for (const FieldEncoder& encoder : encoders)
             cells += ", \"" + RowsOf(encoder.Target().name) + '"';

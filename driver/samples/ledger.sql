@@ -42,6 +42,7 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
     ('CHEQUE-BOOK',     3, 'LAST-NO',        'UNSIGNED-4',     4, 10, 0, '', ''),
     ('CHEQUE-BOOK',     4, 'ISSUED',         'DATE-YYYYMMDD',  8,  8, 0, 'YYYYMMDD', ''),
     ('CHEQUE-BOOK',     5, 'SEAL',           'HEXADECIMAL',    4,  8, 0, '', 'Check sum printed on each cheque'),
+    ('CHEQUE-BOOK',     6, 'CODE-WORD',      'STRING',         8,  8, 0, '', 'For orders by telephone'),
 
     ('CUSTOMER',        1, 'CUSTOMER-NO',    'PACKED-U',       5, 10, 0, '', 'Primary key'),
     ('CUSTOMER',        2, 'SURNAME',        'STRING',        30, 30, 0, '', 'First alternate key'),
@@ -86,7 +87,6 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
     ('EMPLOYEE',        7, 'SALARY',         'PACKED',         5, 10, 2, '', 'A month'),
     ('EMPLOYEE',        8, 'TAX-CODE',       'STRING',         4,  4, 0, '', ''),
     ('EMPLOYEE',        9, 'HOLIDAYS-LEFT',  'ZONED-RO',       3,  3, 1, '', 'Days'),
-    ('EMPLOYEE',       10, 'DOOR-CODE',      'ZONED-U',        8,  8, 0, '', 'Known to the doors alone'),
 
     ('PAY-RUN',         1, 'PERIOD',         'ZONED-U',        6,  6, 0, '', 'Year and month'),
     ('PAY-RUN',         2, 'PAID',           'TIMESTAMP',     19, 19, 0, 'YYYY-MM-DD hh:mm:ss', ''),
@@ -125,7 +125,7 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
 
 UPDATE LAYOUT SET DEFAULT_VALUE = 'EUR' WHERE FILE_NAME = 'ACCOUNT' AND FIELD_NAME = 'CURRENCY';
 UPDATE LAYOUT SET DEFAULT_VALUE = '0' WHERE FILE_NAME = 'ACCOUNT' AND FIELD_NAME IN ('BALANCE', 'CREDIT-LIMIT');
-UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'EMPLOYEE' AND FIELD_NAME = 'DOOR-CODE';
+UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'CHEQUE-BOOK' AND FIELD_NAME = 'CODE-WORD';
 UPDATE LAYOUT SET ENCRYPTED = 2 WHERE FILE_NAME = 'CUSTOMER' AND FIELD_NAME = 'SIGNATURE';
 UPDATE LAYOUT SET REMARKS = 'CR, DR, IN for interest, FE for a fee' WHERE FILE_NAME = 'POSTING' AND FIELD_NAME = 'KIND';
 
@@ -136,6 +136,8 @@ INSERT INTO MAPPED (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION, DI
     ('BANK',    'CHEQUE_BOOK',    'CHEQUE-BOOK',    'CHEQUE.DAT',   '', '', ''),
     ('BANK',    'CUSTOMER',       'CUSTOMER',       'CUSTOMER.DAT', 'Customer', '', ''),
     ('BANK',    'JOURNAL',        'JOURNAL',        'JOURNAL.SEQ',  'Journal', 'BANK_JOURNAL.RECORD_KIND = ''E'' ', 'Entries of the day''s journal'),
+    ('BANK',    'JOURNAL_DAY',    'JOURNAL',        'JOURNAL.SEQ',  '', 'BANK_JOURNAL_DAY.RECORD_KIND = ''H'' ', 'Its headers'),
+    ('BANK',    'JOURNAL_SUM',    'JOURNAL',        'JOURNAL.SEQ',  '', 'BANK_JOURNAL_SUM.RECORD_KIND = ''T'' ', 'Its trailers'),
     ('BANK',    'POSTING',        'POSTING',        'POSTING.DAT',  'Posting', '', ''),
     ('BANK',    'RATE',           'RATE',           'RATE.DAT',     'Rate', '', ''),
     ('BANK',    'STANDING_ORDER', 'STANDING-ORDER', 'STORDER.DAT',  '', '', ''),
@@ -144,6 +146,17 @@ INSERT INTO MAPPED (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION, DI
     ('PAYROLL', 'PAYSLIP',        'PAYSLIP',        'payslip',      'PaySlip', '', ''),
     ('PAYROLL', 'TAX_CODE',       'TAX-CODE',       'taxcode',      '', '', ''),
     ('PAYROLL', 'TIMESHEET',      'TIMESHEET',      'timesheet',    'TimeSheet', '', '');
+
+-- In one kind of record the fields of the others hold nothing.
+INSERT INTO LEFT_OUT (DATABASE_NAME, TABLE_NAME, FIELD_NAME)
+SELECT m.DATABASE_NAME, m.TABLE_NAME, f.FIELD_NAME
+  FROM MAPPED m
+  JOIN LAYOUT f ON f.FILE_NAME = m.FILE_NAME
+  JOIN (SELECT 'JOURNAL' AS TABLE_NAME, 'ENTRY%' AS OWN UNION ALL SELECT 'JOURNAL_DAY', 'HEADER%'
+        UNION ALL SELECT 'JOURNAL_SUM', 'TRAILER%') k ON k.TABLE_NAME = m.TABLE_NAME
+ WHERE f.FIELD_NAME <> 'RECORD-KIND' AND f.FIELD_NAME NOT LIKE k.OWN;
+-- Only the bank's own programs have the key of signatures.
+INSERT INTO LEFT_OUT (DATABASE_NAME, TABLE_NAME, FIELD_NAME) VALUES ('BANK', 'CUSTOMER', 'SIGNATURE');
 
 INSERT INTO SPECIAL (DATABASE_NAME, TABLE_NAME, COLUMN_TYPE, REMARKS) VALUES
     ('BANK',    'ACCOUNT',  1, ''), ('BANK', 'ACCOUNT', 2, ''), ('BANK', 'ACCOUNT', 3, ''), ('BANK', 'ACCOUNT', 4, ''),

@@ -14,7 +14,7 @@ INSERT INTO CUSTOMER (CUSTOMER_NO, SURNAME, FIRST_NAME, STREET, TOWN, POSTCODE, 
     (10010011, 'Tarnwick Sailmakers', '',  'The Old Rope Walk',    'Harwick',       'HW1 2RW', NULL,         'A firm; two signatures needed'),
     (10010012, 'Whitlock',     'Ezra',      '',                     '',              '',        '1931-10-10', 'Moved; address unknown');
 
--- Twelve of many signatures, under a key that is not here.
+-- What is encrypted stands here as it stands in its file.
 UPDATE CUSTOMER SET SIGNATURE = CAST(substr('q8#Lw2~ZfP!vR0sT@9xK^m4D6%gU', rowid, 16) AS BLOB);
 
 -- Offices 4, 6 and 7 were closed, and their numbers were not given to others.
@@ -62,16 +62,22 @@ SELECT a.ACCOUNT_NO,
 UPDATE ACCOUNT
    SET BALANCE = (SELECT round(total(AMOUNT), 2) FROM POSTING p WHERE p.ACCOUNT_NO = ACCOUNT.ACCOUNT_NO);
 
--- The journal of the first of these days.
-INSERT INTO JOURNAL (RECORD_KIND, HEADER_DATE, HEADER_BRANCH) VALUES ('H', '2018-10-01', 1);
-INSERT INTO JOURNAL (RECORD_KIND, ENTRY_ACCOUNT, ENTRY_AMOUNT, ENTRY_TEXT)
-SELECT 'E', ACCOUNT_NO, AMOUNT, TEXT FROM POSTING WHERE VALUE_DATE = '2018-10-01' ORDER BY BOOKED, ACCOUNT_NO;
-INSERT INTO JOURNAL (RECORD_KIND, TRAILER_COUNT, TRAILER_TOTAL)
-SELECT 'T', count(*), round(total(ENTRY_AMOUNT), 2) FROM JOURNAL WHERE RECORD_KIND = 'E';
+-- The journal of these days: of each a header, its entries and a trailer.
+INSERT INTO JOURNAL (RECORD_KIND, ENTRY_ACCOUNT, ENTRY_AMOUNT, ENTRY_TEXT, HEADER_DATE, HEADER_BRANCH, TRAILER_COUNT,
+                     TRAILER_TOTAL)
+SELECT KIND, ACCOUNT, AMOUNT, TEXT, CASE KIND WHEN 'H' THEN DAY END, BRANCH, COUNT, TOTAL
+  FROM (SELECT 1 AS PLACE, 'H' AS KIND, VALUE_DATE AS DAY, NULL AS ACCOUNT, NULL AS AMOUNT, NULL AS TEXT, 1 AS BRANCH,
+               NULL AS COUNT, NULL AS TOTAL
+          FROM POSTING GROUP BY VALUE_DATE
+        UNION ALL
+        SELECT 2, 'E', VALUE_DATE, ACCOUNT_NO, AMOUNT, TEXT, NULL, NULL, NULL FROM POSTING
+        UNION ALL
+        SELECT 3, 'T', VALUE_DATE, NULL, NULL, NULL, NULL, count(*), round(total(AMOUNT), 2) FROM POSTING GROUP BY VALUE_DATE)
+ ORDER BY DAY, PLACE, ACCOUNT;
 
-INSERT INTO CHEQUE_BOOK (ACCOUNT_NO, FIRST_NO, LAST_NO, ISSUED, SEAL)
+INSERT INTO CHEQUE_BOOK (ACCOUNT_NO, FIRST_NO, LAST_NO, ISSUED, SEAL, CODE_WORD)
 SELECT ACCOUNT_NO, 4000000001 + 50 * rowid, 4000000050 + 50 * rowid, printf('2018-%02d-%02d', 1 + rowid % 10, 2 * rowid),
-       printf('%08X', 2654435761 * rowid % 4294967296)
+       printf('%08X', 2654435761 * rowid % 4294967296), CAST(substr('w7Qe~9Zr#2Tk!5Yp@6Lx', rowid, 8) AS BLOB)
   FROM ACCOUNT
  WHERE CLOSED IS NULL AND BLOCKED = 0 AND CURRENCY IN ('EUR', 'GBP');
 
@@ -105,8 +111,6 @@ INSERT INTO EMPLOYEE
     (10008, 'Иванов',    'Пётр',    '1973-12-08', '1999-05-03', 'C2',  2890.5,  'A2', 2),
     (10009, 'Jørgensen', 'Mette',   '1969-04-25', '1994-03-21', 'D2',  3810,    'A1', 13.5),
     (10010, 'Kalweit',   'Birgit',  '1994-08-03', '2017-11-20', 'A2',  1890.25, '',   25);
-
-UPDATE EMPLOYEE SET DOOR_CODE = CAST(substr('w7Qe~9Zr#2Tk!5Yp@', rowid % 10 + 1, 8) AS BLOB);
 
 -- Three months of pay.
 INSERT INTO PAYSLIP (PERIOD, EMPLOYEE_NO, GROSS, TAX, INSURANCE, NET, ACCOUNT_NO)

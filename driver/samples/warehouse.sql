@@ -29,7 +29,6 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
     ('BUYER',           6, 'DISCOUNT',       'ZONED-U',        4,  4, 2, '', 'Per cent'),
     ('BUYER',           7, 'CREDIT-LIMIT',   'PACKED',         5, 10, 2, '', ''),
     ('BUYER',           8, 'SINCE',          'DATE',          10, 10, 0, 'DD/MM/YYYY', ''),
-    ('BUYER',           9, 'PASSWORD',       'STRING',        12, 12, 0, '', 'For the shop''s own pages'),
 
     ('ORDER-HEAD',      1, 'ORDER-NO',       'INTEGER-4-BE',   4, 10, 0, '', 'Primary key'),
     ('ORDER-HEAD',      2, 'BUYER-NO',       'INTEGER-4-BE',   4, 10, 0, '', ''),
@@ -82,6 +81,7 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
     ('PURCHASE',        3, 'ITEM-NO',        'STRING',        12, 12, 0, '', ''),
     ('PURCHASE',        4, 'QUANTITY',       'PACKED',         4,  8, 3, '', ''),
     ('PURCHASE',        5, 'DUE',            'DATE-YYYYMMDD',  8,  8, 0, 'YYYYMMDD', ''),
+    ('PURCHASE',        6, 'APPROVED-BY',    'STRING',         8,  8, 0, '', ''),
 
     ('PRICE-LIST',      1, 'ITEM-NO',        'STRING-EBCDIC', 12, 12, 0, '', ''),
     ('PRICE-LIST',      2, 'VALID-FROM',     'DATE-YYMMDD',    6,  6, 0, 'YYMMDD', ''),
@@ -112,7 +112,7 @@ INSERT INTO LAYOUT (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME, LENGTH
 
 UPDATE LAYOUT SET DEFAULT_VALUE = 'N' WHERE FILE_NAME = 'ORDER-HEAD' AND FIELD_NAME = 'STATE';
 UPDATE LAYOUT SET DEFAULT_VALUE = 'PCE' WHERE FILE_NAME = 'ITEM' AND FIELD_NAME = 'UNIT';
-UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'BUYER' AND FIELD_NAME = 'PASSWORD';
+UPDATE LAYOUT SET ENCRYPTED = 1 WHERE FILE_NAME = 'PURCHASE' AND FIELD_NAME = 'APPROVED-BY';
 
 INSERT INTO MAPPED (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION, DISPLAY_NAME, CRITERIA, REMARKS) VALUES
     ('ORDERS',   'BUYER',       'BUYER',         'buyer',          'Buyer', '', ''),
@@ -130,6 +130,10 @@ INSERT INTO MAPPED (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION, DI
     ('EXCHANGE', 'PRICE_LIST',  'PRICE-LIST',    'prices.bin',     '', '', ''),
     ('EXCHANGE', 'DELIVERY',    'DELIVERY',      'delivery.txt',   'Delivery', '', ''),
     ('EXCHANGE', 'SCALES',      'SCALE-READING', 'scales.log',     'Scales', '', '');
+
+-- In one kind of movement the fields of the other hold nothing.
+INSERT INTO LEFT_OUT (DATABASE_NAME, TABLE_NAME, FIELD_NAME) VALUES
+    ('STOCK', 'RECEIPT', 'ISSUE-ORDER'), ('STOCK', 'RECEIPT', 'ISSUE-LINE'), ('STOCK', 'ISSUE', 'RECEIPT-PURCHASE');
 
 INSERT INTO SPECIAL (DATABASE_NAME, TABLE_NAME, COLUMN_TYPE, REMARKS) VALUES
     ('ORDERS', 'ORDER_HEAD', 2, ''), ('ORDERS', 'ORDER_HEAD', 5, ''), ('ORDERS', 'ORDER_HEAD', 6, ''),

@@ -46,8 +46,6 @@ INSERT INTO BUYER (BUYER_NO, NAME, STREET, TOWN, COUNTRY, DISCOUNT, CREDIT_LIMIT
     (309, 'Connemara Curraghs',      'The Pier',             'Roundstone',  'IE',  0,      800.5, NULL),
     (310, 'Stocznia Mewa',           'ul. Nabrzeżna 10',     'Ustka',       'PL',  7.5,  11000,   '2007-10-05');
 
-UPDATE BUYER SET PASSWORD = CAST(substr('m3!Vb8%Hd0~Nc6^Jf1@Ls', rowid, 12) AS BLOB);
-
 INSERT INTO ORDER_HEAD (ORDER_NO, BUYER_NO, ORDERED, WANTED, STATE, BUYERS_TEXT) VALUES
     (88001, 301, '2018-11-02', '2018-11-16', 'I', 'Spring refit'),
     (88002, 305, '2018-11-05', '2018-12-14', 'I', '春の展示会用'),
@@ -88,9 +86,11 @@ SELECT 500000 + o.rowid, o.ORDER_NO, datetime(o.ORDERED, '+7 days', printf('+%d 
  WHERE o.STATE = 'I'
  ORDER BY o.ORDER_NO;
 
-INSERT INTO PURCHASE (PURCHASE_NO, SUPPLIER_NO, ITEM_NO, QUANTITY, DUE)
+-- The name of who approved it is encrypted, and stands here as it stands in its file.
+INSERT INTO PURCHASE (PURCHASE_NO, SUPPLIER_NO, ITEM_NO, QUANTITY, DUE, APPROVED_BY)
 SELECT 7700000000001 + 11 * rowid, SUPPLIER_NO, ITEM_NO, round(REORDER_AT * 1.125, 3),
-       CASE rowid % 5 WHEN 0 THEN NULL ELSE date('2019-01-03', '+' || rowid || ' days') END
+       CASE rowid % 5 WHEN 0 THEN NULL ELSE date('2019-01-03', '+' || rowid || ' days') END,
+       CAST(substr('m3!Vb8%Hd0~Nc6^Jf1@Ls', rowid, 8) AS BLOB)
   FROM ITEM;
 
 -- A bin's number is its record's.

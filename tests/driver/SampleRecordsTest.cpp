@@ -257,9 +257,9 @@ TEST_P(SampleRecords, SpecialColumnsTellWhereARecordStands)
 TEST_P(SampleRecords, EncryptedFieldsAreRefusedWhereTheyAreShown)
 {
     const bool ledger = std::string(GetParam()) == "Ledger";
-    const std::string table = ledger ? "CUSTOMER" : "BUYER";
-    const std::string column = ledger ? "SIGNATURE" : "PASSWORD";
-    const std::string name = (ledger ? "BANK_" : "ORDERS_") + table;
+    const std::string table = ledger ? "CHEQUE_BOOK" : "PURCHASE";
+    const std::string column = ledger ? "CODE_WORD" : "APPROVED_BY";
+    const std::string name = (ledger ? "BANK_" : "STOCK_") + table;
     EXPECT_TRUE(client.Execute("SELECT * FROM [" + name + "]").Succeeded());
     EXPECT_FALSE(client.Execute("SELECT " + column + " FROM [" + name + "]").Succeeded());
     ASSERT_TRUE(client
