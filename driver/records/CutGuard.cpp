@@ -1,5 +1,6 @@
 #include "CutGuard.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -18,10 +19,11 @@ namespace
 struct Guarded {
     std::atomic<std::uintptr_t> begin{0}; ///< 0 for a free place
     std::atomic<std::size_t> size{0};
+    std::atomic<bool> hasZeros{false};
 };
 
 std::array<Guarded, 512> places;
-std::mutex placesMutex; ///< of those who change `places`
+std::mutex placesMutex; ///< of those who look for a free place
 
 struct sigaction previous;
 std::uintptr_t pageSize;
@@ -29,11 +31,12 @@ std::uintptr_t pageSize;
 /// Puts zeros from the page of an address to the end of its mapping.
 bool Replace(std::uintptr_t address)
 {
-    for (const Guarded& place : places) {
+    for (Guarded& place : places) {
         const std::uintptr_t begin = place.begin.load(std::memory_order_acquire);
         const std::uintptr_t end = begin + place.size.load(std::memory_order_relaxed);
         if (begin == 0 || address < begin || address >= end)
             continue;
+        place.hasZeros.store(true, std::memory_order_relaxed);
         const std::uintptr_t page = address & ~(pageSize - 1);
         return ::mmap(reinterpret_cast<void*>(page), end - page, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1,
                       0) != MAP_FAILED;
@@ -72,25 +75,31 @@ void Install()
 
 } // namespace
 
-void Add(const char* begin, std::size_t size)
+Place Add(const char* begin, std::size_t size)
 {
     static std::once_flag installed;
     std::call_once(installed, Install);
     const std::lock_guard lock(placesMutex);
-    for (Guarded& place : places)
-        if (place.begin.load(std::memory_order_relaxed) == 0) {
-            place.size.store(size, std::memory_order_relaxed);
-            place.begin.store(reinterpret_cast<std::uintptr_t>(begin), std::memory_order_release);
-            return;
-        }
+    const auto free = std::find_if(places.begin(), places.end(), [](const Guarded& place) {
+        return place.begin.load(std::memory_order_relaxed) == 0;
+    });
+    if (free == places.end())
+        return none;
+    free->size.store(size, std::memory_order_relaxed);
+    free->hasZeros.store(false, std::memory_order_relaxed);
+    free->begin.store(reinterpret_cast<std::uintptr_t>(begin), std::memory_order_release);
+    return static_cast<Place>(free - places.begin());
 }
 
-void Remove(const char* begin)
+void Remove(Place place)
 {
-    const std::lock_guard lock(placesMutex);
-    for (Guarded& place : places)
-        if (place.begin.load(std::memory_order_relaxed) == reinterpret_cast<std::uintptr_t>(begin))
-            place.begin.store(0, std::memory_order_release);
+    if (place != none)
+        places[static_cast<std::size_t>(place)].begin.store(0, std::memory_order_release);
+}
+
+bool HasZeros(Place place)
+{
+    return place != none && places[static_cast<std::size_t>(place)].hasZeros.load(std::memory_order_relaxed);
 }
 
 } // namespace tarnwick::records::cutguard

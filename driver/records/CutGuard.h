@@ -12,8 +12,15 @@ namespace tarnwick::records
 namespace cutguard
 {
 
-void Add(const char* begin, std::size_t size);
-void Remove(const char* begin);
+/// The mapping's place among the guarded ones, or `none`.
+using Place = int;
+constexpr Place none = -1;
+
+Place Add(const char* begin, std::size_t size);
+void Remove(Place place);
+
+/// Whether a page of the mapping was replaced since it was added.
+bool HasZeros(Place place);
 
 } // namespace cutguard
 

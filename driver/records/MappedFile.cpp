@@ -1,6 +1,5 @@
 #include "MappedFile.h"
 
-#include "CutGuard.h"
 #include "RecordFormat.h"
 
 #include <cerrno>
@@ -75,7 +74,7 @@ MappedFile::MappedFile(std::string path, int descriptor, std::string_view conten
     : m_path(std::move(path)), m_descriptor(descriptor), m_content(content), m_device(device), m_node(node)
 {
     if (!m_content.empty())
-        cutguard::Add(m_content.data(), m_content.size());
+        m_guard = cutguard::Add(m_content.data(), m_content.size());
 }
 
 MappedFile::~MappedFile()
@@ -83,7 +82,7 @@ MappedFile::~MappedFile()
     ::close(m_descriptor);
     if (m_content.empty())
         return;
-    cutguard::Remove(m_content.data());
+    cutguard::Remove(m_guard);
     ::munmap(const_cast<char*>(m_content.data()), m_content.size());
 }
 
@@ -91,12 +90,13 @@ bool MappedFile::IsCurrent() const
 {
     struct stat status {
     };
-    return ::stat(m_path.c_str(), &status) == 0 && status.st_dev == m_device && status.st_ino == m_node &&
+    return !m_wasCut && ::stat(m_path.c_str(), &status) == 0 && status.st_dev == m_device && status.st_ino == m_node &&
            static_cast<std::size_t>(status.st_size) == m_content.size();
 }
 
 bool MappedFile::WasCut(bool now) const
 {
+    m_wasCut = m_wasCut || cutguard::HasZeros(m_guard);
     timespec time{};
     ::clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
     const std::int64_t moment = time.tv_sec * 1'000'000'000 + time.tv_nsec;

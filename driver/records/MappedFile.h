@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CutGuard.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -38,6 +40,7 @@ private:
     std::string m_path;
     int m_descriptor;
     std::string_view m_content;
+    cutguard::Place m_guard = cutguard::none;
     unsigned long m_device;
     unsigned long m_node;
     mutable std::int64_t m_askedAt = 0; ///< nanoseconds of a coarse clock

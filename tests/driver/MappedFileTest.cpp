@@ -1,0 +1,155 @@
+// Files that change under a statement. A client of the driver gets its rows when the statement runs, so these tests
+// step through SQLite itself.
+
+#include "MappedFile.h"
+#include "Catalog.h"
+#include "OdbcClient.h"
+#include "RecordFormat.h"
+#include "RecordTables.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <fstream>
+
+using namespace tarnwick;
+using namespace tarnwick::records;
+
+namespace
+{
+
+constexpr int recordCount = 40000;
+
+/// A catalog with the table B_T over a file of lines of 8 bytes, and a statement that reads it.
+class ChangingFile : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        catalog::Ensure(m_folder.File("c.cat"));
+        ASSERT_EQ(sqlite3_open(m_folder.File("c.cat").c_str(), &m_engine), SQLITE_OK);
+        const std::string script = "INSERT INTO TW_DB (DATABASE_NAME) VALUES ('B');"
+                                   "INSERT INTO TW_FILE (FILE_NAME, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE) "
+                                   "VALUES ('T', 8, 'SEQUENTIAL', 'FIXED');"
+                                   "INSERT INTO TW_FIELD (FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH) "
+                                   "VALUES ('T', 'F', 'STRING', 0, 8);"
+                                   "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION) "
+                                   "VALUES ('B', 'T', 'T', 't.dat');"
+                                   "INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME, FIELD_NAME, "
+                                   "SQL_TYPE_NAME, PRECISION, VISIBLE) "
+                                   "VALUES ('B', 'T', 'F', 'F', 'VARCHAR', 8, 1);";
+        ASSERT_EQ(sqlite3_exec(m_engine, script.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(m_engine);
+        m_tables.emplace(m_engine, Surroundings{"", m_folder.Path().string(), {}}, BadFields::Error);
+        WriteAll();
+    }
+    void TearDown() override
+    {
+        sqlite3_finalize(m_statement);
+        sqlite3_close(m_engine);
+    }
+
+    std::string Path() const { return m_folder.File("t.dat"); }
+
+    void WriteAll() const
+    {
+        std::ofstream file(Path(), std::ios::binary);
+        for (int i = 0; i < recordCount; ++i)
+            file << "abcdefgh";
+    }
+
+    void Prepare()
+    {
+        sqlite3_finalize(m_statement);
+        m_statement = nullptr;
+        m_tables->MakeReady("SELECT F FROM B_T");
+        ASSERT_EQ(sqlite3_prepare_v2(m_engine, "SELECT F FROM B_T", -1, &m_statement, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(m_engine);
+    }
+
+    /// Steps at most so often; gives the rows.
+    int Step(int most)
+    {
+        int rows = 0;
+        while (rows < most && (m_answer = sqlite3_step(m_statement)) == SQLITE_ROW)
+            ++rows;
+        return rows;
+    }
+
+    TemporaryFolder m_folder;
+    sqlite3* m_engine = nullptr;
+    sqlite3_stmt* m_statement = nullptr;
+    std::optional<RecordTables> m_tables;
+    int m_answer = SQLITE_OK;
+};
+
+} // namespace
+
+TEST_F(ChangingFile, CutWhileItIsReadIsToldAndTheProcessLives)
+{
+    for (const std::size_t left : {std::size_t{300000}, std::size_t{100}, std::size_t{0}}) {
+        WriteAll();
+        Prepare();
+        ASSERT_EQ(Step(10), 10);
+        std::filesystem::resize_file(Path(), left);
+        EXPECT_LT(Step(recordCount), recordCount - 10) << left;
+        EXPECT_EQ(m_answer, SQLITE_ERROR);
+        EXPECT_EQ(sqlite3_errmsg(m_engine), "The data file '" + Path() + "' was cut while it was read.");
+    }
+    Prepare();
+    EXPECT_EQ(Step(1), 0);
+    EXPECT_EQ(m_answer, SQLITE_DONE) << "the next statement reads the file as it is";
+}
+
+TEST_F(ChangingFile, ReplacedWhileItIsReadIsReadToItsEnd)
+{
+    Prepare();
+    ASSERT_EQ(Step(10), 10);
+    std::ofstream(m_folder.File("new.dat")) << "ijklmnop";
+    std::filesystem::rename(m_folder.File("new.dat"), Path());
+    EXPECT_EQ(Step(recordCount), recordCount - 10);
+    EXPECT_EQ(m_answer, SQLITE_DONE);
+    Prepare();
+    EXPECT_EQ(Step(recordCount), 1);
+}
+
+TEST_F(ChangingFile, WhatWasCutAwayReadsAsZeroBytes)
+{
+    const auto file = MappedFile::Open(Path());
+    EXPECT_TRUE(file->IsCurrent());
+    EXPECT_FALSE(file->WasCut(true));
+    std::filesystem::resize_file(Path(), 4);
+    const std::string_view content = file->Content();
+    EXPECT_EQ(content.substr(0, 4), "abcd");
+    EXPECT_EQ(std::count(content.begin() + 4, content.end(), '\0'), 8 * recordCount - 4);
+    EXPECT_TRUE(file->WasCut(true));
+    EXPECT_FALSE(file->IsCurrent());
+    WriteAll();
+    EXPECT_TRUE(file->WasCut(true)) << "what was read as zeros does not come back";
+}
+
+TEST_F(ChangingFile, WrittenAnewInItsOldSizeIsACutFileWhereItWasReadMeanwhile)
+{
+    const auto file = MappedFile::Open(Path());
+    std::filesystem::resize_file(Path(), 0);
+    EXPECT_EQ(file->Content()[0], '\0');
+    WriteAll();
+    EXPECT_TRUE(file->WasCut(true));
+    EXPECT_FALSE(file->IsCurrent());
+}
+
+TEST(MappedFile, ManyMappingsComeAndGo)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder.File("x")) << "some bytes";
+    std::vector<std::shared_ptr<const MappedFile>> files;
+    for (int i = 0; i < 700; ++i)
+        files.push_back(MappedFile::Open(folder.File("x")));
+    EXPECT_EQ(files.back()->Content(), "some bytes");
+    files.clear();
+    const auto file = MappedFile::Open(folder.File("x"));
+    std::filesystem::resize_file(folder.File("x"), 0);
+    EXPECT_EQ(file->Content(), std::string_view("\0\0\0\0\0\0\0\0\0\0", 10));
+    EXPECT_TRUE(file->WasCut(true));
+}
