@@ -112,7 +112,9 @@ std::string PlainDecimal(std::string_view text)
     const auto number = Read(text);
     if (!number)
         return std::string(text);
-    std::string plain = number->negative ? "-" : "";
+    if (number->Digits() == 0)
+        return "0";
+    std::string plain = number->negative ? "-." : ".";
     plain.append(number->first).append(number->second);
     return plain + "e" + std::to_string(number->power);
 }

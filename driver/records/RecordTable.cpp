@@ -1,5 +1,6 @@
 #include "RecordModule.h"
 
+#include "LongNumbers.h"
 #include "Rewrite.h"
 #include "Text.h"
 
@@ -93,8 +94,14 @@ bool RecordTable::HasCriteria() const
 
 std::string RecordTable::CriteriaStatement() const
 {
-    return Rewrite("SELECT \"record position\", \"record number\" FROM " + Quoted(UnfilteredName()) + " AS " +
-                   Quoted(m_definition.JoinedName()) + " WHERE " + m_definition.criteria);
+    std::string text = "SELECT \"record position\", \"record number\" FROM " + Quoted(UnfilteredName()) + " AS " +
+                       Quoted(m_definition.JoinedName()) + " WHERE " + m_definition.criteria;
+    const auto isDecimal = [&](const std::string& name) {
+        return std::any_of(m_definition.columns.begin(), m_definition.columns.end(), [&](const Column& column) {
+            return column.shown == Shown::Decimal && EqualIgnoringCase(column.name, name);
+        });
+    };
+    return QuoteLongNumbers(Rewrite(std::move(text)), isDecimal);
 }
 
 std::shared_ptr<const MappedFile> RecordTable::File() const

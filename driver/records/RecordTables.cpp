@@ -2,6 +2,7 @@
 
 #include "CatalogTables.h"
 #include "DecimalText.h"
+#include "LongNumbers.h"
 #include "Query.h"
 #include "Text.h"
 #include "Tokenizer.h"
@@ -131,6 +132,19 @@ void RecordTables::MakeTableReady(const std::string& name, Names& done)
     }
     if (!criteria.empty())
         MakeNamesReady(criteria, done);
+}
+
+std::string RecordTables::WithExactNumbers(std::string statement) const
+{
+    if (!MayHoldLongNumber(statement))
+        return statement;
+    std::set<std::string> columns;
+    for (const std::string& name : TablesNamedIn(statement))
+        if (const auto table = Find(name))
+            for (const Column& column : table->Definition().columns)
+                if (column.shown == Shown::Decimal)
+                    columns.insert(InUpperCase(column.name));
+    return QuoteLongNumbers(std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; });
 }
 
 void RecordTables::WithdrawTable(const RecordTable& table)

@@ -28,6 +28,10 @@ public:
     /// trouble with one is kept for SQLite to report when it is used. Throws RecordError if the catalog cannot be read.
     void MakeReady(std::string_view statement);
 
+    /// The statement with the numbers quoted that are compared with decimal columns of tables that it names and that
+    /// are ready, and that are too long for SQLite (see LongNumbers.h).
+    std::string WithExactNumbers(std::string statement) const;
+
     /// A table that was made ready, by its name in any case; null if there is none.
     std::shared_ptr<const RecordTable> Find(std::string_view name) const;
 

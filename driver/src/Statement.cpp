@@ -42,8 +42,10 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement holds a null character.");
     std::string rewritten = Rewrite(std::move(text));
     try {
-        if (connection)
+        if (connection) {
             connection->tables->MakeReady(rewritten);
+            rewritten = connection->tables->WithExactNumbers(std::move(rewritten));
+        }
     } catch (const records::RecordError& error) {
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
     }

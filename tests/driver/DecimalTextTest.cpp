@@ -40,6 +40,7 @@ TEST(DecimalText, FormsOfOneNumberAreEqual)
     }
     EXPECT_NE(PlainDecimal("12"), PlainDecimal("1.2"));
     EXPECT_NE(PlainDecimal("-12"), PlainDecimal("12"));
+    EXPECT_NE(PlainDecimal("e0"), PlainDecimal("0"));
     EXPECT_EQ(PlainDecimal("1e"), "1e");
     EXPECT_EQ(PlainDecimal(""), "");
 }

@@ -1,0 +1,39 @@
+#include "LongNumbers.h"
+
+#include <gtest/gtest.h>
+
+using namespace tarnwick::records;
+
+namespace
+{
+
+std::string Quoted(const std::string& statement)
+{
+    return QuoteLongNumbers(statement, [](const std::string& name) { return name == "WIDE"; });
+}
+
+} // namespace
+
+TEST(LongNumbers, AreQuotedWhereADecimalColumnIsComparedWithThem)
+{
+    const char* const statements[][2] = {
+        {"W WHERE WIDE = 12345678901234567.89", "W WHERE WIDE = '12345678901234567.89'"},
+        {"[Wide]>=-12345678901234567.89 OR x.\"WIDE\" <> 1234567890123456",
+         "[Wide]>='-12345678901234567.89' OR x.\"WIDE\" <> '1234567890123456'"},
+        {"WIDE NOT BETWEEN -1 AND 1234567890123456.5 AND 1", "WIDE NOT BETWEEN -1 AND '1234567890123456.5' AND 1"},
+        {"WIDE IN (1, 1234567890123456.5, -.12345678901234567)",
+         "WIDE IN (1, '1234567890123456.5', '-.12345678901234567')"},
+    };
+    for (const auto& statement : statements)
+        EXPECT_EQ(Quoted(statement[0]), statement[1]);
+}
+
+TEST(LongNumbers, AreLeftAsTheyAreAnywhereElse)
+{
+    for (const char* statement :
+         {"WIDE = 123456789012345", "OTHER = 12345678901234567.89", "WIDE + 1 = 12345678901234567.89",
+          "WIDE = 12345678901234567.89 + 1", "WIDE = - 12345678901234567.89", "'WIDE = 12345678901234567.89'",
+          "WIDE = '12345678901234567.89'", "SUM(WIDE) > 12345678901234567.89", "WIDE =", "WIDE IN (", "WIDE BETWEEN",
+          "WIDE = 1234567890123456e1", "12345678901234567 12345678901234567 WIDE"})
+        EXPECT_EQ(Quoted(statement), statement);
+}

@@ -1,0 +1,136 @@
+// Joins, and what decimal numbers of many digits are compared with.
+
+#include "RecordsFixture.h"
+
+namespace
+{
+
+using namespace std::string_literals;
+
+const std::vector<FieldRow> sums = {{"NAME", "STRING", 4}, {"WIDE", "PACKED", 10, 2}};
+
+/// 12345678901234567.88, .89 and .90, and the second as a negative number: as floating point numbers the first three
+/// are one.
+const std::string wideSums = "one "
+                             "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x8C"
+                             "two "
+                             "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x9C"
+                             "tri "
+                             "\x12\x34\x56\x78\x90\x12\x34\x56\x79\x0C"
+                             "less"
+                             "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x9D"s;
+
+class RecordComparisons : public Records
+{
+};
+
+std::string Numbered(int count, int step, const std::string& word)
+{
+    std::string content;
+    for (int i = 0; i < count; ++i) {
+        std::string digits = std::to_string(i * step);
+        content += std::string(6 - digits.size(), '0') + digits + word;
+    }
+    return content;
+}
+
+} // namespace
+
+TEST_F(RecordComparisons, WideDecimalsAreEqualInEveryDigit)
+{
+    Make("SUMS", sums, wideSums);
+    for (const char* literal : {"12345678901234567.89", "'12345678901234567.89'", "'012345678901234567.890'"})
+        EXPECT_EQ(Rows(std::string("SELECT NAME FROM BANK_SUMS WHERE [WIDE] = ") + literal), "two\n") << literal;
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE > 12345678901234567.89"), "tri\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE <= -12345678901234567.89"), "less\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE BETWEEN 12345678901234567.89 AND 12345678901234567.90"),
+              "two\ntri\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE IN (1, 12345678901234567.88, -12345678901234567.89)"),
+              "one\nless\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE < 0"), "less\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE > 5.5 ORDER BY WIDE DESC"), "tri\ntwo\none\n");
+    EXPECT_EQ(Rows("SELECT COUNT(DISTINCT WIDE), MIN(WIDE), MAX(WIDE) FROM BANK_SUMS"),
+              "4|-12345678901234567.89|12345678901234567.90\n");
+    EXPECT_EQ(Rows("SELECT a.NAME, b.NAME FROM BANK_SUMS a JOIN BANK_SUMS b ON a.WIDE = b.WIDE"),
+              "one|one\ntwo|two\ntri|tri\nless|less\n");
+}
+
+TEST_F(RecordComparisons, WideDecimalsInCriteriaAreExactToo)
+{
+    Make("SUMS", sums, wideSums);
+    DefineTable("SOME", "SUMS", "SUMS.dat", "BANK_SOME.WIDE >= 12345678901234567.89 ");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SOME"), "two\ntri\n");
+}
+
+TEST_F(RecordComparisons, WideDecimalsOfTextKeepTheirDigits)
+{
+    Make("TEXTS", {{"WIDE", "STRING", 20}}, "12345678901234567.89       7.5          ");
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'DECIMAL', SCALE = 2");
+    EXPECT_EQ(Rows("SELECT WIDE FROM BANK_TEXTS ORDER BY WIDE"), "7.5\n12345678901234567.89\n");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_TEXTS WHERE WIDE = 12345678901234567.89"), "1\n");
+    const Result result = client.Execute("SELECT WIDE FROM BANK_TEXTS");
+    ASSERT_EQ(result.columns.size(), 1u);
+    EXPECT_EQ(result.columns[0].type, SQL_DECIMAL);
+    EXPECT_EQ(result.columns[0].size, 20u);
+}
+
+TEST_F(RecordComparisons, JoinedRecordsAreLookedUp)
+{
+    const std::vector<FieldRow> fields = {{"NO", "ZONED-U", 6}, {"WORD", "STRING", 1}};
+    Make("MANY", fields, Numbered(20000, 3, "m"));
+    Make("MORE", fields, Numbered(20000, 2, "n"));
+    // Read over and over, these would be 400 million records.
+    EXPECT_EQ(Rows("SELECT COUNT(*), SUM(a.NO), MIN(b.WORD) FROM BANK_MANY a JOIN BANK_MORE b ON a.NO = b.NO"),
+              "6667|133326666|n\n");
+    EXPECT_EQ(Rows("SELECT COUNT(b.NO), COUNT(*) FROM BANK_MANY a LEFT JOIN BANK_MORE b ON b.NO = a.NO"),
+              "6667|20000\n");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_MANY a WHERE EXISTS (SELECT 1 FROM BANK_MORE b WHERE b.NO = a.NO)"),
+              "6667\n");
+    EXPECT_EQ(Rows("SELECT SUM((SELECT COUNT(*) FROM BANK_MORE b WHERE b.NO = a.NO)) FROM BANK_MANY a"), "6667\n");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_MANY a WHERE a.NO IN (SELECT NO FROM BANK_MORE)"), "6667\n");
+}
+
+TEST_F(RecordComparisons, LookingUpFindsWhatReadingFinds)
+{
+    Make("LEFTS", {{"NO", "ZONED-U", 2}, {"WORD", "STRING", 3}, {"RATE", "FLOAT-4", 4}, {"DAY", "DATE-YYYYMMDD", 8}},
+         "01one\x00\x00\x80\x3F"s + "19990101" + "02two\x00\x00\x00\x40"s + "        " + "  two\x00\x00\x80\x3F"s +
+             "19990101");
+    Make("RIGHTS", {{"NO", "NUMERIC", 3}, {"WORD", "STRING-COUNTED", 6}, {"DAY", "DATE", 10}},
+         "  1\x03\x00one."s + "1999-01-01" + "  2\x03\x00TWO."s + "1999-01-01" + "   \x03\x00two."s + "2000-01-01");
+    const char* const conditions[] = {
+        "a.NO = b.NO",  "a.WORD = b.WORD", "a.RATE = b.NO",  "a.DAY = b.DAY",
+        "a.NO = b.RFA", "a.WORD = b.NO",   "a.NO = b.WORD",  "a.WORD = b.WORD COLLATE NOCASE",
+        "a.NO IS b.NO", "a.DAY = b.WORD",  "a.NO = b.NO + 0"};
+    Run("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_TYPE, COLUMN_NAME, SQL_TYPE_NAME, "
+        "PRECISION, FIELD_NAME, VISIBLE) VALUES ('BANK', 'RIGHTS', 1, 1, 'RFA', 'VARCHAR', 14, '', 1)");
+    Run("CREATE TABLE L (NO BIGINT, WORD VARCHAR(3), RATE DOUBLE, [DAY] DATE)");
+    Run("CREATE TABLE R (NO BIGINT, WORD CHAR(6), [DAY] DATE, RFA VARCHAR(14))");
+    Run("INSERT INTO L SELECT NO, WORD, RATE, [DAY] FROM BANK_LEFTS");
+    Run("INSERT INTO R SELECT NO, WORD, [DAY], RFA FROM BANK_RIGHTS");
+    for (const std::string condition : conditions)
+        for (const std::string kind : {" JOIN ", " LEFT JOIN "}) {
+            const std::string columns = "SELECT a.NO, a.WORD, b.NO, b.WORD FROM ";
+            const std::string order = " ON " + condition + " ORDER BY 1, 2, 3, 4";
+            EXPECT_EQ(Rows(columns + "BANK_LEFTS a" + kind + "BANK_RIGHTS b" + order),
+                      Rows(columns + "L a" + kind + "R b" + order))
+                << kind << condition;
+        }
+}
+
+TEST_F(RecordComparisons, ABadFieldDisturbsAJoinOnlyWhereItIsAskedFor)
+{
+    Make("KINDS", {{"KIND", "STRING", 1}, {"NO", "ZONED-U", 2}}, "A01B??A02");
+    Make("ONES", {{"NO", "ZONED-U", 2}}, "010203");
+    EXPECT_EQ(Rows("SELECT o.NO FROM BANK_ONES o JOIN BANK_KINDS k ON k.KIND = 'A' AND k.NO = o.NO"), "1\n2\n");
+    EXPECT_NE(Failure("SELECT o.NO FROM BANK_ONES o JOIN BANK_KINDS k ON k.NO = o.NO")
+                  .find("record 2, field NO: the bytes 3F 3F cannot be read as ZONED-U"),
+              std::string::npos);
+}
+
+TEST_F(RecordComparisons, JoinsKeepToTheCriteria)
+{
+    const std::vector<FieldRow> fields = {{"NO", "ZONED-U", 1}};
+    Make("ALL", fields, "123456789");
+    DefineTable("ODD", "ALL", "ALL.dat", "BANK_ODD.NO % 2 = 1");
+    EXPECT_EQ(Rows("SELECT a.NO, o.rowid FROM BANK_ALL a JOIN BANK_ODD o ON o.NO = a.NO"), "1|1\n3|3\n5|5\n7|7\n9|9\n");
+}
