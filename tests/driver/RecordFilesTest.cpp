@@ -1,0 +1,142 @@
+// What clients see of files that are not as they should be, and of the organisations of files.
+
+#include "RecordsFixture.h"
+
+#include <fstream>
+#include <sys/stat.h>
+
+namespace
+{
+
+using namespace std::string_literals;
+
+const std::vector<FieldRow> worded = {{"NO", "ZONED-U", 2}, {"WORDS", "STRING", 6}};
+
+bool Holds(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+class RecordFiles : public Records
+{
+protected:
+    void SetUp() override
+    {
+        Records::SetUp();
+        Connect(lenient, "BadFields=Null");
+    }
+
+    void AddSpecial(const std::string& table, int type, const std::string& name, const std::string& sqlType)
+    {
+        Run("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_TYPE, COLUMN_NAME, SQL_TYPE_NAME, "
+            "PRECISION, FIELD_NAME, VISIBLE) VALUES ('BANK', '" +
+            table + "', 1, " + std::to_string(type) + ", '" + name + "', '" + sqlType + "', 14, '', 1)");
+    }
+
+    OdbcClient lenient;
+};
+
+} // namespace
+
+TEST_F(RecordFiles, WhatIsThereOfACutLastRecordIsReadWithoutItsHead)
+{
+    Make("COUNTED", worded, "\x08\x00"s + "01abcdef" + "\x08\x00"s + "02x", "SEQUENTIAL", "VARIABLE", "COUNTED-2");
+    Make("WORD", worded, "\x00\x0C\x00\x00"s + "01abcdef" + "\x00\x0C\x00\x00"s + "02x", "SEQUENTIAL", "VARIABLE",
+         "RDW");
+    Make("SLOTS", worded, "\x08\x00\x00\x00"s + "01abcdef" + "\x08\x00\x00\x00"s + "02x", "RELATIVE", "FIXED",
+         "SLOT-4");
+    for (const char* table : {"BANK_COUNTED", "BANK_WORD", "BANK_SLOTS"}) {
+        EXPECT_EQ(Rows(lenient, std::string("SELECT * FROM ") + table), "1|abcdef\n2|x\n") << table;
+        EXPECT_TRUE(Holds(Failure(std::string("SELECT * FROM ") + table), "record 2: the file ends inside the record"))
+            << table;
+    }
+}
+
+TEST_F(RecordFiles, ALengthThatCannotBeIsToldWhateverBadFieldsSays)
+{
+    Make("COUNTED", worded, "\x08\x00"s + "01abcdef" + "\x70\x00"s + "02abcdef" + "\x08\x00"s + "03abcdef",
+         "SEQUENTIAL", "VARIABLE", "COUNTED-2");
+    Make("WORD", worded, "\x00\x0C\x00\x00"s + "01abcdef" + "\x00\x02\x00\x00"s + "02abcdef", "SEQUENTIAL", "VARIABLE",
+         "RDW");
+    Make("SLOTS", worded, "\x08\x00\x00\x00"s + "01abcdef" + "\x09\x00\x00\x00"s + "02abcdef", "RELATIVE", "FIXED",
+         "SLOT-4");
+    const char* const failures[][2] = {
+        {"BANK_COUNTED", "record 2: its length is 112, which is more than the 8 bytes of a record"},
+        {"BANK_WORD", "record 2: its length is 2, which is less than the length's own bytes"},
+        {"BANK_SLOTS", "record 2: its length is 9, and its slot has room for 8"}};
+    for (const auto& failure : failures)
+        for (OdbcClient* on : {&client, &lenient})
+            EXPECT_TRUE(Holds(Failure(*on, std::string("SELECT COUNT(*) FROM ") + failure[0]), failure[1]))
+                << failure[0];
+}
+
+TEST_F(RecordFiles, DeletedRecordsOfIndexedFilesAreNotThereButCount)
+{
+    Make("FIXED", worded, "01abcdef\n02ghijkl\0"s + "03mnopqr\n", "INDEXED");
+    Make("VARIED", worded,
+         "\x00\x04\x00\x00"s + "01ab" + "\x00\x03\x00\x01"s + "02c" + "\x00\x08\x00\x00"s + "03mnopqr", "INDEXED",
+         "VARIABLE");
+    for (const char* table : {"FIXED", "VARIED"}) {
+        AddSpecial(table, 6, "ROWID", "INTEGER");
+        AddSpecial(table, 1, "RFA", "VARCHAR");
+    }
+    EXPECT_EQ(Rows("SELECT * FROM BANK_FIXED"), "1|abcdef|00000000000000|1\n3|mnopqr|00000000000018|3\n");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_VARIED"), "1|ab|00000000000000|1\n3|mnopqr|00000000000015|3\n");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_FIXED WHERE NO = 2"), "0\n");
+    WriteData("FIXED.dat", "01abcdef\n02gh");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_FIXED"), "record 2: the file ends inside the record: 4 bytes of 9"));
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_FIXED"), "1|abcdef|00000000000000|1\n2|gh|00000000000009|2\n");
+}
+
+TEST_F(RecordFiles, TheDataPartOfAnIndexedFileMayBeNamedWithoutItsSuffix)
+{
+    Make("PART", worded, "01abcdef\n0Xghijkl\n", "INDEXED");
+    Run("UPDATE TW_TABLE SET FILE_SPECIFICATION = 'PART'");
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\nghijkl\n");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_PART"), "The data file '" + DataFile("PART.dat") + "', record 2"));
+    Run("UPDATE TW_FILE SET FILE_ORGANISATION = 'SEQUENTIAL'");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_PART"), "The data file '" + DataFile("PART") + "' does not exist."));
+}
+
+TEST_F(RecordFiles, PlacesAreThoseOfTheRecordsHeads)
+{
+    Make("SKIPPED", worded, "HEAD\x08\x00"s + "01abcdef" + "\x04\x00"s + "02xy", "SEQUENTIAL", "VARIABLE",
+         "COUNTED-2 SKIP-4");
+    const char* const columns[][3] = {{"1", "RFA", "VARCHAR"},
+                                      {"3", "INDEX_NAME", "VARCHAR"},
+                                      {"4", "INDEX_COLUMNS", "VARCHAR"},
+                                      {"5", "TABLE_ORDER", "SMALLINT"},
+                                      {"8", "RELATIVE_INDEX", "INTEGER"}};
+    for (const auto& column : columns)
+        AddSpecial("SKIPPED", std::stoi(column[0]), column[1], column[2]);
+    EXPECT_EQ(Rows("SELECT NO, RFA, INDEX_NAME, INDEX_COLUMNS, TABLE_ORDER, RELATIVE_INDEX FROM BANK_SKIPPED"),
+              "1|00000000000004|~|~|~|~\n2|00000000000014|~|~|~|~\n");
+}
+
+TEST_F(RecordFiles, WhatIsNoFileOfRecordsIsTold)
+{
+    Make("ODD", worded, "");
+    std::filesystem::remove(DataFile("ODD.dat"));
+    std::filesystem::create_symlink(DataFile("ODD.dat"), DataFile("ODD.dat"));
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_ODD"), "The data file '" + DataFile("ODD.dat") +
+                                                             "' cannot be read: Too many levels of symbolic links."));
+    std::filesystem::remove(DataFile("ODD.dat"));
+    ASSERT_EQ(::mkfifo(DataFile("ODD.dat").c_str(), 0600), 0);
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_ODD"), "is no file of records but a device or a pipe."));
+    Run("UPDATE TW_TABLE SET FILE_SPECIFICATION = ''");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_ODD"), "it has no file specification"));
+}
+
+TEST_F(RecordFiles, ReadingLeavesEveryFileAsItWas)
+{
+    const std::string content = "01abcdef02ghijkl";
+    Make("KEPT", worded, content);
+    std::filesystem::permissions(DataFile("KEPT.dat"), std::filesystem::perms(0444));
+    const auto written = std::filesystem::last_write_time(DataFile("KEPT.dat"));
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_KEPT a JOIN BANK_KEPT b ON a.NO = b.NO"), "2\n");
+    std::ifstream file(DataFile("KEPT.dat"), std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), content);
+    EXPECT_EQ(std::filesystem::last_write_time(DataFile("KEPT.dat")), written);
+    const auto files = std::filesystem::directory_iterator(setup.File("data"));
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+}
