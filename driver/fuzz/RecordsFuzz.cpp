@@ -1,6 +1,7 @@
 // Fuzzes the walk through a file's records and every decoder (libFuzzer, with AddressSanitizer and
 // UndefinedBehaviorSanitizer). The first bytes of an input choose format, type, form and scale; the rest is the file.
 
+#include "DecimalText.h"
 #include "FieldDecoder.h"
 #include "RecordCursor.h"
 
@@ -27,6 +28,8 @@ constexpr Layout layouts[] = {
     {"SEQUENTIAL", "VARIABLE", "RDW_EBCDIC-1047"},
     {"RELATIVE", "FIXED", ""},
     {"RELATIVE", "VARIABLE", "SLOT-8"},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-COBOL_CP1258"},
+    {"RELATIVE", "FIXED", "SLOT-4_SKIP-3_ISO-2022-JP"},
     {"INDEXED", "FIXED", "ASCII"},
     {"INDEXED", "VARIABLE", ""},
 };
@@ -39,6 +42,7 @@ using Sign = StorageType::Sign;
 Field MakeField(const std::uint8_t* choice)
 {
     Field field;
+    field.length = 1 + choice[1] / 8u;
     field.type.kind = static_cast<Kind>(choice[0] % (static_cast<int>(Kind::UnixTime) + 1));
     field.type.sign = static_cast<Sign>(choice[1] % (static_cast<int>(Sign::LastNibble) + 1));
     field.type.isUnsigned = (choice[2] & 1) != 0;
@@ -49,6 +53,24 @@ Field MakeField(const std::uint8_t* choice)
     field.scale = choice[3] % 70 - 32;
     field.format = formats[choice[4] % std::size(formats)];
     return field;
+}
+
+/// Every byte that was given out must be there to read.
+void Touch(std::string_view bytes)
+{
+    volatile char last = 0;
+    for (const char c : bytes)
+        last = c;
+    (void)last;
+}
+
+/// A number's forms are equal, and so are their plain texts.
+void CompareForms(std::string_view text)
+{
+    const std::string_view half = text.substr(text.size() / 2);
+    const int order = CompareDecimals(text, half);
+    if (order != -CompareDecimals(half, text) || (order == 0) != (PlainDecimal(text) == PlainDecimal(half)))
+        std::abort();
 }
 
 } // namespace
@@ -65,15 +87,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                format.page);
     RecordCursor cursor(format, {reinterpret_cast<const char*>(data) + choices, size - choices});
     std::string room;
-    while (cursor.Next() == RecordCursor::Step::Record) {
+    bool isRecord = true;
+    while (isRecord) {
+        isRecord = cursor.Next() == RecordCursor::Step::Record;
+        Touch(cursor.Bytes());
+        CompareForms(cursor.Bytes());
         Value value;
-        if (decoder.Decode(cursor.Bytes(), value, room) != nullptr)
-            continue;
-        // Every byte that was given out must be there to read.
-        volatile char last = 0;
-        for (const char c : value.text)
-            last = c;
-        (void)last;
+        if (decoder.Decode(cursor.Bytes(), value, room) == nullptr)
+            Touch(value.text);
     }
+    cursor.Seek(data[6] * 3u, 1u + data[7]);
+    Touch(cursor.Bytes());
     return 0;
 }
