@@ -183,7 +183,7 @@ FieldEncoder::Decimal FieldEncoder::ReadDecimal(std::string_view text) const
 /// and one with bit 6 set negative; EBCDIC has the zones of the punched card in both.
 char FieldEncoder::SignedDigit(char digit, bool negative) const
 {
-    const bool overpunched = m_field.typeName.ends_with("O");
+    const bool overpunched = m_field.typeName.ends_with("-LO") || m_field.typeName.ends_with("-RO");
     const int number = digit - '0';
     if (m_ebcdicDigits)
         return static_cast<char>((negative ? 0xD0 : overpunched ? 0xC0 : 0xF0) | number);
