@@ -53,26 +53,38 @@ TEST_F(MousePointer, AnyOtherNumberIsKeptAndShowsTheWindowsOwnPointer)
     EXPECT_FALSE(waitShows());
 }
 
-TEST_F(MousePointer, ADialogSuspendsIt)
+TEST_F(MousePointer, ABoxSuspendsIt)
 {
     mousepointer::set(mousepointer::Wait);
     {
         const mousepointer::Suspended outer;
         EXPECT_FALSE(waitShows());
+        EXPECT_EQ(mousepointer::current(), 11);
         {
             const mousepointer::Suspended inner;
         }
         EXPECT_FALSE(waitShows());
     }
     EXPECT_TRUE(waitShows());
-    EXPECT_EQ(mousepointer::current(), 11);
 }
 
-TEST_F(MousePointer, WhatRunsInADialogShowsAPointerOfItsOwn)
+TEST_F(MousePointer, WhatIsSetWhileSuspendedShowsAfterwards)
+{
+    {
+        const mousepointer::Suspended box;
+        mousepointer::set(mousepointer::Wait);
+        EXPECT_FALSE(waitShows());
+    }
+    EXPECT_TRUE(waitShows());
+}
+
+TEST_F(MousePointer, ADialogHasOneOfItsOwnAndItsCallersComesBack)
 {
     mousepointer::set(mousepointer::Wait);
     {
-        const mousepointer::Suspended dialog;
+        const mousepointer::OfDialog dialog;
+        EXPECT_EQ(mousepointer::current(), mousepointer::Default);
+        EXPECT_FALSE(waitShows());
         mousepointer::set(mousepointer::Wait);
         EXPECT_TRUE(waitShows());
         {
@@ -83,5 +95,6 @@ TEST_F(MousePointer, WhatRunsInADialogShowsAPointerOfItsOwn)
         mousepointer::set(mousepointer::Default);
         EXPECT_FALSE(waitShows());
     }
+    EXPECT_EQ(mousepointer::current(), mousepointer::Wait);
     EXPECT_TRUE(waitShows());
 }

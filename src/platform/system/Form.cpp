@@ -196,7 +196,7 @@ void Form::requireLoaded() const
 
 void Form::showModal(QWidget* owner)
 {
-    const mousepointer::Suspended pointer;
+    const mousepointer::OfDialog pointer;
     const QPointer<Form> alive = this;
     setParent(owner, Qt::Dialog);
     setWindowModality(Qt::ApplicationModal);

@@ -7,12 +7,13 @@ namespace
 {
 
 int number = mousepointer::Default;
+int suspensions = 0;
 bool shown = false;
 
 /// Brings the one override cursor that is ours in line with the number.
 void apply()
 {
-    const bool wanted = number == mousepointer::Wait;
+    const bool wanted = number == mousepointer::Wait && suspensions == 0;
     if (wanted == shown || !QGuiApplication::instance())
         return;
     shown = wanted;
@@ -35,12 +36,24 @@ void mousepointer::set(int pointer)
     apply();
 }
 
-mousepointer::Suspended::Suspended() : m_former(number)
+mousepointer::Suspended::Suspended()
+{
+    ++suspensions;
+    apply();
+}
+
+mousepointer::Suspended::~Suspended()
+{
+    --suspensions;
+    apply();
+}
+
+mousepointer::OfDialog::OfDialog() : m_former(number)
 {
     set(Default);
 }
 
-mousepointer::Suspended::~Suspended()
+mousepointer::OfDialog::~OfDialog()
 {
     set(m_former);
 }

@@ -12,8 +12,8 @@ int current();
 /// Shows the wait pointer over all windows for Wait and each window's own pointer for any other number, at once.
 void set(int pointer);
 
-/// For as long as one lives every window shows its own pointer: a dialog that waits for the user must not look busy.
-/// What runs in it meanwhile may set a pointer, which shows; the former one comes back afterwards. Scopes nest.
+/// For as long as one lives every window shows its own pointer: a box that waits for the user must not look busy. The
+/// number stays as it is, and what is set meanwhile shows afterwards. Scopes nest.
 class Suspended
 {
 public:
@@ -21,6 +21,17 @@ public:
     ~Suspended();
     Suspended(const Suspended&) = delete;
     Suspended& operator=(const Suspended&) = delete;
+};
+
+/// For as long as one lives the pointer is that of a dialog whose own code may set it: it begins as the default one,
+/// and that of the dialog's caller comes back afterwards. Scopes nest.
+class OfDialog
+{
+public:
+    OfDialog();
+    ~OfDialog();
+    OfDialog(const OfDialog&) = delete;
+    OfDialog& operator=(const OfDialog&) = delete;
 
 private:
     int m_former;
