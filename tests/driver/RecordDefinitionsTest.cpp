@@ -1,0 +1,202 @@
+// What the catalog's rows make of a table: its name, its columns, and the reasons why it cannot be read.
+
+#include "RecordsFixture.h"
+
+namespace
+{
+
+using namespace std::string_literals;
+
+const std::vector<FieldRow> account = {{"NO", "ZONED-U", 4}, {"NAME", "STRING", 6}, {"BALANCE", "PACKED", 3, 2}};
+
+const std::string accounts = "0001Harry \x12\x34\x5C"
+                             "0002Ivy   \x00\x75\x0D"s;
+
+bool Holds(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+class RecordDefinitions : public Records
+{
+protected:
+    void SetUp() override
+    {
+        Records::SetUp();
+        Make("ACCOUNT", account, accounts);
+    }
+
+    /// A column of the rows of SQLTables or SQLColumns for a pattern of table names.
+    template <typename Function>
+    std::string Listed(Function function, const std::string& pattern, std::size_t column)
+    {
+        std::vector<SQLWCHAR> wide = Wide(pattern);
+        const Result result = client.Read([&](SQLHSTMT statement) {
+            return function(statement, nullptr, 0, nullptr, 0, wide.data(), SQL_NTS, nullptr, 0);
+        });
+        EXPECT_TRUE(result.Succeeded()) << result.diagnostic.message;
+        std::string text;
+        for (const Row& row : result.rows)
+            text += row[column].value_or("~") + "\n";
+        return text;
+    }
+};
+
+} // namespace
+
+TEST_F(RecordDefinitions, DisplayNamesChangeTheCaseOfATable)
+{
+    Run("UPDATE TW_DB SET DISPLAY_NAME = 'Bank' WHERE DATABASE_NAME = 'BANK'");
+    Run("UPDATE TW_TABLE SET DISPLAY_NAME = 'Account' WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(Listed(SQLTablesW, "BANK\\_%", 2), "Bank_Account\n");
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_ACCOUNT", 2), "Bank_Account\nBank_Account\nBank_Account\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM bank_account WHERE [BANK_ACCOUNT].NO = 1"), "Harry\n");
+    Run("UPDATE TW_TABLE SET DISPLAY_NAME = 'Konto', CRITERIA = 'BANK_ACCOUNT.NO = 2' WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(Listed(SQLTablesW, "BANK\\_%", 2), "Bank_ACCOUNT\n") << "another name is no display name";
+    EXPECT_EQ(Rows("SELECT NAME FROM Bank_Account"), "Ivy\n");
+    EXPECT_EQ(Listed(SQLTablesW, "all%", 2), "");
+}
+
+TEST_F(RecordDefinitions, RemarksOfColumnsAreListed)
+{
+    Run("UPDATE TW_COLUMN SET REMARKS = 'Whose it is' WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_ACCOUNT", 11), "\nWhose it is\n\n");
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_ACCOUNT", 10), "1\n1\n1\n") << "any field may read as null";
+}
+
+TEST_F(RecordDefinitions, ATableIsThereHoweverAStatementNamesIt)
+{
+    for (const char* statement :
+         {"SELECT COUNT(*) FROM 'BANK_ACCOUNT'", "SELECT COUNT(*) FROM main.BANK_ACCOUNT",
+          "SELECT 2 WHERE (1, 'Harry', 123.45) IN BANK_ACCOUNT", "SELECT COUNT(*) FROM (BANK_ACCOUNT)",
+          "SELECT COUNT(*) FROM (VALUES (1)) x, `BANK_ACCOUNT` y"}) {
+        OdbcClient fresh;
+        Connect(fresh);
+        EXPECT_EQ(Rows(fresh, statement), "2\n") << statement;
+    }
+}
+
+TEST_F(RecordDefinitions, AViewMayReadThem)
+{
+    Run("CREATE VIEW RICH AS SELECT NAME FROM BANK_ACCOUNT WHERE BALANCE > 100");
+    Run("CREATE VIEW RICHER AS SELECT * FROM RICH");
+    OdbcClient fresh;
+    Connect(fresh);
+    EXPECT_EQ(Rows(fresh, "SELECT * FROM RICHER"), "Harry\n");
+}
+
+TEST_F(RecordDefinitions, NamesMayBeginLikeThoseOfTheEngine)
+{
+    for (const char* database : {"TW_OLD", "SQLITE", "PRAGMA"}) {
+        Run(std::string("UPDATE TW_DB SET DATABASE_NAME = '") + database + "' WHERE DATABASE_NAME <> 'TW'");
+        for (const char* table : {"TW_TABLE", "TW_COLUMN"})
+            Run(std::string("UPDATE ") + table + " SET DATABASE_NAME = '" + database + "' WHERE DATABASE_NAME <> 'TW'");
+        EXPECT_EQ(Rows(std::string("SELECT COUNT(*) FROM ") + database + "_ACCOUNT"), "2\n") << database;
+    }
+    EXPECT_EQ(Rows("SELECT COUNT(*) > 10 FROM sqlite_master"), "1\n");
+    EXPECT_EQ(Rows("SELECT name FROM pragma_table_info('TW_KEY') LIMIT 0"), "");
+}
+
+TEST_F(RecordDefinitions, AChangedStorageTypeCountsAtOnce)
+{
+    EXPECT_EQ(Rows("SELECT BALANCE FROM BANK_ACCOUNT WHERE NO = 1"), "123.45\n");
+    Run("UPDATE TW_LOCDT SET ATTRIBUTES = replace(ATTRIBUTES, 'SIGN', 'FULL') WHERE LOCAL_TYPE_NAME = 'PACKED'");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"), "a half byte is no digit"));
+}
+
+TEST_F(RecordDefinitions, AFieldMustEndInsideAFixedRecord)
+{
+    Run("UPDATE TW_FIELD SET LENGTH = 4 WHERE FIELD_NAME = 'BALANCE'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"),
+                      "The column BALANCE of the table BANK_ACCOUNT cannot be read: its field BALANCE ends behind the "
+                      "record's 13 bytes."));
+    Run("UPDATE TW_FIELD SET LENGTH = 3, OFFSET = 13 WHERE FIELD_NAME = 'BALANCE'");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"), "ends behind the record's 13 bytes"));
+}
+
+TEST_F(RecordDefinitions, AFieldMustHaveAPlaceAndAScaleThatCanBe)
+{
+    Run("UPDATE TW_FIELD SET LENGTH = 0 WHERE FIELD_NAME = 'BALANCE'");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"),
+                      "its field BALANCE has no place in the record: offset 10, length 0."));
+    Run("UPDATE TW_FIELD SET LENGTH = 3, OFFSET = -1 WHERE FIELD_NAME = 'BALANCE'");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"), "no place in the record: offset -1, length 3."));
+    Run("UPDATE TW_FIELD SET OFFSET = 10, SCALE = 38 WHERE FIELD_NAME = 'BALANCE'");
+    EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"), "its field BALANCE has the scale 38."));
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_ACCOUNT"), "1\n2\n");
+}
+
+TEST_F(RecordDefinitions, TwoColumnsOfOneNameMakeNoTable)
+{
+    Run("UPDATE TW_COLUMN SET COLUMN_NAME = 'no' WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_TRUE(Holds(Failure("SELECT 1 FROM BANK_ACCOUNT"),
+                      "The columns of the table BANK_ACCOUNT make no table: duplicate column name: no"));
+}
+
+TEST_F(RecordDefinitions, CriteriaThatNameOneAnotherEndInAnError)
+{
+    DefineTable("A", "ACCOUNT", "ACCOUNT.dat", "BANK_A.NO IN (SELECT NO FROM BANK_B) OR EXISTS (SELECT 1 FROM BANK_C)");
+    DefineTable("B", "ACCOUNT", "ACCOUNT.dat", "BANK_B.NO IN (SELECT NO FROM BANK_C) OR EXISTS (SELECT 1 FROM BANK_A)");
+    DefineTable("C", "ACCOUNT", "ACCOUNT.dat", "BANK_C.NO IN (SELECT NO FROM BANK_A) OR EXISTS (SELECT 1 FROM BANK_B)");
+    for (const char* table : {"BANK_A", "BANK_B", "BANK_C"})
+        EXPECT_TRUE(Holds(Failure(std::string("SELECT * FROM ") + table), "asks for the table itself")) << table;
+    Run("UPDATE TW_TABLE SET CRITERIA = 'BANK_C.NO = 1' WHERE TABLE_NAME = 'C'");
+    Run("UPDATE TW_TABLE SET CRITERIA = 'BANK_B.NO IN BANK_X' WHERE TABLE_NAME = 'B'");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_A"), "no such table: BANK_X"));
+}
+
+TEST_F(RecordDefinitions, ACriteriaThatIsTakenAwayShowsAllRecordsAgain)
+{
+    Run("UPDATE TW_TABLE SET CRITERIA = 'BANK_ACCOUNT.NO = 2' WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Ivy\n");
+    Run("UPDATE TW_TABLE SET CRITERIA = ' ' WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM [all records of BANK_ACCOUNT]"), "no such table"));
+}
+
+TEST_F(RecordDefinitions, ANumberThatItsIntegerTypeCannotHoldIsRefused)
+{
+    Make("COUNTS", {{"N", "NUMERIC", 11}}, "        127        128     -32769      65536 4294967296");
+    const char* const limits[][3] = {{"TINYINT", "0", "record 2"},
+                                     {"TINYINT", "1", "record 3"},
+                                     {"SMALLINT", "0", "record 3"},
+                                     {"SMALLINT", "1", "record 3"},
+                                     {"INTEGER", "0", "record 5"}};
+    for (const auto& limit : limits) {
+        Run(std::string("UPDATE TW_COLUMN SET SQL_TYPE_NAME = '") + limit[0] + "', UNSIGNED_ATTRIBUTE = " + limit[1] +
+            " WHERE TABLE_NAME = 'COUNTS'");
+        const std::string message = Failure("SELECT N FROM BANK_COUNTS");
+        EXPECT_TRUE(Holds(message, limit[2]) && Holds(message, "the number is too large for its column")) << message;
+    }
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'BIGINT' WHERE TABLE_NAME = 'COUNTS'");
+    EXPECT_EQ(Rows("SELECT SUM(N) FROM BANK_COUNTS"), "4295000318\n");
+}
+
+TEST_F(RecordDefinitions, TextsAndBytesComeInEveryFormOverOdbc)
+{
+    Make("FORMS",
+         {{"RAW", "BINARY-STRING", 2},
+          {"HEX", "HEXADECIMAL", 2},
+          {"YES", "BOOLEAN", 1},
+          {"WIDE", "STRING-UTF16", 4},
+          {"COUNTED", "STRING-COUNTED", 5},
+          {"ENDED", "STRING-ZERO", 4}},
+         "\x01\xFE\x0A\xFF\x01\xFC\x00 \x00\x02\x00xyzab\x00 "
+         "\x00\x00\x00\x00\x00\x3D\xD8\x00\xDE\x00\x00...abcd"s);
+    const Result result = client.Execute("SELECT * FROM BANK_FORMS");
+    ASSERT_EQ(result.columns.size(), 6u) << result.diagnostic.message;
+    const SQLSMALLINT types[] = {SQL_BINARY, SQL_VARCHAR, SQL_BIT, SQL_VARCHAR, SQL_VARCHAR, SQL_VARCHAR};
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_EQ(result.columns[i].type, types[i]) << result.columns[i].name;
+    EXPECT_EQ(Rows("SELECT hex(RAW), HEX, YES, WIDE, COUNTED, ENDED FROM BANK_FORMS"),
+              "01FE|0AFF|1|ü|xy|ab\n0000|0000|0|\U0001F600||abcd\n");
+}
+
+TEST_F(RecordDefinitions, ACountedTextMayEndItsLine)
+{
+    Make("LINES", {{"KIND", "STRING", 1}, {"WORDS", "STRING-COUNTED", 12}},
+         "A\x03\x00"s + "abc\n" + "B\x05\x00"s + "ab\n", "SEQUENTIAL", "VARIABLE");
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_LINES LIMIT 1"), "abc\n");
+    EXPECT_TRUE(Holds(Failure("SELECT WORDS FROM BANK_LINES"), "the count is beyond the field's end"));
+}
