@@ -1,14 +1,11 @@
 #include "FieldDecoder.h"
 
-#include "Decimal.h"
+#include "FieldNumber.h"
 #include "Floats.h"
 #include "Text.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
-#include <cstdio>
-#include <limits>
 
 namespace tarnwick::records
 {
@@ -16,20 +13,9 @@ namespace tarnwick::records
 using Kind = StorageType::Kind;
 using Sign = StorageType::Sign;
 
-/// A decimal number as a field holds it: `magnitude` / 10^`scale`.
-struct FieldDecoder::Decimal {
-    bool negative = false;
-    Magnitude magnitude = 0;
-    int scale = 0;
-};
-
 namespace
 {
 
-constexpr const char* doesNotFit = "the number is too large for its column";
-constexpr const char* hasFraction = "it has digits behind the point, and its column has none";
-constexpr const char* beyondYears = "it is beyond the years that a date can show";
-constexpr const char* noDigit = "a character is no digit";
 constexpr const char* noCharacters = "they are no characters of the file's code page";
 
 /// The first second of the year 1 and the last of the year 9999, in the count from 1970.
@@ -321,7 +307,7 @@ const char* FieldDecoder::ReadDigits(std::string_view bytes, Value& value, std::
     if (bytes.empty())
         return "it has no digits";
     if (bytes.size() > mostDigits)
-        return doesNotFit;
+        return reasons::doesNotFit;
     const std::size_t signedDigit = m_type.sign == Sign::LeadingZone    ? 0
                                     : m_type.sign == Sign::TrailingZone ? bytes.size() - 1
                                                                         : bytes.size();
@@ -337,7 +323,7 @@ const char* FieldDecoder::ReadDigits(std::string_view bytes, Value& value, std::
         const ZonedDigit digit = table[ByteAt(bytes, i)];
         if (digit.zone != Zone::Plain) {
             if (i != signedDigit || digit.zone == Zone::NoDigit)
-                return noDigit;
+                return reasons::noDigit;
             decimal.negative = digit.zone == Zone::Negative;
         }
         if (digits < shortDigits)
@@ -356,7 +342,7 @@ const char* FieldDecoder::ReadPacked(std::string_view bytes, Value& value, std::
     Decimal decimal{false, 0, m_scale};
     const std::size_t whole = bytes.size() - (m_type.lastNibbleFree ? 1 : 0);
     if (2 * whole + 1 > mostDigits)
-        return doesNotFit;
+        return reasons::doesNotFit;
     constexpr const char* noHalfByte = "a half byte is no digit";
     std::uint64_t low = 0;
     for (std::size_t i = 0; i < whole; ++i) {
@@ -393,7 +379,7 @@ const char* FieldDecoder::ReadPacked(std::string_view bytes, Value& value, std::
 const char* FieldDecoder::ReadInteger(std::string_view bytes, Value& value, std::string& room) const
 {
     if (bytes.size() > 8)
-        return doesNotFit;
+        return reasons::doesNotFit;
     const std::uint64_t bits = BitsOf(bytes, m_type.highByteFirst);
     const std::uint64_t signBit = std::uint64_t{1} << (8 * bytes.size() - 1);
     Decimal decimal{false, bits, m_scale};
@@ -443,159 +429,13 @@ const char* FieldDecoder::ReadVmsTime(std::string_view bytes, Value& value, std:
 const char* FieldDecoder::ReadUnixTime(std::string_view bytes, Value& value, std::string& room) const
 {
     if (bytes.size() > 8)
-        return doesNotFit;
+        return reasons::doesNotFit;
     const std::uint64_t signBit = std::uint64_t{1} << (8 * bytes.size() - 1);
     const std::uint64_t bits = BitsOf(bytes, m_type.highByteFirst);
     const auto seconds = static_cast<std::int64_t>((bits ^ signBit) - signBit);
     if (seconds < firstSecond || seconds > lastSecond)
-        return beyondYears;
+        return reasons::beyondYears;
     return ShowMoment(Moment::FromUnixSeconds(seconds), value, room);
-}
-
-const char* FieldDecoder::ShowText(std::string_view text, bool inRecord, Value& value, std::string& room) const
-{
-    if (m_shown == Shown::Text) {
-        value = Value::Text(text, inRecord);
-        return nullptr;
-    }
-    return IsMoment() ? ShowTextAsMoment(text, value, room) : ShowTextAsNumber(text, value, room);
-}
-
-const char* FieldDecoder::ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const
-{
-    if (!m_format)
-        return "the field has no format";
-    Moment moment;
-    switch (m_format->Read(text, moment)) {
-    case DateFormat::Reading::Empty:
-        value = Value::Null();
-        return nullptr;
-    case DateFormat::Reading::Wrong:
-        return "they do not follow the field's format, or there is no such day or time";
-    case DateFormat::Reading::Moment:
-        break;
-    }
-    return ShowMoment(moment, value, room);
-}
-
-const char* FieldDecoder::ShowTextAsNumber(std::string_view text, Value& value, std::string& room) const
-{
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) {
-        value = Value::Null();
-        return nullptr;
-    }
-    text.remove_prefix(first);
-    Decimal decimal;
-    if (text.front() == '+' || text.front() == '-') {
-        decimal.negative = text.front() == '-';
-        text.remove_prefix(1);
-    }
-    bool hasPoint = false;
-    bool hasDigit = false;
-    for (const char c : text) {
-        if (c == '.' && !hasPoint) {
-            hasPoint = true;
-            continue;
-        }
-        if (c < '0' || c > '9')
-            return noDigit;
-        if (decimal.magnitude >= PowerOfTen(mostDigits - 1) || decimal.scale >= mostDigits)
-            return doesNotFit;
-        decimal.magnitude = decimal.magnitude * 10 + static_cast<unsigned>(c - '0');
-        decimal.scale += hasPoint ? 1 : 0;
-        hasDigit = true;
-    }
-    return hasDigit ? ShowDecimal(decimal, value, room) : "it has no digits";
-}
-
-const char* FieldDecoder::ShowInteger(const Decimal& decimal, Value& value) const
-{
-    Magnitude magnitude = decimal.magnitude;
-    if (decimal.scale > 0 && magnitude % PowerOfTen(decimal.scale) != 0)
-        return hasFraction;
-    if (decimal.scale > 0)
-        magnitude /= PowerOfTen(decimal.scale);
-    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    for (int i = decimal.scale; i < 0 && magnitude != 0 && magnitude <= most; ++i)
-        magnitude *= 10;
-    if (magnitude > most + (decimal.negative ? 1u : 0u))
-        return doesNotFit;
-    const auto bits = static_cast<std::uint64_t>(magnitude);
-    const auto number = static_cast<std::int64_t>(decimal.negative ? 0 - bits : bits);
-    if (number < m_limits.least || number > m_limits.most)
-        return doesNotFit;
-    value = Value::Integer(number);
-    return nullptr;
-}
-
-const char* FieldDecoder::ShowDecimal(const Decimal& decimal, Value& value, std::string& room) const
-{
-    switch (m_shown) {
-    case Shown::Integer:
-        return ShowInteger(decimal, value);
-    case Shown::Real:
-        value = Value::Real(ToReal(decimal.negative && decimal.magnitude != 0, decimal.magnitude, decimal.scale));
-        return nullptr;
-    case Shown::Decimal:
-    case Shown::Text:
-        WriteDecimal(decimal.negative && decimal.magnitude != 0, decimal.magnitude, decimal.scale, room);
-        value = Value::Text(room, false);
-        return nullptr;
-    case Shown::Bit:
-        value = Value::Integer(decimal.magnitude != 0 ? 1 : 0);
-        return nullptr;
-    case Shown::Date:
-    case Shown::Time:
-    case Shown::Timestamp: {
-        WriteDecimal(false, decimal.magnitude, 0, room);
-        if (room.size() < m_formatWidth)
-            room.insert(0, m_formatWidth - room.size(), '0');
-        const std::string text = room;
-        return ShowTextAsMoment(text, value, room);
-    }
-    case Shown::Bytes:
-        break;
-    }
-    return "a number cannot be shown as bytes";
-}
-
-const char* FieldDecoder::ShowReal(double real, Value& value, std::string& room) const
-{
-    if (m_shown == Shown::Real) {
-        value = Value::Real(real);
-        return nullptr;
-    }
-    if (m_shown == Shown::Integer) {
-        constexpr double limit = 9223372036854775808.0;
-        if (real < -limit || real >= limit)
-            return doesNotFit;
-        if (real != std::trunc(real))
-            return hasFraction;
-        const auto number = static_cast<std::int64_t>(real);
-        if (number < m_limits.least || number > m_limits.most)
-            return doesNotFit;
-        value = Value::Integer(number);
-        return nullptr;
-    }
-    if (m_shown != Shown::Text && m_shown != Shown::Decimal)
-        return "a floating point number is no date and no run of bytes";
-    std::array<char, 40> text;
-    const int length = std::snprintf(text.data(), text.size(), "%.15g", real);
-    room.assign(text.data(), static_cast<std::size_t>(length));
-    value = Value::Text(room, false);
-    return nullptr;
-}
-
-const char* FieldDecoder::ShowMoment(const Moment& moment, Value& value, std::string& room) const
-{
-    if (!IsMoment() && m_shown != Shown::Text)
-        return "a date is no number";
-    if (!moment.IsReal())
-        return beyondYears;
-    Write(moment, Part(), room);
-    value = Value::Text(room, false);
-    return nullptr;
 }
 
 } // namespace tarnwick::records

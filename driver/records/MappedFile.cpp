@@ -96,7 +96,7 @@ bool MappedFile::IsCurrent() const
 
 bool MappedFile::WasCut(bool now) const
 {
-    m_wasCut = m_wasCut || cutguard::HasZeros(m_guard);
+    m_wasCut = m_wasCut || HasZeros();
     timespec time{};
     ::clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
     const std::int64_t moment = time.tv_sec * 1'000'000'000 + time.tv_nsec;

@@ -30,6 +30,9 @@ public:
     /// Whether the path still leads to this file, in its size of then.
     bool IsCurrent() const;
 
+    /// Whether something was read that the file does not have any more. Costs nothing.
+    bool HasZeros() const { return cutguard::HasZeros(m_guard); }
+
     /// Whether the file was cut since it was mapped. Without `now`, what was found a few milliseconds ago counts still,
     /// so that the question can be asked for each record. One thread at a time may ask.
     bool WasCut(bool now) const;

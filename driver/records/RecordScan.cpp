@@ -76,7 +76,8 @@ const char* RecordScan::Decode(std::size_t column, Value& value)
     const char* const reason = bytes.size() < field.length && !decoder.MayEndEarly()
                                    ? "the record ends inside the field"
                                    : decoder.Decode(bytes, value, m_room);
-    RefuseCutFile(false);
+    if (m_file->HasZeros())
+        RefuseCutFile(true);
     return reason;
 }
 
