@@ -1,7 +1,7 @@
 #include "Rows.h"
 
+#include "ByRights.h"
 #include "Cells.h"
-#include "Diagnostics.h"
 #include "Lower.h"
 #include "StatementTable.h"
 
@@ -329,20 +329,20 @@ SQLRETURN SetPosition(SQLHSTMT statement, SQLSETPOSIROW row, SQLUSMALLINT operat
         return GoToRow(statement, *reader, row);
     }
     if (!reader)
-        return lower.SQLSetPos(statement, row, operation, lock);
+        return RunByRights(statement, [&] { return lower.SQLSetPos(statement, row, operation, lock); });
     if (inBlock)
         GoToRow(statement, *reader, 1);
     const LentBindings lent(statement, *reader);
-    return lower.SQLSetPos(statement, row, operation, lock);
+    return RunByRights(statement, [&] { return lower.SQLSetPos(statement, row, operation, lock); });
 }
 
 SQLRETURN BulkOperation(SQLHSTMT statement, SQLSMALLINT operation)
 {
     const Reader* reader = Readers().Find(statement);
     if (!reader)
-        return lower.SQLBulkOperations(statement, operation);
+        return RunByRights(statement, [&] { return lower.SQLBulkOperations(statement, operation); });
     const LentBindings lent(statement, *reader);
-    return lower.SQLBulkOperations(statement, operation);
+    return RunByRights(statement, [&] { return lower.SQLBulkOperations(statement, operation); });
 }
 
 SQLRETURN SetAttribute(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER length)

@@ -1,6 +1,5 @@
-#include "Diagnostics.h"
+#include "ByRights.h"
 #include "Lower.h"
-#include "Privileges.h"
 #include "RecordTables.h"
 #include "Registry.h"
 #include "Rewrite.h"
@@ -15,17 +14,6 @@ namespace
 {
 
 using Run = decltype(Lower::SQLExecDirect);
-
-/// Lets the library below run a statement. What a user's rights refuse is told in the words of the refusal.
-template <typename Call>
-SQLRETURN RunByRights(SQLHSTMT statement, Call call)
-{
-    records::Privileges::TakeRefusal();
-    const SQLRETURN answer = call();
-    if (const std::string refusal = records::Privileges::TakeRefusal(); answer == SQL_ERROR && !refusal.empty())
-        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
-    return answer;
-}
 
 /// Takes a statement in: writes it to the log, puts it into SQLite's spelling, sees that the tables over records that
 /// it names are there, and hands it on, complete with its terminator.

@@ -128,6 +128,24 @@ TEST_F(Rights, AreToldInTheirWordsWhenAPreparedStatementRuns)
     }
 }
 
+TEST_F(Rights, AreToldInTheirWordsWhenARowOfAResultIsChanged)
+{
+    OdbcClient& clerk = As("CLERK");
+    SQLHSTMT statement = clerk.NewStatement();
+    SQLSetStmtAttr(statement, SQL_ATTR_CONCURRENCY, reinterpret_cast<SQLPOINTER>(SQL_CONCUR_LOCK), 0);
+    std::string text = "SELECT FILE_NAME, REMARKS FROM TW_FILE";
+    ASSERT_EQ(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    char name[64] = "";
+    SQLLEN length = 0;
+    SQLBindCol(statement, 1, SQL_C_CHAR, name, sizeof name, &length);
+    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+    EXPECT_EQ(SQLSetPos(statement, 1, SQL_DELETE, SQL_LOCK_NO_CHANGE), SQL_ERROR);
+    const Diagnostic refused = OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement);
+    EXPECT_NE(refused.message.find("does not have the privileges to delete from the table TW_FILE"), std::string::npos)
+        << refused.message;
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
 TEST_F(Rights, ToInsertAndToDeleteAreGrantedOneByOne)
 {
     Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT, ALLOW_DELETE) "
