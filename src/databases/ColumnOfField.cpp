@@ -1,10 +1,11 @@
 #include "ColumnOfField.h"
 
 #include "Conversions.h"
+#include "Definitions.h"
 #include "Recordset.h"
-#include "modDatabase.h"
 
 using namespace Qt::StringLiterals;
+using definitions::quotedText;
 
 namespace
 {
@@ -19,11 +20,6 @@ QString number(const dao::Recordset& row, const QString& column)
 {
     const QString text = valueOf(row, column);
     return text.isEmpty() ? u"0"_s : text;
-}
-
-QString quotedText(const QString& text)
-{
-    return '\''_L1 + modDatabase::SQLQuote(text) + '\''_L1;
 }
 
 } // namespace

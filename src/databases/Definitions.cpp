@@ -68,14 +68,25 @@ QString defaultDatabase(const QString& datasource)
     return dao::DBEngine::GetPrivateProfileString(datasource, u"DefaultDatabase"_s, {});
 }
 
-QString nameInSql(const QString& datasource, const QString& database, const QString& table)
+QString joinedName(const QString& database, const QString& table)
 {
-    return defaultDatabase(datasource).isEmpty() ? database + '_'_L1 + table : table;
+    return database + '_'_L1 + table;
 }
 
-bool isCatalogTable(const QString& nameInSql)
+QString nameInSql(const QString& defaultDatabase, const QString& database, const QString& table)
 {
-    return nameInSql.startsWith("TW_"_L1, Qt::CaseInsensitive);
+    return defaultDatabase.isEmpty() ? joinedName(database, table) : table;
+}
+
+bool holdsPasswords(const QString& name)
+{
+    return name.compare("TW_USER"_L1, Qt::CaseInsensitive) == 0 ||
+           name.compare("TW_DBPRV"_L1, Qt::CaseInsensitive) == 0;
+}
+
+QString quotedText(const QString& text)
+{
+    return '\''_L1 + SQLQuote(text) + '\''_L1;
 }
 
 QString fieldsOfTable(dao::Database& db, const QString& database, const QString& table)

@@ -53,10 +53,16 @@ QString ofTable(const QString& database, const QString& table);
 /// The one database that a datasource is bound to, as its entry in ODBC.INI has it; empty where it is bound to none.
 QString defaultDatabase(const QString& datasource);
 
-/// The name of a table in the SQL of a datasource.
-QString nameInSql(const QString& datasource, const QString& database, const QString& table);
+/// The name of a table behind that of its database, as SQL clients of more than one database see it.
+QString joinedName(const QString& database, const QString& table);
 
-/// Whether a name in SQL is that of one of the catalog's own tables.
-bool isCatalogTable(const QString& nameInSql);
+/// The name of a table in the SQL of a datasource that is bound to one database; an empty one stands for none.
+QString nameInSql(const QString& defaultDatabase, const QString& database, const QString& table);
+
+/// Whether a name in SQL, in any case of letters, is that of a table of the catalog with passwords in it.
+bool holdsPasswords(const QString& name);
+
+/// A text as it stands in a statement, between apostrophes.
+QString quotedText(const QString& text);
 
 } // namespace definitions

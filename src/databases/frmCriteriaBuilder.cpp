@@ -135,7 +135,6 @@ QWidget* frmCriteriaBuilder::buildCriteria()
     auto* part = new QWidget(this);
     m_criteria = new PropertyMemo(part);
     m_criteria->setObjectName(u"txtCriteria"_s);
-    m_criteria->setTabChangesFocus(true);
     m_criteria->setAccessibleName(u"Criteria String"_s);
     m_criteria->setToolTip(u"Criteria string - Any valid SQL is allowed"_s);
     auto* prompt = new QLabel(u"Criteria String:"_s, part);
@@ -175,7 +174,7 @@ bool frmCriteriaBuilder::fill(const QString& datasource, const QString& database
     CConnection* connection = CConnections::instance().Item(datasource);
     if (!connection)
         return false;
-    m_table = database + '_'_L1 + table;
+    m_table = definitions::joinedName(database, table);
     for (const auto rows = connection->db()->OpenRecordset("SELECT COLUMN_NAME FROM TW_COLUMN WHERE "_L1 +
                                                            definitions::ofTable(database, table));
          !rows->Eof(); rows->MoveNext())

@@ -6,7 +6,6 @@
 #include "DropDown.h"
 #include "Recordset.h"
 #include "Routine.h"
-#include "modDatabase.h"
 
 #include <QGridLayout>
 #include <QHeaderView>
@@ -135,12 +134,11 @@ QString frmTableCriteria::GetCriteria(const QString& datasource, const QString& 
     QString built;
     Routine routine("frmTableCriteria.GetCriteria");
     routine.run([&] {
-        if (!CConnections::instance().Item(datasource))
-            return;
         auto& form = get<frmTableCriteria>(u"frmTableCriteria"_s);
         const forms::Running running(form);
         const auto ended = qScopeGuard([&] { forms::unload(form.name()); });
-        form.fill(datasource, database, table);
+        if (!form.fill(datasource, database, table))
+            return;
         form.cmdClear_Click();
         form.m_columns->setFocus();
         form.ask();
@@ -150,15 +148,17 @@ QString frmTableCriteria::GetCriteria(const QString& datasource, const QString& 
     return built;
 }
 
-void frmTableCriteria::fill(const QString& datasource, const QString& database, const QString& table)
+/// Lists the columns of the table; false where there is no connection.
+bool frmTableCriteria::fill(const QString& datasource, const QString& database, const QString& table)
 {
-    m_table = definitions::nameInSql(datasource, database, table);
+    CConnection* connection = CConnections::instance().Item(datasource);
+    if (!connection)
+        return false;
+    m_table = definitions::nameInSql(definitions::defaultDatabase(datasource), database, table);
     QStringList names;
-    for (const auto rows = CConnections::instance()
-                               .Item(datasource)
-                               ->db()
-                               ->OpenRecordset("SELECT COLUMN_NAME, SQL_TYPE_NAME FROM TW_COLUMN WHERE "_L1 +
-                                               definitions::ofTable(database, table) + " ORDER BY COLUMN_NAME"_L1);
+    for (const auto rows =
+             connection->db()->OpenRecordset("SELECT COLUMN_NAME, SQL_TYPE_NAME FROM TW_COLUMN WHERE "_L1 +
+                                             definitions::ofTable(database, table) + " ORDER BY COLUMN_NAME"_L1);
          !rows->Eof(); rows->MoveNext()) {
         const QString name = rows->View(0).toString();
         const QString type = rows->View(1).toString();
@@ -170,6 +170,7 @@ void frmTableCriteria::fill(const QString& datasource, const QString& database, 
     for (const Condition& condition : m_conditions)
         condition.cboColumn->refill(names);
     m_from->setText("From "_L1 + m_table);
+    return true;
 }
 
 // Choosing -----------------------------------------------------------------------------------------------------------
@@ -230,6 +231,7 @@ void frmTableCriteria::cmdClear_Click()
             condition.cboColumn->setCurrentIndex(-1);
             condition.cboCriteria->setCurrentIndex(-1);
             condition.txtCriteria->clear();
+            // A list that was blank before tells of no change, and its line is to close all the same.
             cboAndOr_Click(i);
         }
     });
@@ -282,7 +284,7 @@ QString frmTableCriteria::WrapCriteria(const QString& value, const QString& type
 {
     const QString upper = type.toUpper();
     if (upper == "CHAR"_L1 || upper == "VARCHAR"_L1)
-        return '\''_L1 + modDatabase::SQLQuote(value) + '\''_L1;
+        return definitions::quotedText(value);
     if (upper == "DATE"_L1 || upper == "TIME"_L1 || upper == "TIMESTAMP"_L1)
         return '#'_L1 + value + '#'_L1;
     return value;

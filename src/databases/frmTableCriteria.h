@@ -37,7 +37,7 @@ private:
 
     QWidget* buildColumns();
     QWidget* buildConditions();
-    void fill(const QString& datasource, const QString& database, const QString& table);
+    bool fill(const QString& datasource, const QString& database, const QString& table);
     void cboAndOr_Click(std::size_t index);
     static void enableLists(const Condition& condition, bool enabled);
     void selectAll(bool selected);

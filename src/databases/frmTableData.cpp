@@ -139,10 +139,10 @@ void frmTableData::Display(const QString& datasource, const QString& database, c
                                   ") run against the Datasource '"_L1 + datasource + '\''_L1);
         // The catalog's own tables hold passwords, and a datasource that is bound to a database reads them by name.
         m_hidesPasswords = definitions::isCatalogDatabase(database) ||
-                           definitions::isCatalogTable(definitions::nameInSql(datasource, database, table));
+                           definitions::holdsPasswords(definitions::nameInSql(only, database, table));
         run(datasource, statement);
         refreshButton().setEnabled(true);
-        lblTitle()->setText(database + '_'_L1 + table + " - Table Data"_L1);
+        lblTitle()->setText(definitions::joinedName(database, table) + " - Table Data"_L1);
         lblDescription()->setText("This is the results of a sample snapshot query:\n\n"_L1 +
                                   modDatabase::FormatSQL(statement).replace('\t'_L1, "    "_L1) +
                                   "\n\n run against the Datasource '"_L1 + datasource + '\''_L1);

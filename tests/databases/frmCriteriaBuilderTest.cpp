@@ -401,6 +401,7 @@ TEST_F(CriteriaBuilder, AFaultLeavesTheCriteria)
                .goOn =
                    [&] {
                        EXPECT_FALSE(forms::loaded(builder));
+                       EXPECT_EQ(errors.shown().back().trappedIn, u"frmCriteriaBuilder.GetCriteria"_s);
                        EXPECT_EQ(text(u"CRITERIA"_s), u"CODE <> 'x'"_s);
                        build([](DialogForm& form) {
                            DialogScript::click(form, u"cmdComp_8"_s);

@@ -376,6 +376,19 @@ TEST_F(TableCriteria, WithoutAConnectionThereIsNoStatement)
     boxes.verify();
 }
 
+TEST_F(TableCriteria, WithoutItsColumnsThereIsNoStatement)
+{
+    start();
+    CConnections::instance().Item(datasource);
+    statements.clear();
+    statements.failAt(1);
+    errors.expect(Press::Ignore);
+    EXPECT_EQ(frmTableCriteria::GetCriteria(datasource, u"SALES"_s, u"ITEMS"_s), QString());
+    errors.verify();
+    EXPECT_EQ(errors.shown().back().trappedIn, u"frmTableCriteria.GetCriteria"_s);
+    EXPECT_FALSE(forms::loaded(criteria));
+}
+
 TEST_F(TableCriteria, ADefaultDatabaseLeavesThePrefixOut)
 {
     world.addDatasource(u"OnlySales"_s, {u"DefaultDatabase=SALES"_s});

@@ -85,6 +85,18 @@ TEST_F(TableDataPasswords, ATableOfOnesOwnShowsWhatItHolds)
     expectTwice(u"USER_PASSWORD"_s, {u"open"_s});
 }
 
+TEST_F(TableDataPasswords, ADatabaseWhoseNameBeginsLikeTheCatalogsShowsWhatItHolds)
+{
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('TW_X')"_s);
+    change(u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME) VALUES ('TW_X', 'SHELF')"_s);
+    change(u"CREATE TABLE TW_X_SHELF (USER_PASSWORD VARCHAR(9))"_s);
+    change(u"INSERT INTO TW_X_SHELF VALUES ('open')"_s);
+    change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME) VALUES ('TW_X', 'SHELF', "
+           "'USER_PASSWORD')"_s);
+    view(all, u"SHELF"_s, u"TW_X"_s);
+    expectTwice(u"USER_PASSWORD"_s, {u"open"_s});
+}
+
 TEST_F(PasswordsOfOneDatabase, ADefinitionThatReadsTheCatalogHidesThemToo)
 {
     change(u"UPDATE TW_USER SET USER_PASSWORD = 'SESAME'"_s);
