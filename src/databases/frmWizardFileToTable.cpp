@@ -12,10 +12,8 @@
 #include "PropertyEntry.h"
 #include "Recordset.h"
 #include "Routine.h"
-#include "RuntimeError.h"
 #include "Settings.h"
 #include "mdiMain.h"
-#include "modDatabase.h"
 #include "modGUI.h"
 
 #include <QGridLayout>
@@ -25,7 +23,7 @@
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
-using modDatabase::SQLQuote;
+using definitions::quotedText;
 
 namespace
 {
@@ -33,10 +31,6 @@ namespace
 constexpr int unit = 8;
 
 const QString section = u"frmWizard"_s;
-
-/// The sizes of the columns that the entries are for. The wizard sends no statement to learn what every catalog has.
-constexpr long nameSize = 32;
-constexpr long textSize = 254;
 
 void showBox(const QString& message, boxes::Icon icon)
 {
@@ -144,6 +138,7 @@ void frmWizardFileToTable::buildFilePage()
     grid->addWidget(file, 1, 0, Qt::AlignTop);
     grid->addWidget(m_files, 1, 1);
     page->addLayout(grid, 1);
+    m_pages.at(1)->setFocusProxy(m_files);
 }
 
 void frmWizardFileToTable::buildDatabasePage()
@@ -158,6 +153,7 @@ void frmWizardFileToTable::buildDatabasePage()
     prompt->setBuddy(m_databases);
     page->addWidget(prompt);
     page->addWidget(m_databases, 1);
+    m_pages.at(2)->setFocusProxy(m_databases);
 }
 
 void frmWizardFileToTable::buildPropertiesPage()
@@ -169,9 +165,10 @@ void frmWizardFileToTable::buildPropertiesPage()
     grid->setColumnStretch(1, 1);
     page->addLayout(grid);
     page->addStretch(1);
-    const auto add = [&](const QString& tag, long size, const QString& prompt) {
+    const auto add = [&](const QString& tag, const QString& prompt) {
         auto* entry = new PropertyEdit;
-        entry->setColumn({.Name = tag, .Type = dao::dbText, .Size = size});
+        // Names are filtered as they are typed. How wide the columns are is for the driver to know.
+        entry->setColumn({.Name = tag, .Type = dao::dbText, .Size = entry->maxLength()});
         entry->setObjectName("txtProperty_"_L1 + tag);
         entry->setAccessibleName(QString(prompt).remove('&'_L1).remove(':'_L1));
         auto* label = new QLabel(prompt);
@@ -181,10 +178,11 @@ void frmWizardFileToTable::buildPropertiesPage()
         grid->addWidget(entry, row, 1);
         return entry;
     };
-    m_table = add(u"TABLE_NAME"_s, nameSize, u"&Table Name:"_s);
-    m_displayName = add(u"DISPLAY_NAME"_s, nameSize, u"D&isplay Name:"_s);
-    m_specification = add(u"FILE_SPECIFICATION"_s, textSize, u"Fi&le Specification:"_s);
-    m_remarks = add(u"REMARKS"_s, textSize, u"Remarks:"_s);
+    m_table = add(u"TABLE_NAME"_s, u"&Table Name:"_s);
+    m_displayName = add(u"DISPLAY_NAME"_s, u"D&isplay Name:"_s);
+    m_specification = add(u"FILE_SPECIFICATION"_s, u"Fi&le Specification:"_s);
+    m_remarks = add(u"REMARKS"_s, u"Remarks:"_s);
+    m_pages.at(3)->setFocusProxy(m_table);
 }
 
 void frmWizardFileToTable::buildButtons()
@@ -210,6 +208,9 @@ void frmWizardFileToTable::setCurrentPage(int page)
     const bool isLast = shown == pageCount - 1;
     m_previous->setEnabled(shown > 0);
     m_next->setEnabled(!isLast);
+    // The page that was left has passed the focus on to a button, which Enter would press from now on.
+    if (shown > 0)
+        m_pages.at(static_cast<std::size_t>(shown))->setFocus();
     setDefaultButton(isLast ? m_finish : m_next);
 }
 
@@ -382,8 +383,8 @@ bool frmWizardFileToTable::finish()
     if (!to)
         return false;
     dao::Database& db = *to->db();
-    const auto counted = db.OpenRecordset("SELECT COUNT (*) AS COLUMN_COUNT FROM TW_FIELD WHERE FILE_NAME = '"_L1 +
-                                          SQLQuote(file()) + '\''_L1);
+    const auto counted =
+        db.OpenRecordset("SELECT COUNT (*) AS COLUMN_COUNT FROM TW_FIELD WHERE FILE_NAME = "_L1 + quotedText(file()));
     const std::int32_t count = counted->Eof() ? 0 : counted->Fields().Item(u"COLUMN_COUNT"_s).Value().Long();
     if (count == 0) {
         showBox("File '"_L1 + file() + "' does not contain any Fields!"_L1, boxes::Icon::Exclamation);
@@ -399,40 +400,37 @@ bool frmWizardFileToTable::finish()
         return false;
     }
     db.Execute("INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, TABLE_TYPE, FILE_NAME, FILE_SPECIFICATION, "
-               "NUMBER_COLUMNS, REMARKS, DISPLAY_NAME) VALUES ('"_L1 +
-               SQLQuote(database()) + "', '"_L1 + SQLQuote(m_table->text()) + "', 'TABLE', '"_L1 + SQLQuote(file()) +
-               "', '"_L1 + SQLQuote(m_specification->text()) + "', "_L1 + QString::number(count) + ", '"_L1 +
-               SQLQuote(m_remarks->text()) + "', '"_L1 + SQLQuote(m_displayName->text()) + "' )"_L1);
+               "NUMBER_COLUMNS, REMARKS, DISPLAY_NAME) VALUES ("_L1 +
+               quotedText(database()) + ", "_L1 + quotedText(m_table->text()) + ", 'TABLE', "_L1 + quotedText(file()) +
+               ", "_L1 + quotedText(m_specification->text()) + ", "_L1 + QString::number(count) + ", "_L1 +
+               quotedText(m_remarks->text()) + ", "_L1 + quotedText(m_displayName->text()) + " )"_L1);
     insertColumns(db);
     boxes::inform(u"Table Created"_s);
     return true;
 }
 
-/// The table is made, and the wizard ends, whether it can be shown or not.
+/// The table is made, and the wizard ends, whether it can be shown or not: what fails in the tree or in the pane ends
+/// in their own routines.
 void frmWizardFileToTable::showTables()
 {
     const QString datasource = m_datasource->currentText();
     const QString target = database();
-    try {
-        modGUI::ExpandToNode("DSN="_L1 + datasource + ":DB="_L1 + datasource + ":db="_L1 + target + ":TA="_L1 + target +
-                             ':'_L1);
-        mdiMain::instance().PaneDisplay(u"frmTables"_s, {datasource, target});
-    } catch (const RuntimeError&) {
-        // The tree and the grid tell what is there the next time that they are looked at.
-    }
+    modGUI::ExpandToNode("DSN="_L1 + datasource + ":DB="_L1 + datasource + ":db="_L1 + target + ":TA="_L1 + target +
+                         ':'_L1);
+    mdiMain::instance().PaneDisplay(u"frmTables"_s, {datasource, target});
 }
 
 void frmWizardFileToTable::insertColumns(dao::Database& db)
 {
     const events::LongRoutine pace;
-    for (const auto fields = db.OpenRecordset("SELECT * FROM TW_FIELD WHERE FILE_NAME = '"_L1 + SQLQuote(file()) +
-                                              "' ORDER BY FIELD_NUMBER ASC"_L1);
+    for (const auto fields = db.OpenRecordset("SELECT * FROM TW_FIELD WHERE FILE_NAME = "_L1 + quotedText(file()) +
+                                              " ORDER BY FIELD_NUMBER ASC"_L1);
          !fields->Eof(); fields->MoveNext()) {
         const QString field = fields->Fields().Item(u"FIELD_NAME"_s).Value().Text();
         const QString localType = fields->Fields().Item(u"LOCAL_TYPE_NAME"_s).Value().Text();
         mdiMain::instance().Status("Processing File '"_L1 + file() + "', Field '"_L1 + field + '\''_L1);
         const auto local =
-            db.OpenRecordset("SELECT * FROM TW_LOCDT WHERE LOCAL_TYPE_NAME = '"_L1 + SQLQuote(localType) + '\''_L1);
+            db.OpenRecordset("SELECT * FROM TW_LOCDT WHERE LOCAL_TYPE_NAME = "_L1 + quotedText(localType));
         if (local->Eof()) {
             showBox("Unable to find information about the Local Data Type '"_L1 + localType + "'\nused in File '"_L1 +
                         file() + ", Field '"_L1 + field + ".\nThis datatype is not supported in Datasource '"_L1 +
@@ -441,8 +439,7 @@ void frmWizardFileToTable::insertColumns(dao::Database& db)
             continue;
         }
         const QString sqlType = local->Fields().Item(u"SQL_TYPE_NAME"_s).Value().Text();
-        const auto type =
-            db.OpenRecordset("SELECT * FROM TW_SQLDT WHERE SQL_TYPE_NAME = '"_L1 + SQLQuote(sqlType) + '\''_L1);
+        const auto type = db.OpenRecordset("SELECT * FROM TW_SQLDT WHERE SQL_TYPE_NAME = "_L1 + quotedText(sqlType));
         db.Execute(columnoffield::insertion(database(), m_table->text(), *fields, sqlType, *type));
     }
 }

@@ -138,9 +138,10 @@ protected:
         });
     }
 
-    void expectSkipped(const QString& type, const QString& file, const QString& field)
+    void expectSkipped(const QString& type, const QString& file, const QString& field,
+                       ScriptedBoxes::Meanwhile meanwhile = {})
     {
-        boxes.expect(isSkipped(type, file, field, datasource), boxes::Icon::None);
+        boxes.expect(isSkipped(type, file, field, datasource), boxes::Icon::None, std::move(meanwhile));
     }
 
     /// The page that shows, by the buttons that are open: "Page 1 of 4: Next Finish Cancel".

@@ -116,6 +116,20 @@ TEST_F(WizardFaults, WithinTheMakingOfATable)
                    }});
 }
 
+TEST_F(WizardFaults, AReportNamesTheListThatFails)
+{
+    begin(level());
+    for (const auto& [statement, routine] :
+         {std::pair(1, u"frmWizardFileToTable.FetchFileList"_s), std::pair(2, u"frmWizardFileToTable.FetchDBList"_s)}) {
+        statements.clear();
+        statements.failAt(statement);
+        errors.expect(Press::Ignore);
+        make([](DialogForm& form) { DialogScript::click(form, cancel); });
+        errors.verify();
+        EXPECT_EQ(errors.shown().back().trappedIn, routine);
+    }
+}
+
 TEST_F(WizardFaults, FieldsThatBreakOffLeaveWhatWasMade)
 {
     begin(level());

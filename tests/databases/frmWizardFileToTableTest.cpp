@@ -3,6 +3,7 @@
 #include "WizardFixture.h"
 
 #include "CConnections.h"
+#include "Commands.h"
 #include "Settings.h"
 
 #include <QClipboard>
@@ -102,6 +103,32 @@ TEST_F(Wizard, EnterGoesOnAndEscapeCancels)
         dialog::hit(form, Qt::Key_Escape);
     });
     EXPECT_EQ(tables().size(), 1);
+}
+
+TEST_F(Wizard, EnterInAListGoesOnAndOn)
+{
+    open([&](DialogForm& form) {
+        DialogScript::click(form, next);
+        EXPECT_EQ(dialog::focus(form), files);
+        dialog::clickRow(form, files, u"PAYROLL"_s);
+        dialog::hit(form, Qt::Key_Down);
+        dialog::hit(form, Qt::Key_Return);
+        EXPECT_EQ(page(form), third);
+        EXPECT_EQ(dialog::focus(form), databases);
+        dialog::hit(form, Qt::Key_Down);
+        dialog::hit(form, Qt::Key_Space);
+        dialog::hit(form, Qt::Key_Enter);
+        EXPECT_EQ(page(form), fourth);
+        EXPECT_EQ(dialog::focus(form), tableName);
+        EXPECT_EQ(dialog::selected(form, files), QStringList{u"STOCK"_s});
+        EXPECT_EQ(dialog::selected(form, databases), QStringList{u"SALES"_s});
+        dialog::write(form, specification, u"a.dat"_s);
+        expectSkipped(u"UNKNOWN"_s, u"STOCK"_s, u"FLAG"_s);
+        boxes.expectInform(created);
+        dialog::hit(form, Qt::Key_Return);
+        EXPECT_FALSE(form.isVisible());
+    });
+    EXPECT_EQ(tables().size(), 2);
 }
 
 TEST_F(Wizard, TellsWhatEachPageIsFor)
@@ -237,6 +264,19 @@ TEST_F(Wizard, CanBeOpenedBlank)
     dialogs.verify();
 }
 
+TEST_F(Wizard, ItsCommandOpensItBlankWithoutANode)
+{
+    start();
+    dialogs.expect(name, [&](DialogForm& form) {
+        EXPECT_EQ(page(form), first);
+        EXPECT_EQ(dialog::get<DropDown>(form, datasources).currentIndex(), -1);
+        DialogScript::click(form, cancel);
+    });
+    commands::run(u"mnu_FileFileToTableWizard"_s, {});
+    dialogs.verify();
+    EXPECT_EQ(statements.statements(), QStringList());
+}
+
 TEST_F(Wizard, NamesThatAreGivenAreSelected)
 {
     start();
@@ -304,23 +344,34 @@ TEST_F(Wizard, NamesAreLimitedToTheirCharactersAsTheyAreTyped)
     });
 }
 
-TEST_F(Wizard, EntriesTakeWhatTheirColumnsHold)
+TEST_F(Wizard, EntriesKeepTextsOfAnyLength)
 {
     open([&](DialogForm& form) {
         fillIn(form);
-        QList<qsizetype> sizes;
-        QApplication::clipboard()->setText(QString(300, u'X'));
+        QApplication::clipboard()->setText(QString(299, u'X'));
         for (const QString& entry : {tableName, displayName, specification, remarks}) {
             dialog::write(form, entry, {});
             dialog::hit(form, Qt::Key_V, Qt::ControlModifier);
             dialog::hit(form, Qt::Key_Y);
-            sizes.append(DialogScript::text(form, entry).size());
         }
-        EXPECT_EQ(sizes, (QList<qsizetype>{32, 32, 254, 254}));
-        EXPECT_EQ(statements.writes(), QStringList());
+        const QString pasted(299, u'X');
+        const QString mixed = pasted + 'y'_L1;
+        EXPECT_EQ(properties(form), (QStringList{pasted + 'Y'_L1, mixed, mixed, mixed}));
         DialogScript::click(form, cancel);
     });
     EXPECT_EQ(statements.statements(), (QStringList{userFiles, userDatabases}));
+}
+
+TEST_F(Wizard, AFileWithALongNameProposesAllOfIt)
+{
+    const QString longName(40, u'L');
+    change(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('%1')"_s.arg(longName));
+    open([&](DialogForm& form) {
+        DialogScript::click(form, next);
+        dialog::clickRow(form, files, longName);
+        EXPECT_EQ(properties(form).first(), longName);
+        DialogScript::click(form, cancel);
+    });
 }
 
 // Checking -----------------------------------------------------------------------------------------------------------
@@ -330,7 +381,10 @@ TEST_F(Wizard, WhatIsMissingIsAskedForOnItsPage)
     open([&](DialogForm& form) {
         const auto expectRefused = [&](const QString& message, const QString& shown, const QString& control) {
             SCOPED_TRACE(message.toStdString());
-            boxes.expectInform(message);
+            boxes.expect(message, boxes::Icon::Information, [&] {
+                EXPECT_EQ(page(form), shown);
+                EXPECT_EQ(dialog::focus(form), control);
+            });
             DialogScript::click(form, finish);
             boxes.verify();
             EXPECT_EQ(page(form), shown);
