@@ -1,5 +1,7 @@
 #include "KeyFilter.h"
 
+#include "Passwords.h"
+
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -34,7 +36,7 @@ QString character(const QString& column, const QString& key)
                                            "FILE_SPECIFICATION"_L1, "DEFAULT_DIRECTORY"_L1};
     if (std::find(unfiltered.begin(), unfiltered.end(), column) != unfiltered.end())
         return key;
-    if (column == "USER_PASSWORD"_L1 || column == "DATABASE_PASSWORD"_L1)
+    if (passwords::isPassword(column))
         return modGUI::nameCharacter(key);
     const QString named = key == " "_L1 ? u"_"_s : key;
     return column == "DISPLAY_NAME"_L1 ? within(named, nameCharacters) : modGUI::nameCharacter(named);
