@@ -12,6 +12,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPushButton>
 
 #include <algorithm>
@@ -39,6 +40,29 @@ QString spoken(QString prompt)
     prompt.remove('&'_L1);
     return prompt.endsWith(':'_L1) ? prompt.chopped(1) : prompt;
 }
+
+/// The word of a flag, which is as good as its box for the mouse.
+class FlagWord final : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+private:
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        QLabel::mousePressEvent(event);
+        event->setAccepted(event->button() == Qt::LeftButton);
+        if (event->isAccepted() && buddy()->isEnabled())
+            buddy()->setFocus(Qt::MouseFocusReason);
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override
+    {
+        QLabel::mouseReleaseEvent(event);
+        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+            static_cast<QCheckBox*>(buddy())->click();
+    }
+};
 
 } // namespace
 
@@ -103,8 +127,10 @@ QLabel* PropertySheet::promptOf(const Property& property, QWidget& entry)
     entry.setAccessibleName(spoken(prompt));
     if (prompt.isEmpty())
         return nullptr;
-    auto* label = new QLabel(prompt, this);
+    const bool isFlag = property.kind == EntryKind::Flag;
+    QLabel* label = isFlag ? new FlagWord(prompt, this) : new QLabel(prompt, this);
     label->setBuddy(&entry);
+    label->setToolTip(entry.toolTip());
     return label;
 }
 
@@ -221,6 +247,8 @@ void PropertySheet::followPalette()
         if (!control.Tag.isEmpty())
             control.Widget->setPalette(readable);
     }
+    if (m_confirmation)
+        m_confirmation->setPalette(readable);
 }
 
 void PropertySheet::changeEvent(QEvent* event)
@@ -239,6 +267,8 @@ void PropertySheet::addActions(const std::vector<QWidget*>& buttons)
         line->addWidget(button);
     line->addStretch(1);
     m_rows->addLayout(line, m_rows->rowCount(), 1);
+    // What the buttons leave free when they are hidden is below them, so that nothing moves.
+    m_rows->setRowStretch(m_rows->rowCount(), 1);
 }
 
 DropDown& PropertySheet::list(const QString& column) const

@@ -91,6 +91,64 @@ TEST_F(DatabasePrivilegePane, TheTabKeyWalksFromTopToBottom)
                                        u"ALLOW_DELETE"_s, u"REMARKS"_s, u"cmdAction"_s, u"cmdCancel"_s}));
 }
 
+TEST_F(DatabasePrivilegePane, NothingMovesWhenTheRowIsOpenedForChange)
+{
+    settings::save(u"Options"_s, u"Items"_s, 0);
+    open(clerk());
+    const auto places = [&] {
+        QCoreApplication::processEvents();
+        QList<QRect> all;
+        for (const char* name : {"txtConfirm", "chkProperty_ALLOW_SELECT", "txtProperty_REMARKS"}) {
+            const QWidget& found = control(QLatin1String(name));
+            all.append({found.mapTo(window.get(), QPoint()), found.size()});
+        }
+        return all;
+    };
+    const QList<QRect> shown = places();
+    press(u"User Edit"_s);
+    EXPECT_EQ(places(), shown);
+}
+
+TEST_F(DatabasePrivilegePane, BothBoxesOfThePasswordAreEquallyDarkWhileTheyAreLocked)
+{
+    settings::save(u"Options"_s, u"Items"_s, 0);
+    open(clerk());
+    const auto ink = [&](const QString& name) {
+        return control(name).palette().color(QPalette::Disabled, QPalette::Text);
+    };
+    EXPECT_EQ(ink(u"txtConfirm"_s), ink(u"txtProperty_DATABASE_PASSWORD"_s));
+}
+
+TEST_F(DatabasePrivilegePane, TheWordOfAFlagIsAsGoodAsItsBox)
+{
+    open(clerk());
+    for (const QLabel* word : window->currentPane()->findChildren<QLabel*>()) {
+        auto* flag = qobject_cast<QCheckBox*>(word->buddy());
+        if (!flag)
+            continue;
+        SCOPED_TRACE(word->text().toStdString());
+        EXPECT_EQ(word->toolTip(), flag->toolTip());
+        const bool was = flag->isChecked();
+        QTest::mouseClick(const_cast<QLabel*>(word), Qt::LeftButton);
+        EXPECT_EQ(flag->isChecked(), !was);
+        EXPECT_TRUE(flag->hasFocus());
+        QTest::mouseClick(const_cast<QLabel*>(word), Qt::RightButton);
+        EXPECT_EQ(flag->isChecked(), !was);
+        // Whoever lets go elsewhere has thought better of it.
+        QTest::mousePress(const_cast<QLabel*>(word), Qt::LeftButton);
+        QTest::mouseRelease(const_cast<QLabel*>(word), Qt::LeftButton, {}, {-50, 0});
+        EXPECT_EQ(flag->isChecked(), !was);
+    }
+    EXPECT_EQ(ticked(), (QStringList{u"ALLOW_INSERT"_s, u"ALLOW_DELETE"_s}));
+    press(u"OK"_s);
+    // What is only shown is not changed.
+    for (const QLabel* word : window->currentPane()->findChildren<QLabel*>()) {
+        if (qobject_cast<QCheckBox*>(word->buddy()))
+            QTest::mouseClick(const_cast<QLabel*>(word), Qt::LeftButton);
+    }
+    EXPECT_EQ(ticked(), (QStringList{u"ALLOW_INSERT"_s, u"ALLOW_DELETE"_s}));
+}
+
 TEST_F(DatabasePrivilegePane, NullsShowAsEmptyTextsAndUntickedFlags)
 {
     change(u"UPDATE TW_DBPRV SET DATABASE_USERNAME = NULL, DATABASE_PASSWORD = NULL, ALLOW_SELECT = NULL, "
