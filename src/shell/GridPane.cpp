@@ -6,6 +6,7 @@
 #include "CellGrid.h"
 #include "Conversions.h"
 #include "Events.h"
+#include "Passwords.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "RoutineNames.h"
@@ -237,6 +238,17 @@ void GridPane::remember()
     m_removed = false;
 }
 
+/// When another pane comes up, a cell that is being edited is dropped, and what has been typed into masked cells is not
+/// held where nobody sees it.
+bool GridPane::event(QEvent* event)
+{
+    if (event->type() == QEvent::HideToParent) {
+        closeEditor();
+        m_typed.clear();
+    }
+    return PaneForm::event(event);
+}
+
 void GridPane::takeFocus()
 {
     m_grid->setFocus();
@@ -344,7 +356,7 @@ void GridPane::takeCell()
         m_grid->setTextMatrix(m_row, m_column, loaded(name));
     } else {
         m_typed.insert(name, entered);
-        m_grid->setTextMatrix(m_row, m_column, u"**********"_s);
+        m_grid->setTextMatrix(m_row, m_column, passwords::mask());
     }
     m_rowChanged = true;
     cellChanged(name);

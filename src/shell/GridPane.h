@@ -171,6 +171,7 @@ private:
     virtual void cellChanged(const QString&) {}
     virtual void lookUp(const QString&) {}
 
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     void buildEditors();

@@ -130,6 +130,8 @@ void GridPane::closeEditor()
     if (editor->hasFocus() || lineEditOf(*editor).hasFocus())
         m_grid->setFocus();
     editor->hide();
+    // The undo of the next cell must not bring a password back.
+    m_text->setText({});
 }
 
 QLineEdit& GridPane::lineEditOf(const QWidget& editor) const

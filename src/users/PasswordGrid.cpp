@@ -1,55 +1,31 @@
 #include "PasswordGrid.h"
 
 #include "Boxes.h"
-#include "CellGrid.h"
+#include "Passwords.h"
 #include "modString.h"
 
-#include <QEvent>
-#include <QLineEdit>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-QString shownPassword(const QString& stored)
+QString maskedColumn(const std::vector<GridColumn>& columns)
 {
-    return stored.isEmpty() ? QString() : u"**********"_s;
+    return std::find_if(columns.begin(), columns.end(), [](const GridColumn& column) { return column.isMasked; })->name;
 }
-
-/// Empties an entry when what it watches is taken away, so that no password is held where nobody sees it.
-class Forgetting final : public QObject
-{
-public:
-    explicit Forgetting(QLineEdit& entry) : QObject(&entry), m_entry(entry) {}
-
-private:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::HideToParent)
-            m_entry.setText({});
-        return false;
-    }
-
-    QLineEdit& m_entry;
-};
 
 } // namespace
 
-PasswordGrid::PasswordGrid(const Kind& kind, std::vector<GridColumn> columns, const QString& passwordColumn,
-                           QWidget* parent)
-    : GridPane(kind, std::move(columns), parent), m_column(passwordColumn)
+GridColumn passwordColumn(const QString& name)
 {
-    auto* entry = grd().findChild<QLineEdit*>(u"txtCell"_s);
-    auto* forgetting = new Forgetting(*entry);
-    entry->installEventFilter(forgetting);
-    // When another pane comes up, a cell that is being edited is dropped.
-    installEventFilter(forgetting);
+    return {.name = name, .isMasked = true, .shown = &passwords::shown};
 }
 
-GridColumn PasswordGrid::passwordColumn(const QString& name)
+PasswordGrid::PasswordGrid(const Kind& kind, std::vector<GridColumn> columns, QWidget* parent)
+    : GridPane(kind, columns, parent), m_column(maskedColumn(columns))
 {
-    return {.name = name, .isMasked = true, .shown = &shownPassword};
 }
 
 bool PasswordGrid::isPasswordTyped() const
@@ -60,6 +36,11 @@ bool PasswordGrid::isPasswordTyped() const
 QString PasswordGrid::quotedPassword() const
 {
     return isPasswordTyped() ? modDatabase::SQLQuote(*typed(m_column)) : QString();
+}
+
+QString PasswordGrid::passwordAssignment() const
+{
+    return isPasswordTyped() ? QString(m_column + " = '"_L1 + quotedPassword() + "', "_L1) : QString();
 }
 
 /// Asterisks stand for a password, and blanks are none.
@@ -82,5 +63,5 @@ void PasswordGrid::warnOfLostPassword()
 
 void PasswordGrid::showStoredPassword()
 {
-    setText(m_column, shownPassword(quotedPassword()));
+    setText(m_column, isPasswordTyped() ? passwords::mask() : QString());
 }

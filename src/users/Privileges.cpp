@@ -1,6 +1,9 @@
 #include "Privileges.h"
 
+#include "modDatabase.h"
+
 using namespace Qt::StringLiterals;
+using modDatabase::SQLQuote;
 
 namespace privileges
 {
@@ -13,6 +16,22 @@ bool isAdministrator(const QString& user)
 QString users()
 {
     return u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME ASC"_s;
+}
+
+QString ofUser(const QString& user)
+{
+    return "USER_NAME = '"_L1 + SQLQuote(user) + '\''_L1;
+}
+
+QString ofUser(const QString& database, const QString& user)
+{
+    return "DATABASE_NAME = '"_L1 + SQLQuote(database) + "' AND "_L1 + ofUser(user);
+}
+
+QString ofUser(const QString& database, const QString& table, const QString& user)
+{
+    return "DATABASE_NAME = '"_L1 + SQLQuote(database) + "' AND TABLE_NAME = '"_L1 + SQLQuote(table) + "' AND "_L1 +
+           ofUser(user);
 }
 
 const QStringList& rights()

@@ -14,6 +14,13 @@ bool isAdministrator(const QString& user);
 /// The statement that lists the users by name.
 QString users();
 
+/// The condition that selects a user, or the rows of one.
+QString ofUser(const QString& user);
+/// The same within a database.
+QString ofUser(const QString& database, const QString& user);
+/// The same on one of its tables.
+QString ofUser(const QString& database, const QString& table, const QString& user);
+
 /// The columns that say what a user may do.
 const QStringList& rights();
 

@@ -1,8 +1,6 @@
 #include "frmDBPRVs.h"
 
 #include "Database.h"
-#include "Privileges.h"
-#include "Recordset.h"
 
 using namespace Qt::StringLiterals;
 using modDatabase::SQLQuote;
@@ -10,12 +8,12 @@ using modDatabase::SQLQuote;
 namespace
 {
 
-std::vector<GridColumn> columns(GridColumn password)
+std::vector<GridColumn> columns()
 {
     std::vector<GridColumn> all{
         {.name = u"USER_NAME"_s, .editor = CellEditor::Combo, .isKey = true},
         {.name = u"DATABASE_USERNAME"_s},
-        std::move(password),
+        passwordColumn(u"DATABASE_PASSWORD"_s),
         {.name = u"SECURITY_LEVEL"_s, .editor = CellEditor::Combo, .items = {u"DATABASE"_s, u"TABLE"_s}},
     };
     for (const QString& right : privileges::rights())
@@ -27,8 +25,8 @@ std::vector<GridColumn> columns(GridColumn password)
 } // namespace
 
 frmDBPRVs::frmDBPRVs(QWidget* parent)
-    : PasswordGrid({.form = "frmDBPRVs", .table = "TW_DBPRV", .toolBar = "tbrDBPRVs", .newRowMark = "*"},
-                   columns(passwordColumn(u"DATABASE_PASSWORD"_s)), u"DATABASE_PASSWORD"_s, parent)
+    : PasswordGrid({.form = "frmDBPRVs", .table = "TW_DBPRV", .toolBar = "tbrDBPRVs", .newRowMark = "*"}, columns(),
+                   parent)
 {
 }
 
@@ -48,11 +46,6 @@ std::optional<GridPane::Owner> frmDBPRVs::owner() const
                  .keys = keys(),
                  .node = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ":db="_L1 + database() + ':'_L1,
                  .toolTip = "Up to Database '"_L1 + database() + '\''_L1};
-}
-
-QString frmDBPRVs::ofUser(const QString& user) const
-{
-    return "DATABASE_NAME = '"_L1 + SQLQuote(database()) + "' AND USER_NAME = '"_L1 + SQLQuote(user) + '\''_L1;
 }
 
 QString frmDBPRVs::selectStatement() const
@@ -81,7 +74,7 @@ QString frmDBPRVs::validate()
 
 void frmDBPRVs::replaceRow()
 {
-    if (!loaded(u"USER_NAME"_s).isEmpty())
+    if (!isNewRow())
         removeRow("DELETE FROM TW_DBPRV WHERE "_L1 + ofUser(loaded(u"USER_NAME"_s)));
     // clang-format off
     db().Execute("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME, DATABASE_PASSWORD, ALLOW_SELECT, "
@@ -101,9 +94,8 @@ void frmDBPRVs::replaceRow()
 
 void frmDBPRVs::updateRow()
 {
-    const QString password =
-        isPasswordTyped() ? QString("DATABASE_PASSWORD = '"_L1 + quotedPassword() + "', "_L1) : QString();
-    db().Execute("UPDATE TW_DBPRV SET DATABASE_USERNAME = '"_L1 + quoted(u"DATABASE_USERNAME"_s) + "', "_L1 + password +
+    db().Execute("UPDATE TW_DBPRV SET DATABASE_USERNAME = '"_L1 + quoted(u"DATABASE_USERNAME"_s) + "', "_L1 +
+                 passwordAssignment() +
                  privileges::assignments([this](const QString& column) { return flag(column); }) + ", REMARKS = '"_L1 +
                  quoted(u"REMARKS"_s) + "' WHERE "_L1 + ofUser(loaded(u"USER_NAME"_s)));
 }

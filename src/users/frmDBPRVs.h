@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PasswordGrid.h"
+#include "Privileges.h"
 
 /// What users may do in a database, in a grid. It does not write a changed security level of a row that is there
 /// already.
@@ -22,6 +23,6 @@ private:
     void updateRow() override;
 
     /// The condition that selects the row of a user.
-    QString ofUser(const QString& user) const;
+    QString ofUser(const QString& user) const { return privileges::ofUser(database(), user); }
     const QString& database() const { return keys().at(1); }
 };

@@ -2,7 +2,7 @@
 
 #include "Database.h"
 #include "Privileges.h"
-#include "Recordset.h"
+#include "RuntimeError.h"
 
 using namespace Qt::StringLiterals;
 using modDatabase::SQLQuote;
@@ -17,6 +17,11 @@ std::vector<GridColumn> columns()
         all.push_back(flagColumn(right, false));
     all.push_back({.name = u"REMARKS"_s});
     return all;
+}
+
+bool opensComment(const QString& text)
+{
+    return text.contains("--"_L1) || text.contains("/*"_L1);
 }
 
 } // namespace
@@ -66,18 +71,22 @@ QString frmTBLPRVs::validate()
     const QString user = text(u"USER_NAME"_s);
     if (user.isEmpty())
         return refuse(u"User Name Cannot be blank."_s, u"USER_NAME"_s);
-    if (user != loaded(u"USER_NAME"_s) && finds("SELECT USER_NAME FROM TW_TBLPRV WHERE "_L1 + ofTable() +
-                                                " AND USER_NAME = '"_L1 + SQLQuote(user) + '\''_L1))
+    if (user != loaded(u"USER_NAME"_s) && finds("SELECT USER_NAME FROM TW_TBLPRV WHERE "_L1 + ofUser(user)))
         return refuse("This Table already has privileges set for User '"_L1 + user + '\''_L1, u"USER_NAME"_s);
     return {};
 }
 
 void frmTBLPRVs::replaceRow()
 {
-    // There is no apostrophe in front of the user, so that the statement fails and the row stays.
-    if (!loaded(u"USER_NAME"_s).isEmpty())
-        removeRow("DELETE FROM TW_TBLPRV WHERE "_L1 + ofTable() + " AND USER_NAME = "_L1 +
-                  quotedLoaded(u"USER_NAME"_s) + '\''_L1);
+    if (!isNewRow()) {
+        const QString user = quotedLoaded(u"USER_NAME"_s);
+        // The statement fails, and the row stays, by the apostrophe that it has too much. A name that makes a comment
+        // of that one would turn into a condition of its own, and the rights of others would go.
+        if (opensComment(user))
+            throw RuntimeError(ErrorNumber::FailedCall,
+                               u"The rights of user '%1' cannot be given to another one"_s.arg(loaded(u"USER_NAME"_s)));
+        removeRow("DELETE FROM TW_TBLPRV WHERE "_L1 + ofTable() + " AND USER_NAME = "_L1 + user + '\''_L1);
+    }
     // clang-format off
     db().Execute("INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
                  "ALLOW_DELETE, REMARKS) VALUES ('"_L1 + SQLQuote(database()) +
@@ -95,6 +104,5 @@ void frmTBLPRVs::updateRow()
 {
     db().Execute("UPDATE TW_TBLPRV SET "_L1 +
                  privileges::assignments([this](const QString& column) { return flag(column); }) + ", REMARKS = '"_L1 +
-                 quoted(u"REMARKS"_s) + "' WHERE "_L1 + ofTable() + " AND USER_NAME = '"_L1 +
-                 quotedLoaded(u"USER_NAME"_s) + '\''_L1);
+                 quoted(u"REMARKS"_s) + "' WHERE "_L1 + ofUser(loaded(u"USER_NAME"_s)));
 }

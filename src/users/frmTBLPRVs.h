@@ -1,6 +1,7 @@
 #pragma once
 
 #include "GridPane.h"
+#include "Privileges.h"
 
 /// What users may do with a table, in a grid. The user of a row that is there already cannot be changed: the statement
 /// that would remove the row is malformed, and refused.
@@ -23,6 +24,8 @@ private:
 
     /// The condition that selects the rows of the table.
     QString ofTable() const;
+    /// The condition that selects the row of a user.
+    QString ofUser(const QString& user) const { return privileges::ofUser(database(), table(), user); }
     const QString& database() const { return keys().at(1); }
     const QString& table() const { return keys().at(2); }
 };

@@ -2,14 +2,14 @@
 
 #include "Database.h"
 #include "Privileges.h"
+#include "modString.h"
 
 using namespace Qt::StringLiterals;
 
 frmUsers::frmUsers(QWidget* parent)
     : PasswordGrid(
           {.form = "frmUsers", .table = "TW_USER", .toolBar = "tbrUsers", .newRowMark = "*"},
-          {{.name = u"USER_NAME"_s, .isKey = true}, passwordColumn(u"USER_PASSWORD"_s), {.name = u"REMARKS"_s}},
-          u"USER_PASSWORD"_s, parent)
+          {{.name = u"USER_NAME"_s, .isKey = true}, passwordColumn(u"USER_PASSWORD"_s), {.name = u"REMARKS"_s}}, parent)
 {
 }
 
@@ -36,10 +36,9 @@ bool frmUsers::isLocked(const QString& column)
 QString frmUsers::validate()
 {
     const QString name = text(u"USER_NAME"_s);
-    if (name.isEmpty())
+    if (modString::Trim(name).isEmpty())
         return refuse(u"User Name cannot be blank"_s, u"USER_NAME"_s);
-    if (name != loaded(u"USER_NAME"_s) &&
-        finds("SELECT USER_NAME FROM TW_USER WHERE USER_NAME = '"_L1 + quoted(u"USER_NAME"_s) + '\''_L1))
+    if (name != loaded(u"USER_NAME"_s) && finds("SELECT USER_NAME FROM TW_USER WHERE "_L1 + privileges::ofUser(name)))
         return refuse("This Datasource already contains a User called '"_L1 + name + '\''_L1, u"USER_NAME"_s);
     warnOfLostPassword();
     return {};
@@ -48,7 +47,7 @@ QString frmUsers::validate()
 void frmUsers::replaceRow()
 {
     if (!loaded(u"USER_NAME"_s).isEmpty())
-        removeRow("DELETE FROM TW_USER WHERE USER_NAME = '"_L1 + quotedLoaded(u"USER_NAME"_s) + '\''_L1);
+        removeRow("DELETE FROM TW_USER WHERE "_L1 + privileges::ofUser(loaded(u"USER_NAME"_s)));
     db().Execute("INSERT INTO TW_USER (USER_NAME, USER_PASSWORD, REMARKS) VALUES ('"_L1 + quoted(u"USER_NAME"_s) +
                  "', '"_L1 + quotedPassword() + "', '"_L1 + quoted(u"REMARKS"_s) + "')"_L1);
     showStoredPassword();
@@ -56,8 +55,6 @@ void frmUsers::replaceRow()
 
 void frmUsers::updateRow()
 {
-    const QString password =
-        isPasswordTyped() ? QString("USER_PASSWORD = '"_L1 + quotedPassword() + "', "_L1) : QString();
-    db().Execute("UPDATE TW_USER SET "_L1 + password + "REMARKS = '"_L1 + quoted(u"REMARKS"_s) +
-                 "' WHERE USER_NAME = '"_L1 + quotedLoaded(u"USER_NAME"_s) + '\''_L1);
+    db().Execute("UPDATE TW_USER SET "_L1 + passwordAssignment() + "REMARKS = '"_L1 + quoted(u"REMARKS"_s) +
+                 "' WHERE "_L1 + privileges::ofUser(loaded(u"USER_NAME"_s)));
 }

@@ -1,6 +1,5 @@
 #include "UsersGridFixture.h"
 
-#include "FaultSweep.h"
 #include "Settings.h"
 #include "ToolBar.h"
 
@@ -226,6 +225,18 @@ TEST_F(DatabasePrivilegesGrid, AnotherUserWithATypedPasswordGetsThatAndTheChosen
     EXPECT_EQ(cell(0, u"Database Password"_s), mask);
 }
 
+TEST_F(DatabasePrivilegesGrid, ARowWithoutAUserIsReplacedAndNotDoubled)
+{
+    change(u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME) VALUES ('', 'SALES', 'TIGER')"_s);
+    openRights();
+    change(0, u"User Name"_s, u"b"_s);
+    boxes.expectInform(warning);
+    leave();
+    EXPECT_EQ(statements.writes(), (QStringList{u"DELETE FROM TW_DBPRV "_s + ofUser({}),
+                                                insertRow(u"BOSS"_s, u"'TIGER', '', 0, 0, 0, 0, '', ''"_s)}));
+    EXPECT_EQ(databasePrivileges(), (QStringList{clerkOnDepot, u"SALES|BOSS|TIGER||0|0|0|0||"_s, clerkOnSales}));
+}
+
 TEST_F(DatabasePrivilegesGrid, AUserWhoIsGoneStaysInTheRow)
 {
     change(u"DELETE FROM TW_USER WHERE USER_NAME = 'CLERK'"_s);
@@ -327,34 +338,4 @@ TEST_F(DatabasePrivilegesGrid, MissingPrivilegesAreOneBoxAndKeepTheRow)
     EXPECT_EQ(errors.shown().size(), 0u);
     leave();
     EXPECT_EQ(databasePrivileges().value(1), u"SALES|CLERK|SCOTT|DEEP-SECRET|1|0|1|0|DATABASE|x"_s);
-}
-
-TEST_F(DatabasePrivilegesGrid, AFailingStatementLeavesTheRowToBeTriedAgain)
-{
-    keepCatalog();
-    FaultSweep sweep(statements, errors);
-    sweep.run({.prepare =
-                   [&] {
-                       beginAnew();
-                       openRights();
-                       change(u"CLERK"_s, u"User Name"_s, u"b"_s);
-                       change(0, u"Database Password"_s, u"fresh"_s);
-                   },
-               .act = [&](const auto&) { leave(); },
-               .outcome = [&] { return ownRows() + nodes() + rows(); },
-               .afterIgnore =
-                   [](int statement, const QStringList& withoutFault) {
-                       // The tree reads its level anew although it could not do so the first time.
-                       return statement == 4 ? withoutFault.sliced(4) : QStringList();
-                   },
-               .goOn =
-                   [&] {
-                       if (databasePrivileges().value(1).startsWith("SALES|BOSS"_L1)) {
-                           // Only the tree could not read.
-                           clickExpander(key());
-                           return expandTo(key(ofDatabase(u"SALES"_s)));
-                       }
-                       EXPECT_EQ(current(), u"0 Database Password"_s);
-                       leave();
-                   }});
 }

@@ -1,6 +1,5 @@
 #include "UsersGridFixture.h"
 
-#include "FaultSweep.h"
 #include "ToolBar.h"
 
 #include <QHeaderView>
@@ -362,6 +361,18 @@ TEST_F(UsersGrid, ABlankNameIsRefused)
     EXPECT_EQ(statements.writes(), QStringList{updateRemarks(u"CLERK"_s, u"at the desk"_s)});
 }
 
+TEST_F(UsersGrid, ANameOfBlanksIsBlank)
+{
+    openUsers();
+    pasteInto(u"CLERK"_s, u"User Name"_s, u"   "_s);
+    expectRefused(u"User Name cannot be blank"_s, u"2 User Name"_s);
+    hit(Qt::Key_Escape);
+    reopen({u"US"_s});
+    pasteInto(blankRow(), u"User Name"_s, u"   "_s);
+    expectRefused(u"User Name cannot be blank"_s, u"3 User Name"_s);
+    EXPECT_EQ(sent(), QStringList());
+}
+
 TEST_F(UsersGrid, ANameThatIsTakenIsRefusedWithoutAWarning)
 {
     const QString taken = u"This Datasource already contains a User called 'BOSS'"_s;
@@ -451,34 +462,4 @@ TEST_F(UsersGrid, BlanksInTheNewRowAreNoEntry)
     statements.clear();
     leave();
     EXPECT_EQ(sent(), QStringList());
-}
-
-TEST_F(UsersGrid, AFailingStatementLeavesTheRowToBeTriedAgain)
-{
-    keepCatalog();
-    FaultSweep sweep(statements, errors);
-    sweep.run({.prepare =
-                   [&] {
-                       beginAnew();
-                       openUsers();
-                       change(u"CLERK"_s, u"User Name"_s, u"teller"_s);
-                       change(2, u"User Password"_s, u"fresh"_s);
-                   },
-               .act = [&](const auto&) { leave(); },
-               .outcome = [&] { return ownRows() + nodes() + rows(); },
-               .afterIgnore =
-                   [](int statement, const QStringList& withoutFault) {
-                       // The tree reads its level anew although it could not do so the first time.
-                       return statement == 4 ? withoutFault.sliced(4) : QStringList();
-                   },
-               .goOn =
-                   [&] {
-                       if (users().contains(u"TELLER|FRESH|at the desk"_s)) {
-                           // Only the tree could not read.
-                           clickExpander(key());
-                           return expandTo(key({u"US"_s}));
-                       }
-                       EXPECT_EQ(current(), u"2 User Password"_s);
-                       leave();
-                   }});
 }
