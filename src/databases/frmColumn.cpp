@@ -475,8 +475,3 @@ void frmColumn::undo(State state)
 {
     startAgain(state);
 }
-
-void frmColumn::cancel(State)
-{
-    cancelByName();
-}

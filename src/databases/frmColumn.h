@@ -36,7 +36,6 @@ private:
     bool confirmsDelete() override;
     void deleteRow() override;
     void undo(State state) override;
-    void cancel(State state) override;
 
     void adoptType();
     void cmdNextColumnNumber_Click();

@@ -196,8 +196,3 @@ void frmDatabase::undo(State state)
 {
     startAgain(state);
 }
-
-void frmDatabase::cancel(State)
-{
-    cancelByName();
-}

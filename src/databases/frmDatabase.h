@@ -25,5 +25,4 @@ private:
     void followUpdate() override;
     void deleteRow() override;
     void undo(State state) override;
-    void cancel(State state) override;
 };

@@ -263,11 +263,6 @@ void frmTable::undo(State state)
     }
 }
 
-void frmTable::cancel(State)
-{
-    cancelByName();
-}
-
 void frmTable::toolBarClicked(const QString& key)
 {
     if (key == "ViewData"_L1)

@@ -26,7 +26,6 @@ private:
     void updateRow() override;
     void deleteRow() override;
     void undo(State state) override;
-    void cancel(State state) override;
     void buttonClicked(const QString& name) override;
     void toolBarClicked(const QString& key) override;
 

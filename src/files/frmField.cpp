@@ -477,3 +477,12 @@ void frmField::undo(State state)
     if (!row->Eof())
         fill(*row);
 }
+
+/// Goes by what is being done: a new field that could not be followed up in the tree is not shown either.
+void frmField::cancel(State state)
+{
+    if (state == State::Add)
+        showCollection();
+    else
+        Display(keys());
+}

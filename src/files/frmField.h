@@ -33,6 +33,7 @@ private:
     void followUpdate() override;
     void deleteRow() override;
     void undo(State state) override;
+    void cancel(State state) override;
     void textChanged(const QString& column) override;
     bool makesKeyChanged(const QString& column) const override;
     void listChanged(const QString& column) override;

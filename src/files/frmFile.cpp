@@ -189,11 +189,6 @@ void frmFile::deleteRow()
     removeNode();
 }
 
-void frmFile::cancel(State)
-{
-    cancelByName();
-}
-
 void frmFile::buttonClicked(const QString&)
 {
     cmdCalcRecordSize_Click();

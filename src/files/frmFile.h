@@ -21,7 +21,6 @@ private:
     void carryKey() override;
     void updateRow() override;
     void deleteRow() override;
-    void cancel(State state) override;
     void buttonClicked(const QString& name) override;
 
     void cmdCalcRecordSize_Click();

@@ -314,6 +314,7 @@ void ItemPane::renameNode(const QString& beginning)
     if (window.tvwExplorer().Nodes().find(key)) {
         // It stood for a row that somebody has removed meanwhile: the level is out of date.
         window.tvwExplorer_Expand(CNodes::treeNode(*node)->Parent());
+        requireLoaded();
         return;
     }
     nodes.ChangeKey(formerKey, key);
@@ -403,17 +404,12 @@ void ItemPane::startAgain(State state)
         Edit(m_owners + QStringList{m_name});
 }
 
-void ItemPane::cancel(State state)
+void ItemPane::cancel(State)
 {
-    if (state == State::Add)
+    if (m_name.isEmpty())
         showCollection();
     else
         Display(m_owners + QStringList{m_name});
-}
-
-void ItemPane::cancelByName()
-{
-    ItemPane::cancel(m_name.isEmpty() ? State::Add : State::Display);
 }
 
 // Controls -----------------------------------------------------------------------------------------------------------

@@ -107,20 +107,17 @@ protected:
     /// A routine of this form, for a report.
     const char* routine(const char* operation) const;
 
-    void blank();
     void showCollection();
     /// Reads the level of the row's node anew where it has been read, so that its names stand in order.
     void rereadCollection();
     /// The same for any node by its key.
     void rereadNode(const QString& key);
     /// Gives a node the pane's name in place of the loaded one, wherever it stands: `beginning` is its key without that
-    /// name. Nothing happens where the tree has no such node.
+    /// name. Nothing happens where the tree has no such node. The tree may yield; raises 91 when the pane is gone then.
     void renameNode(const QString& beginning);
     void removeNode();
     /// An "Undo" that begins again what is being done.
     void startAgain(State state);
-    /// A "Cancel" that goes by whether the pane knows a row.
-    void cancelByName();
     /// What a click on the button behind an entry does, under the trap of its own routine.
     void clickButton(const QString& name);
 
@@ -128,10 +125,13 @@ protected:
 
     /// Fills the controls from the row.
     virtual void fill(const dao::Recordset& row);
+    /// Empties the controls.
+    virtual void blank();
     virtual void enableEntries(bool enabled);
     virtual void followInsert();
     virtual void followUpdate();
     virtual void undo(State state);
+    /// Goes by whether the pane knows a row.
     virtual void cancel(State state);
     /// A text has changed; behind Undo having been enabled.
     virtual void textChanged(const QString& column);

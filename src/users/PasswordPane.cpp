@@ -6,13 +6,27 @@
 #include <QFocusEvent>
 #include <QLineEdit>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
-PasswordPane::PasswordPane(const Kind& kind, std::vector<Property> properties, const QString& passwordColumn,
-                           QWidget* parent)
-    : ItemPane(kind, std::move(properties), parent), m_column(passwordColumn)
+namespace
+{
+
+QString passwordColumn(const std::vector<Property>& properties)
+{
+    const auto found = std::find_if(properties.begin(), properties.end(),
+                                    [](const Property& property) { return property.kind == EntryKind::Password; });
+    return QLatin1String(found->column);
+}
+
+} // namespace
+
+PasswordPane::PasswordPane(const Kind& kind, std::vector<Property> properties, QWidget* parent)
+    : ItemPane(kind, std::move(properties), parent), m_column(passwordColumn(sheet().properties()))
 {
     passwordBox().installEventFilter(this);
+    txtConfirm().installEventFilter(this);
 }
 
 QLineEdit& PasswordPane::passwordBox() const
@@ -25,6 +39,11 @@ QLineEdit& PasswordPane::txtConfirm() const
     return static_cast<QLineEdit&>(sheet().entry(u"txtConfirm"_s));
 }
 
+QString PasswordPane::passwordAssignment() const
+{
+    return isPasswordBlank() ? QString() : QString(m_column + " = '"_L1 + quoted(m_column) + "', "_L1);
+}
+
 void PasswordPane::fill(const dao::Recordset& row)
 {
     Controls shown = sheet().controls();
@@ -32,18 +51,19 @@ void PasswordPane::fill(const dao::Recordset& row)
     modBoundControls::PopulateFields(shown, u"txtProperty"_s, row);
 }
 
+void PasswordPane::blank()
+{
+    ItemPane::blank();
+    txtConfirm().setText({});
+}
+
 /// Both boxes look filled, whatever is stored.
 void PasswordPane::displayed()
 {
-    const QString filler(qMax(columnSize(m_column) - 1, 0), ' '_L1);
+    const QString filler(qBound(0, columnSize(m_column) - 1, passwordBox().maxLength()), ' '_L1);
     passwordBox().setText(filler);
     txtConfirm().setText(filler);
     txtConfirm().end(false);
-}
-
-void PasswordPane::adding()
-{
-    txtConfirm().clear();
 }
 
 void PasswordPane::enableEntries(bool enabled)
@@ -52,21 +72,13 @@ void PasswordPane::enableEntries(bool enabled)
     txtConfirm().setEnabled(enabled);
 }
 
-/// What a new row begins with is no entry to be undone.
-void PasswordPane::undo(State state)
-{
-    ItemPane::undo(state);
-    if (state == State::Add)
-        adding();
-}
-
 bool PasswordPane::wantsToEnterPassword()
 {
     const bool wanted = boxes::ask(u"The password will be re-set to blank unless you specify a new one.\n"
                                    "Do you wish to specify a new password now?"_s);
     requireLoaded();
     if (wanted)
-        setFocusTo(m_column);
+        selectPassword();
     else if (state() == State::Add)
         // Blanks that have been entered are no password, and not to be written as one.
         setText(m_column, {});
@@ -77,15 +89,26 @@ bool PasswordPane::isPasswordConfirmed()
 {
     if (isPasswordBlank() || text(m_column) == txtConfirm().text())
         return true;
-    return refuse(u"Password and Confirmation do not match!  Please re-enter the password."_s, m_column);
+    refuse(u"Password and Confirmation do not match!  Please re-enter the password."_s, m_column);
+    requireLoaded();
+    selectPassword();
+    return false;
+}
+
+/// The focus selects the text, but does not come anew to a box that had it behind a message.
+void PasswordPane::selectPassword()
+{
+    setFocusTo(m_column);
+    passwordBox().selectAll();
 }
 
 /// A pane that gives way to another one keeps no password that was being entered.
 bool PasswordPane::event(QEvent* event)
 {
     if (event->type() == QEvent::HideToParent) {
-        passwordBox().clear();
-        txtConfirm().clear();
+        // Undo does not bring back what was there before a text is set.
+        passwordBox().setText({});
+        txtConfirm().setText({});
     }
     return ItemPane::event(event);
 }
@@ -93,10 +116,11 @@ bool PasswordPane::event(QEvent* event)
 /// What is typed replaces the filler; coming back from another window or a menu goes on where the entry was.
 bool PasswordPane::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != &passwordBox() || event->type() != QEvent::FocusIn)
+    auto* box = qobject_cast<QLineEdit*>(watched);
+    if (!box || event->type() != QEvent::FocusIn)
         return ItemPane::eventFilter(watched, event);
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
-        QMetaObject::invokeMethod(&passwordBox(), &QLineEdit::selectAll, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(box, &QLineEdit::selectAll, Qt::QueuedConnection);
     return ItemPane::eventFilter(watched, event);
 }

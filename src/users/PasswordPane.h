@@ -9,8 +9,8 @@ class PasswordPane : public ItemPane
     Q_OBJECT
 
 protected:
-    /// The properties must have the password, and a confirmation of it, txtConfirm.
-    PasswordPane(const Kind& kind, std::vector<Property> properties, const QString& passwordColumn, QWidget* parent);
+    /// The properties must have one password and its confirmation, txtConfirm.
+    PasswordPane(const Kind& kind, std::vector<Property> properties, QWidget* parent);
 
     /// Whether there is no password to be written.
     bool isPasswordBlank() const { return isBlank(m_column); }
@@ -18,12 +18,13 @@ protected:
     bool wantsToEnterPassword();
     /// Whether the password has been entered twice alike; says so and moves the focus there if not.
     bool isPasswordConfirmed();
+    /// The password in front of what else an UPDATE sets, as "USER_PASSWORD = '...', "; empty when it is to stay.
+    QString passwordAssignment() const;
 
     void fill(const dao::Recordset& row) override;
+    void blank() override;
     void displayed() override;
-    void adding() override;
     void enableEntries(bool enabled) override;
-    void undo(State state) override;
 
 private:
     bool event(QEvent* event) override;
@@ -31,6 +32,7 @@ private:
 
     QLineEdit& passwordBox() const;
     QLineEdit& txtConfirm() const;
+    void selectPassword();
 
     QString m_column;
 };

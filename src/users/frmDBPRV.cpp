@@ -1,10 +1,6 @@
 #include "frmDBPRV.h"
 
 #include "Database.h"
-#include "DropDown.h"
-#include "Privileges.h"
-#include "Recordset.h"
-#include "modBoundControls.h"
 #include "modUpdate.h"
 
 using namespace Qt::StringLiterals;
@@ -58,15 +54,15 @@ std::vector<Property> properties()
 } // namespace
 
 frmDBPRV::frmDBPRV(QWidget* parent)
-    : PasswordPane({.form = "frmDBPRV",
-                    .table = "TW_DBPRV",
-                    .collection = "frmDBPRVs",
-                    .toolBar = "tbrDBPRV",
-                    .deleteQuestion = "Are you sure you wish to delete this users database privileges?",
-                    .nameColumn = "USER_NAME",
-                    .nodeType = "dbprv",
-                    .nodeImage = "User"},
-                   properties(), u"DATABASE_PASSWORD"_s, parent)
+    : RightsPane({.form = "frmDBPRV",
+                  .table = "TW_DBPRV",
+                  .collection = "frmDBPRVs",
+                  .toolBar = "tbrDBPRV",
+                  .deleteQuestion = "Are you sure you wish to delete this users database privileges?",
+                  .nameColumn = "USER_NAME",
+                  .nodeType = "dbprv",
+                  .nodeImage = "User"},
+                 properties(), parent)
 {
 }
 
@@ -90,37 +86,13 @@ QString frmDBPRV::title(State state) const
     }
 }
 
-QString frmDBPRV::ofRow() const
-{
-    return "DATABASE_NAME = '"_L1 + SQLQuote(database()) + "' AND USER_NAME = '"_L1 + SQLQuote(name()) + '\''_L1;
-}
-
 QString frmDBPRV::selectStatement() const
 {
     return "SELECT * FROM TW_DBPRV WHERE "_L1 + ofRow();
 }
 
-void frmDBPRV::fill(const dao::Recordset& row)
-{
-    sheet().list(u"USER_NAME"_s).refill({row.Fields().Item(u"USER_NAME"_s).Value().Text()});
-    PasswordPane::fill(row);
-}
-
-void frmDBPRV::populateLists()
-{
-    modBoundControls::PopulateList(sheet().list(u"USER_NAME"_s), db(), privileges::users());
-}
-
-/// A user who is gone, or could not be read, is not in the list but stays in the row.
-void frmDBPRV::listChanged(const QString& column)
-{
-    if (sheet().list(column).currentIndex() >= 0)
-        ItemPane::listChanged(column);
-}
-
 void frmDBPRV::adding()
 {
-    PasswordPane::adding();
     setText(u"DATABASE_NAME"_s, database());
 }
 
@@ -147,12 +119,10 @@ void frmDBPRV::carryKey()
 
 void frmDBPRV::updateRow()
 {
-    const QString password =
-        isPasswordBlank() ? QString() : QString("DATABASE_PASSWORD = '"_L1 + quoted(u"DATABASE_PASSWORD"_s) + "', "_L1);
     const QString rights = privileges::assignments([this](const QString& column) { return '0'_L1 + text(column); });
-    db().Execute("UPDATE TW_DBPRV SET DATABASE_USERNAME = '"_L1 + quoted(u"DATABASE_USERNAME"_s) + "', "_L1 + password +
-                 rights + ", SECURITY_LEVEL = '"_L1 + quoted(u"SECURITY_LEVEL"_s) + "', REMARKS = '"_L1 +
-                 quoted(u"REMARKS"_s) + "' WHERE "_L1 + ofRow());
+    db().Execute("UPDATE TW_DBPRV SET DATABASE_USERNAME = '"_L1 + quoted(u"DATABASE_USERNAME"_s) + "', "_L1 +
+                 passwordAssignment() + rights + ", SECURITY_LEVEL = '"_L1 + quoted(u"SECURITY_LEVEL"_s) +
+                 "', REMARKS = '"_L1 + quoted(u"REMARKS"_s) + "' WHERE "_L1 + ofRow());
 }
 
 void frmDBPRV::deleteRow()
@@ -160,9 +130,4 @@ void frmDBPRV::deleteRow()
     db().Execute(BuildDelete(u"TW_DBPRV"_s, ofRow()));
     removeNode();
     showCollection();
-}
-
-void frmDBPRV::cancel(State)
-{
-    cancelByName();
 }

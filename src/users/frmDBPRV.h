@@ -1,9 +1,10 @@
 #pragma once
 
 #include "PasswordPane.h"
+#include "RightsPane.h"
 
 /// The pane of what a user may do in a database, a row of TW_DBPRV.
-class frmDBPRV : public PasswordPane
+class frmDBPRV : public RightsPane<PasswordPane>
 {
     Q_OBJECT
 
@@ -14,17 +15,13 @@ private:
     QString parentKey() const override;
     QString title(State state) const override;
     QString selectStatement() const override;
-    void fill(const dao::Recordset& row) override;
-    void populateLists() override;
-    void listChanged(const QString& column) override;
     void adding() override;
     bool validate() override;
     void carryKey() override;
     void updateRow() override;
     void deleteRow() override;
-    void cancel(State state) override;
 
     /// The condition that selects the row.
-    QString ofRow() const;
+    QString ofRow() const { return privileges::ofUser(database(), name()); }
     const QString& database() const { return owners().at(1); }
 };

@@ -1,15 +1,10 @@
 #include "frmTBLPRV.h"
 
 #include "Database.h"
-#include "DropDown.h"
-#include "Privileges.h"
-#include "Recordset.h"
-#include "modBoundControls.h"
 #include "modUpdate.h"
 
 using namespace Qt::StringLiterals;
 using modDatabase::BuildDelete;
-using modDatabase::SQLQuote;
 
 namespace
 {
@@ -56,15 +51,15 @@ std::vector<Property> properties()
 } // namespace
 
 frmTBLPRV::frmTBLPRV(QWidget* parent)
-    : ItemPane({.form = "frmTBLPRV",
-                .table = "TW_TBLPRV",
-                .collection = "frmTBLPRVs",
-                .toolBar = "tbrTBLPRV",
-                .deleteQuestion = "Are you sure you want to delete this users table privileges?",
-                .nameColumn = "USER_NAME",
-                .nodeType = "tblprv",
-                .nodeImage = "User"},
-               properties(), parent)
+    : RightsPane({.form = "frmTBLPRV",
+                  .table = "TW_TBLPRV",
+                  .collection = "frmTBLPRVs",
+                  .toolBar = "tbrTBLPRV",
+                  .deleteQuestion = "Are you sure you want to delete this users table privileges?",
+                  .nameColumn = "USER_NAME",
+                  .nodeType = "tblprv",
+                  .nodeImage = "User"},
+                 properties(), parent)
 {
 }
 
@@ -88,33 +83,9 @@ QString frmTBLPRV::title(State state) const
     }
 }
 
-QString frmTBLPRV::ofUser(const QString& user) const
-{
-    return "DATABASE_NAME = '"_L1 + SQLQuote(database()) + "' AND TABLE_NAME = '"_L1 + SQLQuote(table()) +
-           "' AND USER_NAME = '"_L1 + SQLQuote(user) + '\''_L1;
-}
-
 QString frmTBLPRV::selectStatement() const
 {
     return "SELECT * FROM TW_TBLPRV WHERE "_L1 + ofUser(name());
-}
-
-void frmTBLPRV::fill(const dao::Recordset& row)
-{
-    sheet().list(u"USER_NAME"_s).refill({row.Fields().Item(u"USER_NAME"_s).Value().Text()});
-    ItemPane::fill(row);
-}
-
-void frmTBLPRV::populateLists()
-{
-    modBoundControls::PopulateList(sheet().list(u"USER_NAME"_s), db(), privileges::users());
-}
-
-/// A user who is gone, or could not be read, is not in the list but stays in the row.
-void frmTBLPRV::listChanged(const QString& column)
-{
-    if (sheet().list(column).currentIndex() >= 0)
-        ItemPane::listChanged(column);
 }
 
 void frmTBLPRV::adding()
@@ -150,17 +121,4 @@ void frmTBLPRV::deleteRow()
     db().Execute(BuildDelete(u"TW_TBLPRV"_s, ofUser(name())));
     removeNode();
     showCollection();
-}
-
-/// What a new row begins with is no entry to be undone.
-void frmTBLPRV::undo(State state)
-{
-    ItemPane::undo(state);
-    if (state == State::Add)
-        adding();
-}
-
-void frmTBLPRV::cancel(State)
-{
-    cancelByName();
 }

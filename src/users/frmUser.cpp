@@ -4,12 +4,10 @@
 #include "Database.h"
 #include "Privileges.h"
 #include "Recordset.h"
-#include "mdiMain.h"
 #include "modUpdate.h"
 
 using namespace Qt::StringLiterals;
 using modDatabase::BuildDelete;
-using modDatabase::SQLQuote;
 
 namespace
 {
@@ -41,7 +39,7 @@ frmUser::frmUser(QWidget* parent)
                     .nameColumn = "USER_NAME",
                     .nodeType = "us",
                     .nodeImage = "User"},
-                   properties(), u"USER_PASSWORD"_s, parent)
+                   properties(), parent)
 {
 }
 
@@ -66,7 +64,7 @@ QString frmUser::title(State state) const
 
 QString frmUser::selectStatement() const
 {
-    return "SELECT * FROM TW_USER WHERE USER_NAME = '"_L1 + SQLQuote(name()) + "' "_L1;
+    return "SELECT * FROM TW_USER WHERE "_L1 + privileges::ofUser(name()) + ' '_L1;
 }
 
 bool frmUser::validate()
@@ -75,7 +73,7 @@ bool frmUser::validate()
     if (user.isEmpty())
         return refuse(u"Please enter a User Name."_s, u"USER_NAME"_s);
     const bool isOther = user != loadedName();
-    if (isOther && finds("SELECT * FROM TW_USER WHERE USER_NAME = '"_L1 + SQLQuote(user) + '\''_L1))
+    if (isOther && finds("SELECT * FROM TW_USER WHERE "_L1 + privileges::ofUser(user)))
         return refuse("A user called '"_L1 + user +
                           "' already exits in the Datasource.\nUse a unique name to identify this user."_L1,
                       u"USER_NAME"_s);
@@ -99,10 +97,8 @@ void frmUser::carryKey()
 /// Goes by the stored name, under which there is nothing more when the name has changed.
 void frmUser::updateRow()
 {
-    const QString password =
-        isPasswordBlank() ? QString() : QString("USER_PASSWORD = '"_L1 + quoted(u"USER_PASSWORD"_s) + "', "_L1);
-    db().Execute("UPDATE TW_USER SET "_L1 + password + "REMARKS = '"_L1 + quoted(u"REMARKS"_s) +
-                 "' WHERE USER_NAME = '"_L1 + SQLQuote(loadedName()) + '\''_L1);
+    db().Execute("UPDATE TW_USER SET "_L1 + passwordAssignment() + "REMARKS = '"_L1 + quoted(u"REMARKS"_s) +
+                 "' WHERE "_L1 + privileges::ofUser(loadedName()));
 }
 
 /// The user stands under each database and table that it has rights on.
@@ -110,14 +106,14 @@ void frmUser::followUpdate()
 {
     if (name() != loadedName()) {
         const QString databases = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ":db="_L1;
-        for (const auto rows = db().OpenRecordset("SELECT DATABASE_NAME FROM TW_DBPRV WHERE USER_NAME = '"_L1 +
-                                                  SQLQuote(name()) + '\''_L1);
+        for (const auto rows =
+                 db().OpenRecordset("SELECT DATABASE_NAME FROM TW_DBPRV WHERE "_L1 + privileges::ofUser(name()));
              !rows->Eof(); rows->MoveNext()) {
             const QString database = rows->View(0).toString();
             renameNode(databases + database + ":DBPRV="_L1 + database + ":dbprv="_L1);
         }
-        for (const auto rows = db().OpenRecordset(
-                 "SELECT DATABASE_NAME, TABLE_NAME FROM TW_TBLPRV WHERE USER_NAME = '"_L1 + SQLQuote(name()) + '\''_L1);
+        for (const auto rows = db().OpenRecordset("SELECT DATABASE_NAME, TABLE_NAME FROM TW_TBLPRV WHERE "_L1 +
+                                                  privileges::ofUser(name()));
              !rows->Eof(); rows->MoveNext()) {
             const QString database = rows->View(0).toString();
             const QString table = rows->View(1).toString();
@@ -152,16 +148,10 @@ void frmUser::deleteRow()
         boxes::inform(undeletable);
         return;
     }
-    const QString criterion = "USER_NAME = '"_L1 + SQLQuote(name()) + '\''_L1;
     for (const QString& table : {u"TW_USER"_s, u"TW_DBPRV"_s, u"TW_TBLPRV"_s})
-        db().Execute(BuildDelete(table, criterion));
+        db().Execute(BuildDelete(table, privileges::ofUser(name())));
     removeNode();
     rereadNode(parentKey());
     rereadNode("DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ':'_L1);
     showCollection();
-}
-
-void frmUser::cancel(State)
-{
-    cancelByName();
 }

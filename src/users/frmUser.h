@@ -22,5 +22,4 @@ private:
     void updateRow() override;
     void followUpdate() override;
     void deleteRow() override;
-    void cancel(State state) override;
 };

@@ -118,6 +118,76 @@ TEST_F(DatabasePrivilegePane, UndoReadsTheRightsAnew)
     EXPECT_EQ(statements.writes(), QStringList{updateRow(asItWas, u"CLERK"_s)});
 }
 
+TEST_F(DatabasePrivilegePane, ApostrophesInTheKeyAreDoubled)
+{
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('D''OR')"_s);
+    change(u"INSERT INTO TW_USER (USER_NAME) VALUES ('O''HARA')"_s);
+    const QString ofHara = u" WHERE DATABASE_NAME = 'D''OR' AND USER_NAME = 'O''HARA'"_s;
+    command(ofDatabase(u"D'OR"_s), u"mnu_DBPRVAddNew"_s);
+    statements.clear();
+    pick(u"USER_NAME"_s, u"O'HARA"_s);
+    pick(u"SECURITY_LEVEL"_s, u"TABLE"_s);
+    writePassword(secret, u"x"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(statements.statements().front(),
+              u"SELECT USER_NAME FROM TW_DBPRV WHERE USER_NAME = 'O''HARA' AND DATABASE_NAME = 'D''OR'"_s);
+    EXPECT_EQ(databasePrivileges().value(0), u"D'OR|O'HARA||X|0|0|0|0|TABLE|"_s);
+    statements.clear();
+    click(key(ofDatabase(u"D'OR"_s, u"O'HARA"_s)));
+    EXPECT_EQ(statements.statements().front(), u"SELECT * FROM TW_DBPRV"_s + ofHara);
+    EXPECT_EQ(paneTitle(), u"O'HARA - Edit User Privileges"_s);
+    tick(u"ALLOW_SELECT"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(statements.writes(),
+              QStringList{u"UPDATE TW_DBPRV SET DATABASE_USERNAME = '', ALLOW_SELECT = 01, ALLOW_INSERT = 00, "
+                          "ALLOW_UPDATE = 00, ALLOW_DELETE = 00, SECURITY_LEVEL = 'TABLE', REMARKS = ''"_s +
+                          ofHara});
+    press(u"User Edit"_s);
+    pick(u"USER_NAME"_s, u"BOSS"_s);
+    boxes.expectAsk(wantsPassword, boxes::Answer::No);
+    press(u"OK"_s);
+    EXPECT_EQ(databasePrivileges().value(0), u"D'OR|BOSS||X|1|0|0|0|TABLE|"_s);
+    EXPECT_EQ(selectedKey(), key(ofDatabase(u"D'OR"_s, u"BOSS"_s)));
+    boxes.expectAsk(mayDeletePrivileges, boxes::Answer::Yes);
+    press(u"User Delete"_s);
+    EXPECT_EQ(databasePrivileges(), (QStringList{clerkOnDepot, clerkOnSales}));
+}
+
+TEST_F(DatabasePrivilegePane, IgnoreOfTheUpdateBehindAnotherUserKeepsTheCarriedRowAndThePanesState)
+{
+    open(clerk());
+    pick(u"USER_NAME"_s, u"BOSS"_s);
+    write(u"REMARKS"_s, u"moved"_s);
+    statements.clear();
+    // Whether the user is taken, seven statements that carry the rights, and the update.
+    statements.failAt(9);
+    boxes.expectAsk(wantsPassword, boxes::Answer::No);
+    errors.expect(Press::Ignore);
+    press(u"OK"_s);
+    EXPECT_TRUE(statements.statements().back().startsWith("UPDATE TW_DBPRV"_L1));
+    EXPECT_EQ(errors.shown().back().trappedIn, u"frmDBPRV.tbr_ButtonClick"_s);
+    EXPECT_EQ(databasePrivileges(),
+              (QStringList{clerkOnDepot, u"SALES|BOSS|SCOTT|DEEP-SECRET|1|0|1|0|DATABASE|sells"_s}));
+    EXPECT_EQ(state(), u"User Edit: Up1 OK Cancel Undo"_s);
+    EXPECT_EQ(text(u"REMARKS"_s), u"moved"_s);
+    EXPECT_TRUE(find(key(clerk())));
+    press(u"Cancel"_s);
+    EXPECT_EQ(paneTitle(), u"BOSS - User Database Privileges"_s);
+    EXPECT_EQ(text(u"REMARKS"_s), u"sells"_s);
+}
+
+TEST_F(DatabasePrivilegePane, ASecondClickWhileTheTreeFollowsAnAddAddsNothing)
+{
+    command(ofDatabase(u"SALES"_s), u"mnu_DBPRVAddNew"_s);
+    pick(u"USER_NAME"_s, u"BOSS"_s);
+    pick(u"SECURITY_LEVEL"_s, u"TABLE"_s);
+    writePassword(secret, u"x"_s);
+    statements.clear();
+    EXPECT_TRUE(pressOkTwice().contains(u"frmDBPRV.tbr_ButtonClick"_s));
+    EXPECT_EQ(statements.writes(), QStringList{insertRow(u"'BOSS', '', 'X', 'TABLE', 0, 0, 0, 0, ''"_s)});
+    EXPECT_EQ(children(key(ofDatabase(u"SALES"_s))), (QStringList{u"BOSS"_s, u"CLERK"_s}));
+}
+
 // Deleting -----------------------------------------------------------------------------------------------------------
 
 TEST_F(DatabasePrivilegePane, DeletingTheRightsLeavesTheUserAndTheRightsOnTables)

@@ -90,6 +90,15 @@ TEST_F(TablePrivilegePane, NullsShowAsEmptyTextsAndUntickedFlags)
     EXPECT_EQ(tablePrivileges(), (QStringList{clerkOnShelf, u"SALES|ORDERS|CLERK|0|0|0|0|"_s}));
 }
 
+TEST_F(TablePrivilegePane, AFlagBeyondZeroAndOneIsUntickedAndStays)
+{
+    change(u"UPDATE TW_TBLPRV SET ALLOW_SELECT = 2 WHERE DATABASE_NAME = 'SALES'"_s);
+    open(clerk());
+    EXPECT_EQ(ticked(), QStringList{u"ALLOW_INSERT"_s});
+    press(u"OK"_s);
+    EXPECT_EQ(stored(u"SELECT ALLOW_SELECT FROM TW_TBLPRV WHERE DATABASE_NAME = 'SALES'"_s), QStringList{u"2"_s});
+}
+
 TEST_F(TablePrivilegePane, AUserWhoIsGoneStaysInTheRow)
 {
     change(u"DELETE FROM TW_USER WHERE USER_NAME = 'CLERK'"_s);
@@ -265,6 +274,21 @@ TEST_F(TablePrivilegePane, AnotherUserTakesTheRightsOverBeforeTheyAreUpdated)
     EXPECT_EQ(shownPane(), (QStringList{u"frmTBLPRV"_s, u"BOSS - User Table Privileges"_s, displayState, {}}));
     EXPECT_EQ(lines(key(ofTable(u"SALES"_s, u"ORDERS"_s))), QStringList{u"tblprv \"BOSS\" User"_s});
     EXPECT_EQ(selectedKey(), key(ofTable(u"SALES"_s, u"ORDERS"_s, u"BOSS"_s)));
+}
+
+TEST_F(TablePrivilegePane, AUserWhoIsPutBackIsCarriedAllTheSame)
+{
+    open(clerk());
+    statements.clear();
+    pick(u"USER_NAME"_s, u"BOSS"_s);
+    pick(u"USER_NAME"_s, u"CLERK"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(
+        sent(),
+        (carried(u"CLERK"_s, u"CLERK"_s, u"SALES"_s, u"ORDERS"_s, {}, u"01, 01, 00, 00, 'takes orders'"_s).sliced(4) +
+         QStringList{updateRow(asItWas, u"CLERK"_s), readRow(u"CLERK"_s)}));
+    EXPECT_EQ(tablePrivileges(), (QStringList{clerkOnShelf, clerkOnOrders}));
+    EXPECT_EQ(lines(key(ofTable(u"SALES"_s, u"ORDERS"_s))), QStringList{u"tblprv \"CLERK\" User"_s});
 }
 
 TEST_F(TablePrivilegePane, RightsAreNotGivenToAUserWhoHasThem)
