@@ -299,6 +299,7 @@ void modUpdate::UpdateDBPRV(const QString& connection, const QString& oldDatabas
 {
     Statements sql;
     Routine routine("modUpdate.UpdateDBPRV");
+    // The report of a statement that fails shows it whole, the password that is carried included.
     routine.additional([&] { return sql.report(); });
     routine.run([&] {
         dao::Database& db = database(connection);

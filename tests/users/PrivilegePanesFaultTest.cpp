@@ -6,6 +6,7 @@
 #include <ostream>
 
 using namespace Qt::StringLiterals;
+using userpane::displayState;
 
 namespace
 {
@@ -85,6 +86,71 @@ protected:
                            }
                            EXPECT_EQ(this->state(), u"User Edit: Up1 OK Cancel Undo"_s);
                            this->press(u"OK"_s);
+                       }});
+    }
+
+    void sweepUndo(const QStringList& columns)
+    {
+        sweep.run({.prepare =
+                       [&] {
+                           this->beginAnew();
+                           this->open(this->clerk());
+                           this->tick(u"ALLOW_DELETE"_s);
+                       },
+                   .act = [&](const auto&) { this->press(u"Undo"_s); },
+                   .outcome = [&, columns] { return outcome(columns) + this->items(u"USER_NAME"_s); },
+                   .goOn = [&] { this->click(this->key(this->clerk())); }});
+    }
+
+    void sweepCancel(const QStringList& columns)
+    {
+        sweep.run({.prepare =
+                       [&] {
+                           this->beginAnew();
+                           this->open(this->clerk());
+                           this->tick(u"ALLOW_DELETE"_s);
+                       },
+                   .act = [&](const auto&) { this->press(u"Cancel"_s); },
+                   .outcome = [&, columns] { return outcome(columns); },
+                   .goOn =
+                       [&] {
+                           EXPECT_EQ(this->state(), displayState);
+                           EXPECT_EQ(this->ticked(), QStringList());
+                           this->press(u"User Edit"_s);
+                           this->press(u"Cancel"_s);
+                       }});
+    }
+
+    void sweepEdit(const QStringList& columns)
+    {
+        sweep.run({.prepare =
+                       [&] {
+                           this->beginAnew();
+                           this->open(this->clerk());
+                           this->press(u"Cancel"_s);
+                       },
+                   .act = [&](const auto&) { this->press(u"User Edit"_s); },
+                   .outcome = [&, columns] { return outcome(columns) + this->items(u"USER_NAME"_s); },
+                   .goOn = [&] { this->click(this->key(this->clerk())); }});
+    }
+
+    void sweepUp()
+    {
+        const auto level = [&] { return this->key(this->clerk().first(this->clerk().size() - 1)); };
+        sweep.run({.prepare =
+                       [&] {
+                           this->beginAnew();
+                           this->open(this->clerk());
+                       },
+                   .act = [&](const auto&) { this->press(u"Up1"_s); },
+                   .outcome =
+                       [&] {
+                           return QStringList{this->currentPane(), this->selectedKey()} + this->gridNames();
+                       },
+                   .goOn =
+                       [&] {
+                           EXPECT_EQ(this->selectedKey(), level());
+                           this->click(level());
                        }});
     }
 
@@ -169,6 +235,24 @@ TEST_F(DatabasePrivilegeFaults, WithinAChange)
     sweepChange(databaseprivileges::columns);
 }
 
+TEST_F(DatabasePrivilegeFaults, WithinUndoCancelEditAndUp)
+{
+    {
+        SCOPED_TRACE("Undo");
+        sweepUndo(databaseprivileges::columns);
+    }
+    {
+        SCOPED_TRACE("Cancel");
+        sweepCancel(databaseprivileges::columns);
+    }
+    {
+        SCOPED_TRACE("Edit");
+        sweepEdit(databaseprivileges::columns);
+    }
+    SCOPED_TRACE("Up");
+    sweepUp();
+}
+
 TEST_F(DatabasePrivilegeFaults, WithinADelete)
 {
     sweepDelete(databaseprivileges::mayDeletePrivileges, u"mnu_DBPRVDelete"_s);
@@ -201,6 +285,24 @@ TEST_F(TablePrivilegeFaults, WithinAnAdd)
 TEST_F(TablePrivilegeFaults, WithinAChange)
 {
     sweepChange(tableprivileges::columns);
+}
+
+TEST_F(TablePrivilegeFaults, WithinUndoCancelEditAndUp)
+{
+    {
+        SCOPED_TRACE("Undo");
+        sweepUndo(tableprivileges::columns);
+    }
+    {
+        SCOPED_TRACE("Cancel");
+        sweepCancel(tableprivileges::columns);
+    }
+    {
+        SCOPED_TRACE("Edit");
+        sweepEdit(tableprivileges::columns);
+    }
+    SCOPED_TRACE("Up");
+    sweepUp();
 }
 
 TEST_F(TablePrivilegeFaults, WithinADelete)

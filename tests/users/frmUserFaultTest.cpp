@@ -155,3 +155,89 @@ TEST_F(UserPaneFaults, RetryWithinARenameLosesNothing)
         EXPECT_EQ(statements.statements().size(), sent.size() + 1);
     }
 }
+
+TEST_F(UserPaneFaults, IgnoreWithinARenameLosesOneRowAtTheMost)
+{
+    const auto rename = [&](int failing) {
+        beginAnew();
+        begin(ofDatabase(u"SALES"_s, u"CLERK"_s));
+        begin(ofTable(u"SALES"_s, u"ORDERS"_s, u"CLERK"_s));
+        open(user(u"CLERK"_s));
+        write(u"USER_NAME"_s, u"teller"_s);
+        statements.clear();
+        if (failing > 0) {
+            statements.failAt(failing);
+            errors.expect(Press::Ignore);
+        }
+        // A name that could not be looked up is not gone on with.
+        if (failing != 1)
+            boxes.expectAsk(wantsPassword, boxes::Answer::No);
+        press(u"OK"_s);
+        errors.verify();
+        boxes.verify();
+    };
+    rename(0);
+    const QStringList sent = statements.statements();
+    const qsizetype rows = ownRows().size();
+    for (int failing = 1; failing <= sent.size(); ++failing) {
+        SCOPED_TRACE(sent[failing - 1].toStdString());
+        rename(failing);
+        // What was removed and could not be added is the one that is gone.
+        const bool isLost = sent[failing - 1].startsWith("INSERT"_L1);
+        EXPECT_EQ(ownRows().size(), rows - (isLost ? 1 : 0));
+        EXPECT_TRUE(ownRows().contains(storedBoss));
+        const bool isDone = state() == displayState;
+        EXPECT_TRUE(isDone || state().startsWith("User Edit: Up1 OK Cancel"_L1)) << state().toStdString();
+        // The pane goes on from here.
+        press(isDone ? u"User Edit"_s : u"Cancel"_s);
+        press(u"Up1"_s);
+        EXPECT_EQ(currentPane(), u"frmUsers"_s);
+    }
+}
+
+TEST_F(UserPaneFaults, WithinUndoCancelEditAndUp)
+{
+    const QStringList clerk = user(u"CLERK"_s);
+    const auto enter = [&] {
+        beginAnew();
+        open(clerk);
+        writePassword(u"USER_PASSWORD"_s, u"secret"_s);
+    };
+    const auto show = [&] {
+        press(u"User Edit"_s);
+        press(u"Cancel"_s);
+    };
+    {
+        SCOPED_TRACE("Undo");
+        sweep.run({.prepare = enter,
+                   .act = [&](const auto&) { press(u"Undo"_s); },
+                   .outcome = [&] { return outcome(); },
+                   .goOn = [&] { click(key(clerk)); }});
+    }
+    {
+        SCOPED_TRACE("Cancel");
+        sweep.run({.prepare = enter,
+                   .act = [&](const auto&) { press(u"Cancel"_s); },
+                   .outcome = [&] { return outcome(); },
+                   .goOn = show});
+    }
+    {
+        SCOPED_TRACE("Edit");
+        sweep.run({.prepare =
+                       [&] {
+                           enter();
+                           press(u"Cancel"_s);
+                       },
+                   .act = [&](const auto&) { press(u"User Edit"_s); },
+                   .outcome = [&] { return outcome(); },
+                   .goOn = [&] { click(key(clerk)); }});
+    }
+    SCOPED_TRACE("Up");
+    sweep.run({.prepare = enter,
+               .act = [&](const auto&) { press(u"Up1"_s); },
+               .outcome =
+                   [&] {
+                       return QStringList{currentPane(), selectedKey()} + gridNames();
+                   },
+               .goOn = [&] { click(key({u"US"_s})); }});
+}
