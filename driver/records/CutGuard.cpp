@@ -19,11 +19,13 @@ namespace
 struct Guarded {
     std::atomic<std::uintptr_t> begin{0}; ///< 0 for a free place
     std::atomic<std::size_t> size{0};
-    std::atomic<bool> hasZeros{false};
+    HasZeros hasZeros{false};
 };
 
 std::array<Guarded, 512> places;
-std::mutex placesMutex; ///< of those who look for a free place
+std::mutex placesMutex; ///< of those who change `places`
+
+const HasZeros neverHasZeros{false}; ///< of mappings that are not guarded
 
 struct sigaction previous;
 std::uintptr_t pageSize;
@@ -75,7 +77,7 @@ void Install()
 
 } // namespace
 
-Place Add(const char* begin, std::size_t size)
+const HasZeros& Add(const char* begin, std::size_t size)
 {
     static std::once_flag installed;
     std::call_once(installed, Install);
@@ -84,22 +86,19 @@ Place Add(const char* begin, std::size_t size)
         return place.begin.load(std::memory_order_relaxed) == 0;
     });
     if (free == places.end())
-        return none;
+        return neverHasZeros;
     free->size.store(size, std::memory_order_relaxed);
     free->hasZeros.store(false, std::memory_order_relaxed);
     free->begin.store(reinterpret_cast<std::uintptr_t>(begin), std::memory_order_release);
-    return static_cast<Place>(free - places.begin());
+    return free->hasZeros;
 }
 
-void Remove(Place place)
+void Remove(const char* begin)
 {
-    if (place != none)
-        places[static_cast<std::size_t>(place)].begin.store(0, std::memory_order_release);
-}
-
-bool HasZeros(Place place)
-{
-    return place != none && places[static_cast<std::size_t>(place)].hasZeros.load(std::memory_order_relaxed);
+    const std::lock_guard lock(placesMutex);
+    for (Guarded& place : places)
+        if (place.begin.load(std::memory_order_relaxed) == reinterpret_cast<std::uintptr_t>(begin))
+            place.begin.store(0, std::memory_order_release);
 }
 
 } // namespace tarnwick::records::cutguard

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 
 namespace tarnwick::records
@@ -12,15 +13,11 @@ namespace tarnwick::records
 namespace cutguard
 {
 
-/// The mapping's place among the guarded ones, or `none`.
-using Place = int;
-constexpr Place none = -1;
+/// Of a mapping: whether a page of it was replaced since it was added.
+using HasZeros = std::atomic<bool>;
 
-Place Add(const char* begin, std::size_t size);
-void Remove(Place place);
-
-/// Whether a page of the mapping was replaced since it was added.
-bool HasZeros(Place place);
+const HasZeros& Add(const char* begin, std::size_t size);
+void Remove(const char* begin);
 
 } // namespace cutguard
 

@@ -74,7 +74,7 @@ MappedFile::MappedFile(std::string path, int descriptor, std::string_view conten
     : m_path(std::move(path)), m_descriptor(descriptor), m_content(content), m_device(device), m_node(node)
 {
     if (!m_content.empty())
-        m_guard = cutguard::Add(m_content.data(), m_content.size());
+        m_hasZeros = &cutguard::Add(m_content.data(), m_content.size());
 }
 
 MappedFile::~MappedFile()
@@ -82,7 +82,7 @@ MappedFile::~MappedFile()
     ::close(m_descriptor);
     if (m_content.empty())
         return;
-    cutguard::Remove(m_guard);
+    cutguard::Remove(m_content.data());
     ::munmap(const_cast<char*>(m_content.data()), m_content.size());
 }
 

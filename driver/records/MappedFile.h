@@ -31,7 +31,7 @@ public:
     bool IsCurrent() const;
 
     /// Whether something was read that the file does not have any more. Costs nothing.
-    bool HasZeros() const { return cutguard::HasZeros(m_guard); }
+    bool HasZeros() const { return m_hasZeros && m_hasZeros->load(std::memory_order_relaxed); }
 
     /// Whether the file was cut since it was mapped. Without `now`, what was found a few milliseconds ago counts still,
     /// so that the question can be asked for each record. One thread at a time may ask.
@@ -43,7 +43,7 @@ private:
     std::string m_path;
     int m_descriptor;
     std::string_view m_content;
-    cutguard::Place m_guard = cutguard::none;
+    const cutguard::HasZeros* m_hasZeros = nullptr; ///< null for an empty file
     unsigned long m_device;
     unsigned long m_node;
     mutable std::int64_t m_askedAt = 0; ///< nanoseconds of a coarse clock
