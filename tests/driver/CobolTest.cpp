@@ -122,6 +122,115 @@ const std::vector<FieldRow> sequentialFields = {
     {"THE-DAY", "DATE-YYYYMMDD", 8},
 };
 
+/// Writes each record with the usages that other compilers have too, and prints its fields.
+const char* const otherSource = R"(
+IDENTIFICATION DIVISION.
+PROGRAM-ID. OTHER.
+ENVIRONMENT DIVISION.
+INPUT-OUTPUT SECTION.
+FILE-CONTROL.
+    SELECT OTH-FILE ASSIGN TO "oth.dat" ORGANIZATION SEQUENTIAL.
+DATA DIVISION.
+FILE SECTION.
+FD OTH-FILE.
+01 OTH-REC.
+   05 PLAIN-PACK  PIC 9(7) COMP-6.
+   05 B1  PIC S9(2) COMP.
+   05 B2  PIC S9(4) COMP.
+   05 B3  PIC S9(6) COMP.
+   05 B4  PIC S9(9) COMP.
+   05 B5  PIC S9(11) COMP.
+   05 B6  PIC S9(14) COMP.
+   05 B7  PIC S9(16) COMP.
+   05 B8  PIC S9(18) COMP.
+   05 U1  PIC 9(2) COMP.
+   05 U2  PIC 9(4) COMP.
+   05 U3  PIC 9(7) COMP.
+   05 U4  PIC 9(9) COMP.
+   05 U5  PIC 9(12) COMP.
+   05 U6  PIC 9(14) COMP.
+   05 U7  PIC 9(16) COMP.
+   05 U8  PIC 9(18) COMP.
+   05 N1  PIC S9(2) COMP-5.
+   05 N3  PIC S9(6) COMP-5.
+   05 N5  PIC S9(11) COMP-5.
+   05 N6  PIC S9(14) COMP-5.
+   05 N7  PIC 9(16) COMP-5.
+   05 C-CHAR   USAGE BINARY-CHAR.
+   05 C-SHORT  USAGE BINARY-SHORT UNSIGNED.
+   05 C-LONG   USAGE BINARY-LONG.
+   05 C-DOUBLE USAGE BINARY-DOUBLE.
+   05 OVER-TRAIL  PIC S9(4)V9.
+   05 OVER-LEAD   PIC S9(5) SIGN LEADING.
+   05 EDITED      PIC -(5)9.99.
+   05 ENDED       PIC X(8).
+WORKING-STORAGE SECTION.
+01 I     PIC S9(4).
+01 EDGE  PIC S9(4).
+PROCEDURE DIVISION.
+MAIN-PART.
+    OPEN OUTPUT OTH-FILE.
+    PERFORM WRITE-ONE VARYING I FROM 0 BY 1 UNTIL I > 9.
+    CLOSE OTH-FILE.
+    STOP RUN.
+WRITE-ONE.
+    COMPUTE EDGE = I - 5.
+    COMPUTE PLAIN-PACK = I * 1111111.
+    COMPUTE B1 = EDGE * 19.
+    COMPUTE B2 = EDGE * 1999.
+    COMPUTE B3 = EDGE * 199999.
+    COMPUTE B4 = EDGE * 199999999.
+    COMPUTE B5 = EDGE * 19999999999.
+    COMPUTE B6 = EDGE * 19999999999999.
+    COMPUTE B7 = EDGE * 1999999999999999.
+    COMPUTE B8 = EDGE * 199999999999999999.
+    COMPUTE U1 = I * 11.
+    COMPUTE U2 = I * 1111.
+    COMPUTE U3 = I * 1111111.
+    COMPUTE U4 = I * 111111111.
+    COMPUTE U5 = I * 111111111111.
+    COMPUTE U6 = I * 11111111111111.
+    COMPUTE U7 = I * 1111111111111111.
+    COMPUTE U8 = I * 111111111111111111.
+    COMPUTE N1 = EDGE * 13.
+    COMPUTE N3 = EDGE * 123456.
+    COMPUTE N5 = EDGE * 12345678901.
+    COMPUTE N6 = EDGE * 12345678901234.
+    COMPUTE N7 = I * 1111111111111111.
+    COMPUTE C-CHAR = EDGE * 25.
+    COMPUTE C-SHORT = I * 7000.
+    COMPUTE C-LONG = EDGE * 400000000.
+    COMPUTE C-DOUBLE = EDGE * 1844674407370955161.
+    COMPUTE OVER-TRAIL = EDGE * 123.4.
+    COMPUTE OVER-LEAD = EDGE * 12341.
+    COMPUTE EDITED = EDGE * 12.34.
+    MOVE Z"abc" TO ENDED.
+    IF I = 4 MOVE ALL "x" TO ENDED.
+    WRITE OTH-REC.
+    DISPLAY "OTH " PLAIN-PACK "|" B1 "|" B2 "|" B3 "|" B4 "|" B5 "|" B6 "|" B7 "|" B8
+        "|" U1 "|" U2 "|" U3 "|" U4 "|" U5 "|" U6 "|" U7 "|" U8 "|" N1 "|" N3 "|" N5 "|" N6 "|" N7
+        "|" C-CHAR "|" C-SHORT "|" C-LONG "|" C-DOUBLE WITH NO ADVANCING.
+    IF OVER-TRAIL < 0 DISPLAY "|-" WITH NO ADVANCING ELSE DISPLAY "|" WITH NO ADVANCING.
+    COMPUTE OVER-TRAIL = FUNCTION ABS (OVER-TRAIL).
+    DISPLAY OVER-TRAIL WITH NO ADVANCING.
+    IF OVER-LEAD < 0 DISPLAY "|-" WITH NO ADVANCING ELSE DISPLAY "|" WITH NO ADVANCING.
+    COMPUTE OVER-LEAD = FUNCTION ABS (OVER-LEAD).
+    DISPLAY OVER-LEAD "|" FUNCTION TRIM (EDITED).
+)";
+
+const std::vector<FieldRow> otherFields = {
+    {"PLAIN-PACK", "PACKED-NS", 4}, {"B1", "INTEGER-1", 1},       {"B2", "INTEGER-2-BE", 2},
+    {"B3", "INTEGER-3-BE", 3},      {"B4", "INTEGER-4-BE", 4},    {"B5", "INTEGER-5-BE", 5},
+    {"B6", "INTEGER-6-BE", 6},      {"B7", "INTEGER-7-BE", 7},    {"B8", "INTEGER-8-BE", 8},
+    {"U1", "UNSIGNED-1", 1},        {"U2", "UNSIGNED-2-BE", 2},   {"U3", "UNSIGNED-3-BE", 3},
+    {"U4", "UNSIGNED-4-BE", 4},     {"U5", "UNSIGNED-5-BE", 5},   {"U6", "UNSIGNED-6-BE", 6},
+    {"U7", "UNSIGNED-7-BE", 7},     {"U8", "UNSIGNED-8-BE", 8},   {"N1", "INTEGER-1", 1},
+    {"N3", "INTEGER-3", 3},         {"N5", "INTEGER-5", 5},       {"N6", "INTEGER-6", 6},
+    {"N7", "UNSIGNED-7", 7},        {"C-CHAR", "INTEGER-1", 1},   {"C-SHORT", "UNSIGNED-2", 2},
+    {"C-LONG", "INTEGER-4", 4},     {"C-DOUBLE", "INTEGER-8", 8}, {"OVER-TRAIL", "ZONED-RO", 5, 1},
+    {"OVER-LEAD", "ZONED-LO", 5},   {"EDITED", "NUMERIC", 9, 2},  {"ENDED", "STRING-ZERO", 8},
+};
+
 /// A printed value as a client sees it: a number without its plus, needless zeros and a bare point, text without blanks
 /// at its end.
 std::string Plain(std::string text)
@@ -188,9 +297,16 @@ protected:
     void SetUp() override
     {
         Records::SetUp();
-        std::ofstream(DataFile("writer.cob")) << source;
-        const CommandOutput compiled =
-            RunCommand({"cobc", "-x", "-free", "-o", DataFile("writer"), DataFile("writer.cob")}, "");
+        RunProgram(source, {});
+    }
+
+    /// Compiles a program and runs it in the folder of the data files.
+    void RunProgram(const std::string& text, const std::vector<std::string>& options)
+    {
+        std::ofstream(DataFile("writer.cob")) << text;
+        std::vector<std::string> words = {"cobc", "-x", "-free", "-o", DataFile("writer"), DataFile("writer.cob")};
+        words.insert(words.end(), options.begin(), options.end());
+        const CommandOutput compiled = RunCommand(words, "");
         ASSERT_EQ(compiled.exitCode, 0) << "cobc of the package gnucobol is needed. " << compiled.text;
         const CommandOutput ran = RunCommand({"env", "COB_FILE_PATH=" + setup.File("data"), DataFile("writer")}, "");
         ASSERT_EQ(ran.exitCode, 0) << ran.text;
@@ -226,6 +342,24 @@ TEST_F(Cobol, EveryUsageOfASequentialFileIsReadAsItWasPrinted)
         columns += (columns.empty() ? "" : ", ") + (name == "THE_DAY" ? "replace(THE_DAY, '-', '')" : name);
     }
     EXPECT_EQ(WithRoundedReals(PlainLines(Rows("SELECT " + columns + " FROM BANK_SEQ"))), expected);
+}
+
+TEST_F(Cobol, UsagesOfOtherCompilersAreReadAsTheyWerePrinted)
+{
+    RunProgram(otherSource, {"-fbinary-size=1--8", "-fsign=EBCDIC"});
+    DefineFile("OTH", otherFields);
+    DefineTable("OTH", "OTH", "oth.dat");
+    const std::string expected = Printed("OTH");
+    EXPECT_EQ(std::count(expected.begin(), expected.end(), '\n'), 10) << printed;
+    std::string columns;
+    for (const FieldRow& field : otherFields) {
+        std::string name = field.name;
+        std::replace(name.begin(), name.end(), '-', '_');
+        if (name != "ENDED")
+            columns += (columns.empty() ? "" : ", ") + name;
+    }
+    EXPECT_EQ(PlainLines(Rows("SELECT " + columns + " FROM BANK_OTH")), expected);
+    EXPECT_EQ(Rows("SELECT DISTINCT ENDED FROM BANK_OTH"), "abc\nxxxxxxxx\n");
 }
 
 TEST_F(Cobol, WideDecimalNumbersKeepEveryDigitAndTheirOrder)
