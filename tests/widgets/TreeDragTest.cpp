@@ -1,7 +1,9 @@
 #include "TreeFixture.h"
 
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QWheelEvent>
 
 namespace
 {
@@ -185,6 +187,62 @@ TEST_F(TreeDragTest, NearAnEdgeTheTreeScrollsAndReportsWhatComesUnderThePointer)
     EXPECT_EQ(log.back(), "over 0");
     release(QPoint(40, 3));
     EXPECT_EQ(log.back(), "drop on 0");
+}
+
+TEST_F(TreeDragTest, TheWheelReportsWhatComesUnderThePointer)
+{
+    show();
+    drag();
+    const QPoint place = nameOf(nodes().Item("5"));
+    QWheelEvent wheel(place, tree.viewport()->mapToGlobal(place), {}, QPoint(0, -120), Qt::LeftButton, {},
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(tree.viewport(), &wheel);
+    ASSERT_GT(tree.verticalScrollBar()->value(), 0);
+    const TreeNode* under = tree.HitTest(place);
+    ASSERT_NE(under, nodes().find("5"));
+    EXPECT_EQ(tree.DropHighlight(), under);
+    ASSERT_FALSE(log.isEmpty());
+    EXPECT_EQ(log.back(), "over " + under->Key());
+
+    // Without a drag there is nobody to tell.
+    tree.CancelDrag();
+    log.clear();
+    QApplication::sendEvent(tree.viewport(), &wheel);
+    EXPECT_EQ(log, QStringList());
+}
+
+TEST_F(TreeDragTest, TheWheelBeforeTheFirstMoveReportsThePlaceOfThePress)
+{
+    show();
+    drag();
+    release(nameOf(nodes().Item("5")));
+    press("3");
+    const QPoint place = nameOf(nodes().Item("3"));
+    moveTo(place + QPoint(QApplication::startDragDistance() + 1, 0));
+    ASSERT_TRUE(tree.IsDragging());
+    log.clear();
+    tree.verticalScrollBar()->setValue(tree.verticalScrollBar()->value() +
+                                       tree.visualRect(tree.indexAt(place)).height());
+    EXPECT_EQ(log, QStringList({"over 4"}));
+}
+
+TEST_F(TreeDragTest, TheMenuKeyAsksForNoMenuWhileItLasts)
+{
+    show();
+    QObject::connect(&tree, &TreeView::ContextKey, &tree, [this] { log << "menu"; });
+    drag();
+    const auto menuKey = [this] {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+        QApplication::sendEvent(tree.viewport(), &event);
+        type(Qt::Key_Menu);
+    };
+    menuKey();
+    EXPECT_TRUE(tree.IsDragging());
+    EXPECT_EQ(log, QStringList());
+    tree.CancelDrag();
+    log.clear();
+    menuKey();
+    EXPECT_EQ(log, QStringList({"menu"}));
 }
 
 TEST_F(TreeDragTest, TheDropMayEmptyTheTree)

@@ -51,8 +51,9 @@ TreeDrag::TreeDrag(TreeView& view) : m_view(view) {}
 
 TreeDrag::~TreeDrag() = default;
 
-void TreeDrag::begin()
+void TreeDrag::begin(QPoint position)
 {
+    m_position = position;
     m_isActive = true;
     m_isHeld = true;
     showPicture();
@@ -93,6 +94,12 @@ void TreeDrag::moveTo(QPoint position)
         m_scrolling.start(scrollInterval, this);
 }
 
+void TreeDrag::reportPlace()
+{
+    if (m_isActive)
+        emit m_view.DragOver(m_position);
+}
+
 int TreeDrag::stepAt(QPoint position) const
 {
     if (position.y() < edge)
@@ -109,6 +116,4 @@ void TreeDrag::timerEvent(QTimerEvent* event)
     bar->setValue(before + stepAt(m_position));
     if (bar->value() == before)
         m_scrolling.stop();
-    else
-        emit m_view.DragOver(m_position);
 }

@@ -18,7 +18,7 @@ public:
     bool isActive() const { return m_isActive; }
     /// Whether the drag has ended while its button is still down: what the pointer does is nobody's until the release.
     bool isSpent() const { return m_isHeld && !m_isActive; }
-    void begin();
+    void begin(QPoint position);
     void end();
     /// Notes that the button is up again.
     void letGo() { m_isHeld = false; }
@@ -29,6 +29,8 @@ public:
 
     /// Notes where the pointer is.
     void moveTo(QPoint position);
+    /// Tells the tree's handlers where the pointer is. Without a drag nothing happens.
+    void reportPlace();
 
 protected:
     void timerEvent(QTimerEvent* event) override;

@@ -404,6 +404,9 @@ void TreeView::scrollContentsBy(int dx, int dy)
         return;
     rememberTop();
     fitColumn(header()->length());
+    // Other rows have come under a pointer that rests.
+    if (!m_model->isChangingRows())
+        m_drag->reportPlace();
 }
 
 void TreeView::updateGeometries()

@@ -32,9 +32,9 @@ public:
     void setSelectedItem(TreeNode* node);
 
     /// Begins a drag within the tree; meant for a handler of MouseMove. Until it ends, moves raise DragOver instead of
-    /// MouseMove, the release raises DragDrop instead of MouseUp, and the tree scrolls while the pointer is near an
-    /// edge. Escape, another button, or a release outside of the tree ends it with DragCancel; other keys do nothing.
-    /// After an end without a drop what the pointer does is not reported until the button is up.
+    /// MouseMove, and so does scrolling; the release raises DragDrop instead of MouseUp, and the tree scrolls while the
+    /// pointer is near an edge. Escape, another button, or a release outside of the tree ends it with DragCancel; other
+    /// keys do nothing. After an end without a drop what the pointer does is not reported until the button is up.
     void BeginDrag();
     /// Ends a drag without a drop; no effect, and no event, without one.
     void CancelDrag();

@@ -14,7 +14,7 @@
 
 void TreeView::BeginDrag()
 {
-    m_drag->begin();
+    m_drag->begin(m_pressPosition);
 }
 
 void TreeView::CancelDrag()
@@ -153,7 +153,8 @@ void TreeView::contextMenuEvent(QContextMenuEvent* event)
         return;
     // The platforms that send this event send the key behind it.
     m_menuKeySeen = true;
-    raiseContextKey();
+    if (!m_drag->isActive())
+        raiseContextKey();
 }
 
 void TreeView::raiseContextKey()
