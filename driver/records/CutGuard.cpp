@@ -46,12 +46,21 @@ bool Replace(std::uintptr_t address)
     return false;
 }
 
+/// Lets the signal do what it would have done. A faulty access is tried again behind the handler; a signal that
+/// somebody sent is sent again.
+void EndAsBefore(const siginfo_t* info)
+{
+    ::sigaction(SIGBUS, &previous, nullptr);
+    if (info->si_code <= 0)
+        ::raise(SIGBUS);
+}
+
 void HandOn(int signal, siginfo_t* info, void* context)
 {
     if ((previous.sa_flags & SA_SIGINFO) != 0)
         previous.sa_sigaction(signal, info, context);
     else if (previous.sa_handler == SIG_DFL || previous.sa_handler == SIG_IGN)
-        ::sigaction(SIGBUS, &previous, nullptr); // the access is tried again, and ends the process as it would have
+        EndAsBefore(info);
     else
         previous.sa_handler(signal);
 }
