@@ -168,6 +168,16 @@ QString frmCriteriaBuilder::GetCriteria(const QString& datasource, const QString
     return built;
 }
 
+void frmCriteriaBuilder::TellIfCut(const QString& built, const QString& kept)
+{
+    if (kept.size() < built.size())
+        boxes::inform(
+            tr("The criteria is longer than the catalog can hold: only the first %1 of its %2 characters have "
+               "been kept.")
+                .arg(kept.size())
+                .arg(built.size()));
+}
+
 /// Lists the columns of the table; says so if there are none.
 bool frmCriteriaBuilder::fill(const QString& datasource, const QString& database, const QString& table)
 {

@@ -19,6 +19,9 @@ public:
     static QString GetCriteria(const QString& datasource, const QString& database, const QString& table,
                                const QString& criteria);
 
+    /// Says so where a pane has kept only the beginning of what was built.
+    static void TellIfCut(const QString& built, const QString& kept);
+
 private:
     QWidget* buildColumns();
     QWidget* buildOperators();

@@ -3,6 +3,7 @@
 #include "Database.h"
 #include "Definitions.h"
 #include "DropDown.h"
+#include "KeyFilter.h"
 #include "Recordset.h"
 #include "Settings.h"
 #include "UpDown.h"
@@ -178,10 +179,16 @@ void frmTable::cmdCalcColumns_Click()
 
 void frmTable::cmdCriteria_Click()
 {
-    const QString built =
-        frmCriteriaBuilder::GetCriteria(datasource(), database(), text(u"TABLE_NAME"_s), text(u"CRITERIA"_s));
+    const QString former = text(u"CRITERIA"_s);
+    const QString built = frmCriteriaBuilder::GetCriteria(datasource(), database(), text(u"TABLE_NAME"_s), former);
     requireLoaded();
-    setText(u"CRITERIA"_s, built);
+    if (built == former)
+        return;
+    // The entry shows what fits and gives back all of what it was set to: what is kept is decided here.
+    const modDatabase::FieldInfo column{.Name = u"CRITERIA"_s, .Size = columnSize(u"CRITERIA"_s)};
+    const QString kept = column.Size > 0 ? modGUI::cutToColumn(built, column) : built;
+    setText(column.Name, kept);
+    frmCriteriaBuilder::TellIfCut(built, kept);
 }
 
 bool frmTable::validate()

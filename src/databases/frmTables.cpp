@@ -84,10 +84,16 @@ void frmTables::buildCriteria()
 {
     const QString& stored = loaded(u"TABLE_NAME"_s);
     const QString table = stored.isEmpty() ? text(u"TABLE_NAME"_s) : stored;
-    if (table.isEmpty())
+    if (table.isEmpty()) {
         boxes::inform(u"Please enter a Table Name before adding criteria."_s);
-    else
-        setLookedUp(frmCriteriaBuilder::GetCriteria(datasource(), database(), table, lookedUp()));
+        return;
+    }
+    const QString former = lookedUp();
+    const QString built = frmCriteriaBuilder::GetCriteria(datasource(), database(), table, former);
+    if (built == former)
+        return;
+    setLookedUp(built);
+    frmCriteriaBuilder::TellIfCut(built, lookedUp());
 }
 
 void frmTables::countColumns()

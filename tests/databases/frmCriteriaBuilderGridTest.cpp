@@ -4,6 +4,8 @@
 #include "CellGrid.h"
 #include "DialogScript.h"
 
+#include <QClipboard>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -88,6 +90,24 @@ TEST_F(CriteriaInTheGrid, TheBuilderGoesOnFromWhatWasTypedInTheCell)
         DialogScript::click(form, u"cmdOK"_s);
     });
     EXPECT_EQ(editorText(), typed);
+}
+
+TEST_F(CriteriaInTheGrid, WhatIsLongerThanTheColumnIsCutAndTold)
+{
+    openTables();
+    enter(rowOf(u"ITEMS"_s));
+    const auto paste = [](DialogForm& form, int size) {
+        dialog::write(form, u"txtCriteria"_s, {});
+        QApplication::clipboard()->setText(QString(size, u'x'));
+        dialog::hit(form, Qt::Key_V, Qt::ControlModifier);
+        DialogScript::click(form, u"cmdOK"_s);
+    };
+    build([&](DialogForm& form) { paste(form, 1024); });
+    boxes.expectInform(u"The criteria is longer than the catalog can hold: only the first 1024 of its 1025 characters "
+                       "have been kept."_s);
+    build([&](DialogForm& form) { paste(form, 1025); });
+    boxes.verify();
+    EXPECT_EQ(editorText(), QString(1024, u'x'));
 }
 
 TEST_F(CriteriaInTheGrid, CancelLeavesTheCellAndWritesNothing)

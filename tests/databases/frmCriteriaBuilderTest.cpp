@@ -295,19 +295,27 @@ TEST_F(CriteriaBuilder, ACriteriaOfSeveralLinesKeepsThemAndItsBlanks)
     EXPECT_EQ(storedCriteria(), u"A = 'x y'\n\tAND\u00a0BIS NOT NULL "_s);
 }
 
-TEST_F(CriteriaBuilder, WhatIsLongerThanTheColumnIsCutInThePane)
+TEST_F(CriteriaBuilder, WhatIsLongerThanTheColumnIsCutInThePaneAndTold)
 {
     open(table(u"ITEMS"_s));
-    build([&](DialogForm& form) {
-        DialogScript::click(form, u"cmdClear"_s);
-        QApplication::clipboard()->setText(QString(1100, u'x'));
-        dialog::hit(form, Qt::Key_Tab);
-        QTest::mouseClick(dialog::get<QPlainTextEdit>(form, criteria).viewport(), Qt::LeftButton);
-        dialog::hit(form, Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(built(form).size(), 1100);
-        DialogScript::click(form, ok);
-    });
+    const auto buildOf = [&](int size) {
+        build([&](DialogForm& form) {
+            dialog::write(form, criteria, {});
+            QApplication::clipboard()->setText(QString(size, u'x'));
+            dialog::hit(form, Qt::Key_V, Qt::ControlModifier);
+            EXPECT_EQ(built(form).size(), size);
+            DialogScript::click(form, ok);
+        });
+    };
+    buildOf(1024);
     EXPECT_EQ(text(u"CRITERIA"_s), QString(1024, u'x'));
+    boxes.expectInform(u"The criteria is longer than the catalog can hold: only the first 1024 of its 1100 characters "
+                       "have been kept."_s);
+    buildOf(1100);
+    boxes.verify();
+    EXPECT_EQ(text(u"CRITERIA"_s), QString(1024, u'x'));
+    press(u"OK"_s);
+    EXPECT_EQ(storedCriteria(), QString(1024, u'x'));
 }
 
 // Tables -------------------------------------------------------------------------------------------------------------
