@@ -5,6 +5,7 @@
 #include "CellGrid.h"
 #include "DBEngine.h"
 #include "Definitions.h"
+#include "Passwords.h"
 #include "Recordset.h"
 #include "Routine.h"
 #include "Step.h"
@@ -38,17 +39,6 @@ QStringList headings(const dao::Fields& fields)
     for (const dao::Field& field : fields)
         columns.append((modDatabase::isTextKind(field.Type) ? '<'_L1 : '>'_L1) + field.Name);
     return columns;
-}
-
-bool isPassword(const dao::Field& field)
-{
-    return field.Name.compare("USER_PASSWORD"_L1, Qt::CaseInsensitive) == 0 ||
-           field.Name.compare("DATABASE_PASSWORD"_L1, Qt::CaseInsensitive) == 0;
-}
-
-QStringView hidden(QStringView password)
-{
-    return password.isEmpty() ? QStringView() : QStringView(u"**********");
 }
 
 } // namespace
@@ -174,12 +164,15 @@ void frmTableData::refresh()
         const dao::Fields& fields = rows->Fields();
         std::vector<bool> hides;
         for (const dao::Field& field : fields)
-            hides.push_back(m_hidesPasswords && isPassword(field));
+            hides.push_back(m_hidesPasswords && passwords::isPassword(field.Name));
         CellGrid::Filling filling(*m_grid, headings(fields));
         for (; !rows->Eof(); rows->MoveNext()) {
             for (int column = 0; column < fields.Count(); ++column) {
                 const QStringView value = rows->View(column);
-                filling.add(hides[static_cast<std::size_t>(column)] ? hidden(value) : value);
+                if (hides[static_cast<std::size_t>(column)])
+                    filling.add(passwords::shown(value.toString()));
+                else
+                    filling.add(value);
             }
         }
     }
