@@ -256,6 +256,83 @@ TEST_F(FileDialogs, AFileNeedNotExistUnlessWanted)
     EXPECT_EQ(choose({Mode::Open, "Open"}, {typing(path("missing.csv"))}), path("missing.csv"));
 }
 
+TEST_F(FileDialogs, AFileWithoutAnExtensionIsOpenedByItsName)
+{
+    Request request{Mode::Open, "Open", {}, {}, "*.txt"};
+    create("catalog");
+    for (const bool mustExist : {false, true}) {
+        request.fileMustExist = mustExist;
+        EXPECT_EQ(choose(request, {typing(path("catalog"))}), path("catalog"));
+    }
+    create("catalog.txt");
+    EXPECT_EQ(choose(request, {typing(path("catalog"))}), path("catalog"));
+}
+
+TEST_F(FileDialogs, AMissingFileIsTriedWithTheDefaultExtension)
+{
+    Request request{Mode::Open, "Open", {}, {}, "*.txt"};
+    create("catalog.txt");
+    create("catalog.csv.txt");
+    for (const bool mustExist : {false, true}) {
+        request.fileMustExist = mustExist;
+        EXPECT_EQ(choose(request, {typing(path("catalog"))}), path("catalog.txt"));
+        EXPECT_EQ(choose(request, {typing(path("catalog.csv"))}), path("catalog.csv.txt"));
+    }
+}
+
+TEST_F(FileDialogs, AMissingFileThatNeedNotExistTakesTheDefaultExtensionIfItHasNone)
+{
+    const Request request{Mode::Open, "Open", {}, {}, "*.txt"};
+    EXPECT_EQ(choose(request, {typing(path("missing"))}), path("missing.txt"));
+    EXPECT_EQ(choose(request, {typing(path("missing.csv"))}), path("missing.csv"));
+    EXPECT_EQ(choose({Mode::Open, "Open"}, {typing(path("missing"))}), path("missing"));
+}
+
+TEST_F(FileDialogs, AMissingFileIsRefusedWhereItMustExist)
+{
+    create("old.csv");
+    ASSERT_TRUE(QDir(folder.path()).mkdir("missing.txt"));
+    Request request{Mode::Open, "Open", {}, {}, "*.txt"};
+    request.fileMustExist = true;
+    const boxes::Box refusal{path("missing") + "\nFile not found.\nCheck the file name and try again.",
+                             boxes::Icon::Exclamation, boxes::Buttons::Ok, application::title()};
+
+    ScriptedBoxes boxes;
+    boxes.expect(refusal, boxes::Answer::Ok);
+    EXPECT_EQ(choose(request, {typing(path("missing")),
+                               [&](QFileDialog& dialog) {
+                                   EXPECT_EQ(dialog.findChild<QLineEdit*>()->text(), "missing");
+                                   EXPECT_EQ(QFileInfo(dialog.directory().path()), QFileInfo(folder.path()));
+                                   typing(path("old.csv"))(dialog);
+                               }}),
+              path("old.csv"));
+    boxes.verify();
+
+    boxes.expect(refusal, boxes::Answer::Ok);
+    EXPECT_EQ(choose(request, {typing(path("missing")), pressingEscape()}), "");
+}
+
+TEST_F(FileDialogs, ARefusalKeepsTheFilter)
+{
+    create("old.txt");
+    Request request{Mode::Save, "Save", {}, "Text Files (*.txt)|*.txt|Catalogs|*.csv|All Files (*.*)|*.*", "*.txt"};
+    request.promptBeforeOverwriting = true;
+    ScriptedBoxes boxes;
+    boxes.expect({path("old.txt") + "\nalready exists. Do you want to replace it?", boxes::Icon::Exclamation,
+                  boxes::Buttons::YesNo, application::title()},
+                 boxes::Answer::No);
+    choose(request, {[&](QFileDialog& dialog) {
+                         EXPECT_EQ(dialog.selectedNameFilter(), "Text Files (*.txt)");
+                         dialog.selectNameFilter("Catalogs (*.csv)");
+                         typing(path("old.txt"))(dialog);
+                     },
+                     [](QFileDialog& dialog) {
+                         EXPECT_EQ(dialog.selectedNameFilter(), "Catalogs (*.csv)");
+                         EXPECT_EQ(dialog.findChild<QLineEdit*>()->text(), "old.txt");
+                         dialog.reject();
+                     }});
+}
+
 TEST_F(FileDialogs, TheNextDialogStartsInTheFolderOfTheLastChoice)
 {
     choose({Mode::Save, "Save"}, {typing(path("first.txt"))});

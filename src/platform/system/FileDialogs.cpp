@@ -40,33 +40,42 @@ public:
     QString choose(const Request& request) override
     {
         const mousepointer::Suspended pointer;
-        QString suggestion = request.suggestedName;
+        Choice choice{request.suggestedName, {}};
         for (;;) {
-            const QString path = run(request, suggestion);
-            if (path.isEmpty())
+            choice = run(request, choice);
+            if (choice.path.isEmpty())
                 return {};
-            lastFolder = QFileInfo(path).absolutePath();
-            if (request.mode != Mode::Save || maySave(request, path))
-                return path;
-            suggestion = path;
+            lastFolder = QFileInfo(choice.path).absolutePath();
+            if (request.mode == Mode::Save ? maySave(request, choice.path) : mayOpen(request, choice.path))
+                return choice.path;
         }
     }
 
 private:
-    static QString run(const Request& request, const QString& suggestion)
+    /// What a dialog begins with and ends in.
+    struct Choice {
+        QString path;
+        QString filter;
+    };
+
+    static Choice run(const Request& request, const Choice& suggestion)
     {
         // The dialog goes with its parent if that is deleted while it shows, so it can't stand on the stack.
         auto owned = std::make_unique<QFileDialog>(QApplication::activeWindow(), request.title);
         const QPointer<QFileDialog> dialog = owned.get();
         const bool saves = request.mode == Mode::Save;
         dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-        dialog->setFileMode(!saves && request.fileMustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+        // Dialogs differ in what they do about a missing file and where they append the extension: see mayOpen.
+        dialog->setFileMode(QFileDialog::AnyFile);
         // Desktop dialogs ask about the name before the extension is appended, so the question is asked here.
         dialog->setOption(QFileDialog::DontConfirmOverwrite);
         dialog->setNameFilters(nameFilters(request.filter));
-        dialog->setDefaultSuffix(suffix(request.defaultExtension));
-        const QFileInfo suggested(suggestion);
-        const bool hasFolder = suggestion.contains('/') && suggested.absoluteDir().exists();
+        if (!suggestion.filter.isEmpty())
+            dialog->selectNameFilter(suggestion.filter);
+        if (saves)
+            dialog->setDefaultSuffix(suffix(request.defaultExtension));
+        const QFileInfo suggested(suggestion.path);
+        const bool hasFolder = suggestion.path.contains('/') && suggested.absoluteDir().exists();
         dialog->setDirectory(hasFolder ? suggested.absolutePath() : startFolder());
         if (!suggested.fileName().isEmpty())
             dialog->selectFile(suggested.fileName());
@@ -76,7 +85,35 @@ private:
             static_cast<void>(owned.release());
             return {};
         }
-        return accepted ? dialog->selectedFiles().value(0) : QString();
+        return accepted ? Choice{dialog->selectedFiles().value(0), dialog->selectedNameFilter()} : Choice();
+    }
+
+    /// A file is opened by the name as it was chosen, and by the name with the extension only where there is no such
+    /// file.
+    static bool mayOpen(const Request& request, QString& path)
+    {
+        if (isFile(path))
+            return true;
+        const QString extension = suffix(request.defaultExtension);
+        const QString extended = extension.isEmpty() ? path : path + '.' + extension;
+        if (isFile(extended)) {
+            path = extended;
+            return true;
+        }
+        if (request.fileMustExist) {
+            boxes::show({path + "\nFile not found.\nCheck the file name and try again.", boxes::Icon::Exclamation,
+                         boxes::Buttons::Ok, application::title()});
+            return false;
+        }
+        if (!QFileInfo(path).fileName().contains('.'))
+            path = extended;
+        return true;
+    }
+
+    static bool isFile(const QString& path)
+    {
+        const QFileInfo file(path);
+        return file.exists() && !file.isDir();
     }
 
     static bool maySave(const Request& request, const QString& path)

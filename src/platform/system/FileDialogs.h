@@ -15,11 +15,12 @@ struct Request {
     QString suggestedName = {};
     /// Pairs of description and pattern separated by bars: "Text Files (*.txt)|*.txt|All Files (*.*)|*.*".
     QString filter = {};
-    /// Appended to a name without an extension, as "*.txt" or "txt".
+    /// Appended to a name without an extension, as "*.txt" or "txt". A file that is there is opened by its own name.
     QString defaultExtension = {};
     /// Of a dialog that saves.
     bool promptBeforeOverwriting = false;
     bool promptBeforeCreating = false;
+    /// Of a dialog that opens.
     bool fileMustExist = false;
 };
 
