@@ -108,6 +108,23 @@ TEST_F(Events, ANestedRoutineDoesNotStartAFrame)
     EXPECT_EQ(served, 0) << "The end of an inner scope leaves the pace to the outer one";
 }
 
+TEST_F(Events, WithoutAFramesTimeEachYieldAndEachRepaintIsDue)
+{
+    const int former = events::setFrame(0);
+    EXPECT_EQ(former, 33);
+    {
+        const LongRoutine routine;
+        int served = 0;
+        for (int i = 1; i <= 5; ++i) {
+            post(served);
+            events::yield();
+            EXPECT_EQ(served, i);
+            EXPECT_TRUE(events::frameDue());
+        }
+    }
+    EXPECT_EQ(events::setFrame(former), 0);
+}
+
 TEST_F(Events, EachRoutineBeginsWithAFrame)
 {
     for (int i = 0; i < 3; ++i) {

@@ -5,10 +5,12 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 
+#include <utility>
+
 namespace
 {
 
-constexpr qint64 frame = 33;
+int frame = 33;
 /// How long one yield may serve events that keep coming, in milliseconds.
 constexpr int patience = 20;
 
@@ -61,6 +63,11 @@ void events::yield()
 bool events::frameDue()
 {
     return routines == 0 || repaints.due();
+}
+
+int events::setFrame(int milliseconds)
+{
+    return std::exchange(frame, milliseconds);
 }
 
 events::LongRoutine::LongRoutine(Input input) : m_input(input)

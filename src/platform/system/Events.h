@@ -21,6 +21,10 @@ void yield();
 /// own.
 bool frameDue();
 
+/// Replaces the time of a frame, 33 milliseconds, and returns the former one. With 0 every yield and every repaint is
+/// due, so that what a test does at one comes at a known point of a routine, however fast the machine is.
+int setFrame(int milliseconds);
+
 /// For as long as one lives, yields and repaints are held to a frame's pace. The end of the outermost one lets pending
 /// events run once, painting above all; keys and clicks that were held come when control is back in the event loop, so
 /// that no command starts in the tail of another.
