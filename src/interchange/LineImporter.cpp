@@ -10,7 +10,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -68,9 +67,8 @@ LineImporter::Statements LineImporter::build(int line, const QString& id)
         {"DBPRV", &LineImporter::buildDatabasePrivilege},
         {"TBLPRV", &LineImporter::buildTablePrivilege},
     }};
-    const auto* kind =
-        std::find_if(kinds.begin(), kinds.end(), [&](const Kind& one) { return id == QLatin1StringView(one.id); });
-    return kind == kinds.end() ? Statements() : (this->*kind->build)();
+    const Kind* kind = kindOf(kinds, id);
+    return kind ? (this->*kind->read)() : Statements();
 }
 
 LineImporter::Statements LineImporter::buildFile()

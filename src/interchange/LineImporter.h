@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CsvColumns.h"
+#include "CsvKind.h"
 #include "clsCount.h"
 
 #include <QHash>
@@ -28,11 +29,7 @@ private:
         QString remove;
     };
 
-    /// One kind of line and what builds its statements.
-    struct Kind {
-        const char* id;
-        Statements (LineImporter::*build)();
-    };
+    using Kind = CsvKind<Statements (LineImporter::*)()>;
 
     Statements build(int line, const QString& id);
     Statements buildFile();

@@ -98,10 +98,8 @@ void LineValidator::validate(int line, QStringView text)
         {"DBPRV", &LineValidator::validateDatabasePrivilege},
         {"TBLPRV", &LineValidator::validateTablePrivilege},
     }};
-    const auto* kind =
-        std::find_if(kinds.begin(), kinds.end(), [this](const Kind& one) { return m_id == QLatin1StringView(one.id); });
-    if (kind != kinds.end())
-        (this->*kind->validate)();
+    if (const Kind* kind = kindOf(kinds, m_id))
+        (this->*kind->read)();
     else
         error(named("Unknow line ID '", written, "'"), u"?"_s);
 }

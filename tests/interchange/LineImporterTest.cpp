@@ -143,6 +143,18 @@ TEST_F(LineImporterTest, AShortColumnLineIsFilledInAndWarnedOfAgain)
                                             u"3 WRN Table: Missing Column Type - Assuming Default"_s}));
 }
 
+TEST_F(LineImporterTest, ANullAttributeOfTheTypeIsZero)
+{
+    change(u"UPDATE TW_SQLDT SET PRECISION = NULL, NULLABLE = NULL, CASE_SENSITIVE = 1, SEARCHABLE = NULL, "
+           "UNSIGNED_ATTRIBUTE = NULL, MONEY = NULL, AUTO_INCREMENT = NULL, RADIX = NULL "
+           "WHERE SQL_TYPE_NAME = 'CHAR'"_s);
+    const QStringList sent = importFile({u"COLUMN,DEPOT,PARTS,B,FB,CHAR,8,1,0,\"\",B,0"_s});
+    ASSERT_EQ(sent.size(), 2);
+    EXPECT_TRUE(sent[1].endsWith(u", 1, 'B', 0, 0, 01, 0, 0, 0, 0, 0, 0)"_s)) << sent[1].toStdString();
+    EXPECT_EQ(stored(u"SELECT PRECISION, CASE_SENSITIVE, RADIX FROM TW_COLUMN WHERE COLUMN_NAME = 'B'"_s),
+              QStringList{"0|1|0"});
+}
+
 TEST_F(LineImporterTest, UsersAndPrivileges)
 {
     EXPECT_EQ(
