@@ -1,6 +1,7 @@
 #include "CsvBlocks.h"
 
 #include "Recordset.h"
+#include "ReservedFiles.h"
 #include "TextWriter.h"
 
 #include <QByteArray>
@@ -8,13 +9,13 @@
 const std::array<CsvBlock, 8>& csvBlocks()
 {
     static const QByteArray files = QByteArray("SELECT FILE_NAME, FILE_ORGANISATION, RECORD_TYPE, RECORD_SIZE "
-                                               "FROM TW_FILE ") +
-                                    withoutOwnFiles;
+                                               "FROM TW_FILE WHERE ") +
+                                    reservedfiles::userFiles;
     static const QByteArray fields =
         QByteArray("SELECT FILE_NAME, FIELD_NAME, LOCAL_TYPE_NAME, OFFSET, LENGTH, PRECISION, SCALE, ENCRYPTED, "
                    "FORMAT, DEFAULT_VALUE "
-                   "FROM TW_FIELD ") +
-        withoutOwnFiles + ' ';
+                   "FROM TW_FIELD WHERE ") +
+        reservedfiles::userFiles + ' ';
     static const std::array<CsvBlock, 8> blocks{{
         {"FILE", "Writing File Definitions", files.constData()},
         {"FIELD", "Writing Field Definitions", fields.constData()},

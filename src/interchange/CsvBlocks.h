@@ -17,10 +17,6 @@ struct CsvBlock {
     const char* statement;
 };
 
-/// The criterion that leaves the catalog's own files out of a statement on files or fields.
-inline constexpr char withoutOwnFiles[] = "WHERE FILE_NAME NOT IN ('CNTRL','COLUMN','DB','DBPRV','DRIVER','FIELD',"
-                                          "'FILE','KEY','LOCDT','SQLDT','TABLE','TBLPRV','USER')";
-
 /// The eight kinds in the order of the file, in which each refers to those before it alone: files before fields,
 /// databases before tables, tables before columns, users before privileges. The catalog's own files, its own database
 /// and the user ADMIN stay out.

@@ -102,12 +102,6 @@ QString NoQuotes(QStringView text)
     return modString::TrimAll(withoutQuotes(inner).toString());
 }
 
-QString shortened(const QString& text)
-{
-    constexpr qsizetype most = 2000;
-    return text.size() <= most ? text : text.left(most) + u'\u2026';
-}
-
 QString maskedLine(QStringView line)
 {
     CsvColumns columns;

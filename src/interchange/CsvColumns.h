@@ -52,6 +52,3 @@ QString NoQuotes(QStringView text);
 /// The line as it may be shown: the password of a USER or DBPRV line gives way to stars, and so does everything that
 /// may belong to it where the line has too few or too many columns.
 QString maskedLine(QStringView line);
-
-/// The beginning of a text of which no one could read the whole: a line of a file that is none has no limit.
-QString shortened(const QString& text);

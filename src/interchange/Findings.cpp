@@ -6,8 +6,11 @@ using namespace Qt::StringLiterals;
 
 void Findings::AddError(int line, const QString& type, const QString& description)
 {
+    // What else is wrong with the line that has passed the limit would stand behind the row that says so.
+    if (m_errors > errorLimit)
+        return;
     m_all.push_back({line, Finding::Severity::Error, type, description});
-    if (++m_errors != errorLimit + 1)
+    if (++m_errors <= errorLimit)
         return;
     m_all.push_back(
         {line, Finding::Severity::Stopped, u"?"_s,

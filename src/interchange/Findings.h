@@ -24,6 +24,7 @@ public:
     /// `tooMany` is called once when the limit of errors is passed.
     explicit Findings(std::function<void()> tooMany = {}) : m_tooMany(std::move(tooMany)) {}
 
+    /// Adds nothing once the limit is passed.
     void AddError(int line, const QString& type, const QString& description);
     void AddWarning(int line, const QString& type, const QString& description);
     /// A line that passed leaves nothing behind.

@@ -1,6 +1,5 @@
 #include "FindingsModel.h"
 
-#include "CsvColumns.h"
 #include "Icons.h"
 
 #include <QIcon>
@@ -68,8 +67,8 @@ QVariant FindingsModel::data(const QModelIndex& index, int role) const
         return finding.type;
     default:
         // A tool tip would take the text for markup where it looks like that.
-        return role == Qt::ToolTipRole ? Qt::convertFromPlainText(shortened(finding.description))
-                                       : shortened(finding.description);
+        return role == Qt::ToolTipRole ? Qt::convertFromPlainText(beginningOf(finding.description))
+                                       : beginningOf(finding.description);
     }
 }
 
@@ -78,4 +77,10 @@ QVariant FindingsModel::headerData(int section, Qt::Orientation orientation, int
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     return QString::fromLatin1(headings[static_cast<std::size_t>(section)]);
+}
+
+QString beginningOf(const QString& text)
+{
+    constexpr qsizetype most = 2000;
+    return text.size() <= most ? text : text.left(most) + u'\u2026';
 }

@@ -25,3 +25,6 @@ private:
     const Findings& m_findings;
     int m_shown = 0;
 };
+
+/// The beginning of a text of which no one could read the whole: a line of a file that is none has no limit.
+QString beginningOf(const QString& text);

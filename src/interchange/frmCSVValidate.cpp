@@ -4,7 +4,6 @@
 #include "CConnections.h"
 #include "CMouseSleeper.h"
 #include "CatalogNames.h"
-#include "CsvBlocks.h"
 #include "CsvColumns.h"
 #include "Database.h"
 #include "Events.h"
@@ -13,6 +12,7 @@
 #include "LineReader.h"
 #include "LineValidator.h"
 #include "NodeTypes.h"
+#include "ReservedFiles.h"
 #include "Routine.h"
 #include "modGUI.h"
 #include "modString.h"
@@ -54,7 +54,7 @@ QString counted(int count, const QString& word)
 /// A line as a box can show it.
 QString printable(const QString& line)
 {
-    QString shown = shortened(line);
+    QString shown = beginningOf(line);
     std::replace_if(
         shown.begin(), shown.end(), [](QChar c) { return c < u' ' && c != u'\t'; }, QChar(QChar::ReplacementCharacter));
     return shown;
@@ -134,7 +134,7 @@ void frmCSVValidate::cmdAction_Click()
 {
     if (m_action->text() == stop) {
         m_stop = true;
-        halt();
+        showHalted();
         return;
     }
     const forms::Running running(*this);
@@ -147,21 +147,25 @@ void frmCSVValidate::cmdAction_Click()
     m_line = 0;
     const bool ended = routine.run([this] { run(); });
     if (!ended && !isUnloaded()) {
-        halt();
+        showHalted();
         m_action->setEnabled(true);
         m_cancel->setEnabled(true);
         m_model->publish();
+        // What was imported stays, and an open tree must show it.
+        if (m_importing)
+            modGUI::ExpandToNode(nodetypes::datasourceKey(m_datasource));
     }
     m_importing = false;
 }
 
-void frmCSVValidate::halt()
+void frmCSVValidate::showHalted()
 {
     m_action->setText(restart);
     m_progress->setValue(0);
     if (m_importing && m_line > 1)
-        m_status->setText(
-            tr("Import halted at Line %1 of %2 - The lines before it are in the catalog").arg(m_line).arg(m_lines));
+        m_status->setText(tr("Import halted at Line %1 of %2 - What was imported before stays in the catalog")
+                              .arg(m_line)
+                              .arg(m_lines));
     else
         m_status->setText(u"Validation halted - Click Restart to try again"_s);
 }
@@ -333,7 +337,7 @@ void frmCSVValidate::closeEvent(QCloseEvent* event)
 
 void frmCSVValidate::RemoveAll()
 {
-    const QLatin1StringView ofOthers(withoutOwnFiles);
+    const QLatin1StringView ofUsers(reservedfiles::userFiles);
     QString sql = u"None"_s;
     Routine routine("frmCSVValidate.RemoveAll");
     routine.additional([&] { return sql; });
@@ -343,8 +347,8 @@ void frmCSVValidate::RemoveAll()
         m_connection->db()->Execute(sql);
     };
     routine.run([&] {
-        remove("Removing Files", "DELETE FROM TW_FILE "_L1 + ofOthers);
-        remove("Removing Fields", "DELETE FROM TW_FIELD "_L1 + ofOthers);
+        remove("Removing Files", "DELETE FROM TW_FILE WHERE "_L1 + ofUsers);
+        remove("Removing Fields", "DELETE FROM TW_FIELD WHERE "_L1 + ofUsers);
         remove("Removing Databases", u"DELETE FROM TW_DB WHERE DATABASE_NAME <>'TW'"_s);
         remove("Removing Tables", u"DELETE FROM TW_TABLE WHERE DATABASE_NAME <>'TW'"_s);
         remove("Removing Columns", u"DELETE FROM TW_COLUMN WHERE DATABASE_NAME <>'TW'"_s);

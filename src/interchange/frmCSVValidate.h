@@ -37,8 +37,8 @@ private:
 
     /// One click on Start or Restart, to its end.
     void run();
-    /// Ends a run, or shows that it has ended, before all lines were seen.
-    void halt();
+    /// Shows that a run has ended before all lines were seen.
+    void showHalted();
     void readCatalog(CatalogNames& names);
     int countLines();
     void validateLines(CatalogNames& names, int lines);

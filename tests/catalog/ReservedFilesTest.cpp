@@ -13,6 +13,13 @@ TEST(ReservedFiles, TheFilesThatDescribeTheCatalogAreReserved)
         EXPECT_FALSE(reservedfiles::isReserved(QLatin1String(name))) << name;
 }
 
+TEST(ReservedFiles, TheCriterionLeavesTheSameFilesOut)
+{
+    EXPECT_EQ(QLatin1String(reservedfiles::userFiles),
+              u"FILE_NAME NOT IN ('CNTRL','COLUMN','DB','DBPRV','DRIVER','FIELD','FILE','KEY','LOCDT','SQLDT','TABLE',"
+              "'TBLPRV','USER')"_s);
+}
+
 TEST(ReservedFiles, ANameThatSpansTwoOfThemIsFoundToo)
 {
     EXPECT_TRUE(reservedfiles::isReserved(u"KEY,LOCDT"_s));

@@ -177,13 +177,6 @@ TEST(CsvColumns, APasswordIsMaskedInALineOfAnyLength)
     EXPECT_EQ(maskedLine(u"FILE,"_s + rest), u"FILE,"_s + rest);
 }
 
-TEST(CsvColumns, OnlyATextThatNoOneCouldReadIsShortened)
-{
-    EXPECT_EQ(shortened(QString(2000, 'x')), QString(2000, 'x'));
-    EXPECT_EQ(shortened(QString(2001, 'x')), QString(2000, 'x') + u'\u2026');
-    EXPECT_EQ(shortened({}), QString());
-}
-
 TEST(CsvColumns, BothReadersTakeAnyLine)
 {
     QRandomGenerator random(20260314);

@@ -133,6 +133,48 @@ TEST_F(ValidatorTest, ALineInErrorDefinesNothing)
     EXPECT_EQ(findings.all().size(), 10U);
 }
 
+TEST_F(ValidatorTest, ATypeStoredInMixedCaseIsNeverFound)
+{
+    CLOCDT local;
+    local.LOCAL_TYPE_NAME = u"Mixed"_s;
+    local.ATTRIBUTES = u";DEFAULT_LENGTH=4;DEFAULT_PRECISION=4;"_s;
+    connection->LOCDTs().add(local);
+    CSQLDT sql;
+    sql.SQL_TYPE_NAME = u"Mixed"_s;
+    connection->SQLDTs().add(sql);
+    const QStringList invalid{u"ERR FIELD: Invalid Local Type Name 'MIXED' (Col 4)"_s};
+    check({
+        {"a field as the type is stored", {file}, u"FIELD,STOCK,PART,Mixed,0,8,8,0,0,,"_s, invalid},
+        {"a field in upper case", {file}, u"FIELD,STOCK,PART,MIXED,0,8,8,0,0,,"_s, invalid},
+        {"a field that takes the defaults of the type",
+         {file},
+         u"FIELD,STOCK,PART,Mixed,0,8"_s,
+         QStringList{u"WRN FIELD: Missing DT information - Assuming default"_s} + invalid},
+        {"a column as the type is stored",
+         {file, field, database, table},
+         u"COLUMN,DEPOT,PARTS,PART,PART,Mixed,8,1,1,,PART,0"_s,
+         {u"ERR COLUMN: SQL Type Name Invalid 'MIXED' (Col 6)"_s}},
+    });
+}
+
+TEST_F(ValidatorTest, ATypeWhoseDefaultIsOutOfRangeFaults)
+{
+    CLOCDT vast;
+    vast.LOCAL_TYPE_NAME = u"VAST"_s;
+    vast.ATTRIBUTES = u";DEFAULT_LENGTH=99999999999;"_s;
+    connection->LOCDTs().add(vast);
+    CatalogNames names;
+    Findings findings;
+    LineValidator validator(*connection, names, findings);
+    try {
+        validator.validate(1, u"FIELD,STOCK,PART,VAST,0,8");
+        ADD_FAILURE() << "No fault";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), ErrorNumber::Overflow);
+    }
+    EXPECT_EQ(lines(findings), QStringList());
+}
+
 TEST_F(ValidatorTest, OtherLines)
 {
     check({
@@ -238,35 +280,4 @@ TEST_F(ValidatorTest, TheCatalogIsReadOnceInItsOrder)
     EXPECT_TRUE(names.databasePrivileges.isEmpty());
     EXPECT_TRUE(names.tablePrivileges.isEmpty());
     EXPECT_TRUE(names.columnTypes.contains(CatalogKey().apart({u"SALES", u"ORDERS", u"1", u"1"}).toString()));
-}
-
-TEST(Findings, The5001stErrorIsTheLastAndSaysSo)
-{
-    int stops = 0;
-    Findings findings([&] { ++stops; });
-    for (int line = 1; line <= 5000; ++line)
-        findings.AddError(line, u"FILE"_s, u"bad"_s);
-    findings.AddWarning(5001, u"USER"_s, u"odd"_s);
-    EXPECT_EQ(stops, 0);
-    findings.AddError(5001, u"FILE"_s, u"bad"_s);
-    EXPECT_EQ(stops, 1);
-    ASSERT_EQ(findings.all().size(), 5003U);
-    const Finding& last = findings.all().back();
-    EXPECT_EQ(last.line, 5001);
-    EXPECT_EQ(last.severity, Finding::Severity::Stopped);
-    EXPECT_EQ(last.type, u"?"_s);
-    EXPECT_EQ(last.description, u"Stopped validating after 5001 errors"_s);
-    findings.AddError(5001, u"FILE"_s, u"bad"_s);
-    EXPECT_EQ(stops, 1);
-    EXPECT_EQ(findings.errors(), 5002);
-    findings.clear();
-    EXPECT_TRUE(findings.all().empty());
-    EXPECT_EQ(findings.errors() + findings.warnings(), 0);
-}
-
-TEST(Findings, ALinePassedLeavesNothing)
-{
-    Findings findings;
-    findings.AddPassed(1, u"FILE"_s, u"fine"_s);
-    EXPECT_TRUE(findings.all().empty());
 }

@@ -30,6 +30,25 @@ void breakOpenFile(const QString& path)
 class CSVValidateFaultTest : public CSVValidateTest
 {
 protected:
+    /// Clicks Start for a file whose first line is imported and which can't be read to its end, ignores the report, and
+    /// acts in the dialog.
+    void importHalfWay(const QByteArray& line, const DialogScript::Action& then)
+    {
+        // The reader takes 64 KiB at a time: what follows them is read behind the first line.
+        const QString file = write(u"in.csv"_s, line + '\n' + QByteArray(100000, '\n'));
+        statements.clear();
+        statements.failAt(9);
+        errors.expect([file](QWidget& form) {
+            breakOpenFile(file);
+            ScriptedErrorForm::press(form, Press::Retry);
+        });
+        errors.expect(Press::Ignore);
+        importFile(file, [&](DialogForm& dialog) {
+            action(dialog);
+            then(dialog);
+        });
+    }
+
     /// Clicks Start, which faults, ignores the report, and closes the dialog, which then offers a restart.
     void startAndFault(const QString& file)
     {
@@ -97,23 +116,66 @@ TEST_F(CSVValidateFaultTest, AFileThatVanishesBetweenTheStagesWritesNothing)
     EXPECT_EQ(statements.writes(), QStringList());
 }
 
-TEST_F(CSVValidateFaultTest, AFileThatCantBeReadToItsEndTellsHowFarTheImportCame)
+TEST_F(CSVValidateFaultTest, NumberingStartsAnewAtARestart)
 {
-    // The reader takes 64 KiB at a time: what follows them is read behind the first line.
-    const QString file = write(u"in.csv"_s, "USER,BOB,SECRET\n" + QByteArray(100000, '\n'));
-    statements.failAt(9);
+    importHalfWay("FIELD,EMPTY,A,STRING,0,8,8,0,0,\"\",\"\"", [&](DialogForm& dialog) {
+        writeLines(u"in.csv"_s, {u"FIELD,EMPTY,B,STRING,8,8,8,0,0,\"\",\"\""_s});
+        expectImported();
+        action(dialog);
+    });
+    EXPECT_EQ(stored(u"SELECT FIELD_NAME, FIELD_NUMBER FROM TW_FIELD WHERE FILE_NAME = 'EMPTY' ORDER BY FIELD_NAME"_s),
+              (QStringList{"A|1", "B|1"}));
+}
+
+TEST_F(CSVValidateFaultTest, TheTreeShowsWhatAHaltedImportHasWritten)
+{
+    clickExpander(key());
+    clickExpander(key({u"FI"_s}));
+    open(u"frmCSVImport"_s);
+    importHalfWay(good[0].toUtf8(), [&](DialogForm& dialog) {
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(selectedKey(), key());
+        EXPECT_TRUE(node(key()).Expanded());
+        cancel(dialog);
+    });
+    expandTo(key({u"FI"_s}));
+    EXPECT_NE(find(key({u"FI"_s, u"fi=STOCK"_s})), nullptr);
+}
+
+TEST_F(CSVValidateFaultTest, AHaltedValidationLeavesTheTree)
+{
+    clickExpander(key());
+    clickExpander(key({u"FI"_s}));
+    click(key({u"FI"_s, u"fi=PAYROLL"_s}));
+    open(u"frmCSVImport"_s);
+    startAndFault(writeLines(u"in.csv"_s, {u"FILE,STOCK,INDEXED,FIXED"_s}));
+    EXPECT_EQ(selectedKey(), key({u"FI"_s, u"fi=PAYROLL"_s}));
+}
+
+TEST_F(CSVValidateFaultTest, ADialogUnloadedAmidTheImportEndsItWithoutTheBox)
+{
+    statements.failAt(10);
     errors.expect([&](QWidget& form) {
-        breakOpenFile(file);
+        forms::unload(u"frmCSVValidate"_s);
         ScriptedErrorForm::press(form, Press::Retry);
     });
-    errors.expect(Press::Ignore);
-    importFile(file, [&](DialogForm& dialog) {
-        action(dialog);
+    importFile(writeLines(u"in.csv"_s, {u"USER,A,P"_s, u"USER,B,P"_s, u"USER,C,P"_s}),
+               [](DialogForm& dialog) { action(dialog); });
+    EXPECT_EQ(forms::loaded(u"frmCSVValidate"_s), nullptr);
+    EXPECT_EQ(stored(u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME"_s), (QStringList{"A", "ADMIN", "B", "CLERK"}));
+    EXPECT_EQ(selectedKey(), key());
+    EXPECT_TRUE(node(key()).Expanded());
+}
+
+TEST_F(CSVValidateFaultTest, AFileThatCantBeReadToItsEndTellsHowFarTheImportCame)
+{
+    importHalfWay("USER,BOB,SECRET", [&](DialogForm& dialog) {
         ASSERT_EQ(errors.shown().size(), 2U);
         EXPECT_EQ(errors.shown()[1].number, u"75"_s);
         EXPECT_EQ(errors.shown()[1].trappedIn, u"frmCSVValidate.cmdAction_Click"_s);
         EXPECT_EQ(errors.shown()[1].additional, u"Line 65522"_s);
-        EXPECT_EQ(status(dialog), u"Import halted at Line 65522 of 100001 - The lines before it are in the catalog"_s);
+        EXPECT_EQ(status(dialog),
+                  u"Import halted at Line 65522 of 100001 - What was imported before stays in the catalog"_s);
         EXPECT_EQ(caption(dialog), u"&Restart"_s);
         EXPECT_TRUE(button(dialog, "cmdAction").isEnabled());
         EXPECT_TRUE(button(dialog, "cmdCancel").isEnabled());
