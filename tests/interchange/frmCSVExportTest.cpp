@@ -3,6 +3,7 @@
 #include "Database.h"
 #include "FaultSweep.h"
 #include "InterchangeFixture.h"
+#include "MousePointer.h"
 #include "Recordset.h"
 #include "TextWriter.h"
 #include "ToolBar.h"
@@ -35,6 +36,48 @@ protected:
     {
         boxes.expect(u"Catalog Exported"_s, boxes::Icon::Information, [this] { EXPECT_EQ(statusText(), u"Ready"_s); });
     }
+};
+
+/// The pointer that shows when a file dialog comes up.
+class PointerOfDialogs final : public filedialogs::Presenter
+{
+public:
+    PointerOfDialogs() : m_former(filedialogs::setPresenter(this)) {}
+    ~PointerOfDialogs() override { filedialogs::setPresenter(m_former); }
+    PointerOfDialogs(const PointerOfDialogs&) = delete;
+    PointerOfDialogs& operator=(const PointerOfDialogs&) = delete;
+
+    QString choose(const filedialogs::Request& request) override
+    {
+        pointers.push_back(mousepointer::current());
+        return m_former->choose(request);
+    }
+
+    std::vector<int> pointers;
+
+private:
+    filedialogs::Presenter* m_former;
+};
+
+/// The pointer that shows when a statement is sent.
+class PointerOfStatements final : public dao::StatementObserver
+{
+public:
+    PointerOfStatements() : m_former(dao::DBEngine::setObserver(this)) {}
+    ~PointerOfStatements() override { dao::DBEngine::setObserver(m_former); }
+    PointerOfStatements(const PointerOfStatements&) = delete;
+    PointerOfStatements& operator=(const PointerOfStatements&) = delete;
+
+    std::vector<dao::Error> beforeStatement(const QString& datasource, const QString& statement) override
+    {
+        pointers.push_back(mousepointer::current());
+        return m_former->beforeStatement(datasource, statement);
+    }
+
+    std::vector<int> pointers;
+
+private:
+    dao::StatementObserver* m_former;
 };
 
 const QByteArray wholeFile = "\"FILE\",\"PAYROLL\",\"INDEXED\",\"FIXED\",12\r\n"
@@ -270,6 +313,18 @@ TEST_F(CSVExportTest, TheDialogOffersTheLastNameAndACancelLeavesIt)
     EXPECT_TRUE(request.promptBeforeCreating);
     EXPECT_FALSE(request.fileMustExist);
     EXPECT_EQ(fileDialogs.requests()[2].suggestedName, path(u"first.csv"_s));
+}
+
+TEST_F(CSVExportTest, TheWaitPointerShowsWhileTheCatalogIsWrittenAlone)
+{
+    openPane();
+    const PointerOfDialogs ofDialogs;
+    const PointerOfStatements ofStatements;
+    expectDone();
+    exportTo(path(u"catalog.txt"_s));
+    EXPECT_EQ(ofDialogs.pointers, std::vector{mousepointer::Default});
+    EXPECT_EQ(ofStatements.pointers, std::vector(8, mousepointer::Wait));
+    EXPECT_EQ(mousepointer::current(), mousepointer::Default);
 }
 
 TEST_F(CSVExportTest, ACancelSendsAndSaysNothing)
