@@ -21,9 +21,9 @@ QStringView Trim(QStringView text);
 QString TrimAll(const QString& text);
 
 /// The value behind `key` in a text of `;KEY=value;` items, up to the next semicolon or the end; empty where the key
-/// does not occur. The key is found wherever its characters stand, so semicolons and the "=" belong into it; a key
-/// without its
-/// "=" works too.
+/// does not occur.
+/// The key is found wherever its characters stand, so semicolons and the "=" belong into it; a key without its "="
+/// works too.
 QString ExtractAttr(const QString& key, const QString& attributes);
 
 } // namespace modString

@@ -35,8 +35,8 @@ public:
     RuntimeError(ErrorNumber number, QString description);
 
     /// The failure that `errno` names after a file operation: ENOENT is 53, ENOTDIR 76, ENOSPC and EDQUOT 61, all
-    /// others
-    /// 75. The description is the usual one, a colon and the system's own text.
+    /// others 75.
+    /// The description is the usual one, a colon and the system's own text.
     static RuntimeError fromErrno(int code);
 
     /// The usual description of a number.
