@@ -51,8 +51,8 @@ QString frmFiles::selectStatement() const
     if (settings::getNumber(u"Options"_s, u"SysTables"_s, 0) == 0)
         return u"SELECT FILE_NAME, OPEN_STRING, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE, REMARKS "
                "FROM TW_FILE "
-               "WHERE FILE_NAME NOT IN ('CNTRL','COLUMN','DB','DBPRV','DRIVER','FIELD','FILE','KEY','LOCDT','SQLDT',"
-               "'TABLE','TBLPRV','USER')"_s;
+               "WHERE "_s +
+               QLatin1StringView(reservedfiles::userFiles);
     return u"SELECT FILE_NAME, OPEN_STRING, RECORD_SIZE, FILE_ORGANISATION, RECORD_TYPE, REMARKS "
            "FROM TW_FILE "
            "ORDER BY FILE_NAME ASC"_s;
