@@ -3,6 +3,7 @@
 #include "CConnections.h"
 #include "DBEngine.h"
 #include "Recordset.h"
+#include "ReservedFiles.h"
 #include "modDatabase.h"
 
 using namespace Qt::StringLiterals;
@@ -40,8 +41,7 @@ QString drivers()
 
 QString isUserFile()
 {
-    return u"FILE_NAME NOT IN ('CNTRL','COLUMN','DB','DBPRV','DRIVER','FIELD','FILE','KEY','LOCDT','SQLDT','TABLE',"
-           "'TBLPRV','USER')"_s;
+    return QLatin1StringView(reservedfiles::userFiles);
 }
 
 const QStringList& searches()
