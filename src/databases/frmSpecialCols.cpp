@@ -119,6 +119,17 @@ QString frmSpecialCols::ofRow(int index) const
            QString::number(index);
 }
 
+QString frmSpecialCols::tableKey() const
+{
+    return "DSN="_L1 + m_datasource + ":DB="_L1 + m_datasource + ":db="_L1 + m_database + ":TA="_L1 + m_database +
+           ":ta="_L1 + m_table + ':'_L1;
+}
+
+QString frmSpecialCols::shownNode() const
+{
+    return m_table.isEmpty() ? QString() : tableKey() + "SCO="_L1 + m_table + ':'_L1;
+}
+
 // Showing ------------------------------------------------------------------------------------------------------------
 
 void frmSpecialCols::Display(const QString& datasource, const QString& database, const QString& table)
@@ -243,8 +254,7 @@ void frmSpecialCols::up()
     events::yield();
     requireLoaded();
     TreeView& tree = window.tvwExplorer();
-    if (TreeNode* node = tree.Nodes().find("DSN="_L1 + m_datasource + ":DB="_L1 + m_datasource + ":db="_L1 +
-                                           m_database + ":TA="_L1 + m_database + ":ta="_L1 + m_table + ':'_L1))
+    if (TreeNode* node = tree.Nodes().find(tableKey()))
         tree.setSelectedItem(node);
     tree.setFocus();
 }

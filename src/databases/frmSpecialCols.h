@@ -28,6 +28,7 @@ public:
     /// 1 if the statement finds a row, else 0. One found for the index 8 gives its column to the list.
     int GetCheck(int index, const QString& sql);
     void tbr_ButtonClick(ToolButton& button) override;
+    QString shownNode() const override;
 
 private:
     static constexpr int count = 8;
@@ -48,6 +49,8 @@ private:
     dao::Database& db() const;
     /// The condition that selects the row of an index.
     QString ofRow(int index) const;
+    /// The tree's key of the table.
+    QString tableKey() const;
 
     std::array<QCheckBox*, count> m_boxes;
     /// Whether the catalog has the rows, as of the last reading or writing.

@@ -110,6 +110,8 @@ void frmTableData::Display(const QString& datasource, const QString& database, c
         lblDescription()->clear();
         m_explain->clear();
         refreshButton().setEnabled(false);
+        m_tableKey = "DSN="_L1 + datasource + ":DB="_L1 + datasource + ":db="_L1 + database + ":TA="_L1 + database +
+                     ":ta="_L1 + table + ':'_L1;
         if (!CConnections::instance().Item(datasource))
             return;
         const QString only = definitions::defaultDatabase(datasource);

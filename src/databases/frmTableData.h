@@ -24,6 +24,7 @@ public:
     /// Asks what is wanted and shows it. Nothing happens where there is no connection.
     void Display(const QString& datasource, const QString& database, const QString& table);
     void tbr_ButtonClick(ToolButton& button) override;
+    QString shownNode() const override { return m_tableKey; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -41,5 +42,7 @@ private:
     QWidget* m_data;
     std::unique_ptr<dao::Database> m_db;
     QString m_statement;
+    /// The tree's key of the table.
+    QString m_tableKey;
     bool m_hidesPasswords = false;
 };

@@ -76,6 +76,7 @@ public:
 
     /// The key parts of the node, datasource first.
     const QStringList& keys() const { return m_keys; }
+    QString shownNode() const final { return m_keys.isEmpty() ? QString() : nodeKey(); }
 
     /// What the registry is to call for a pane that takes so many key parts.
     static panes::Operations operations(int keyParts);

@@ -114,6 +114,7 @@ bool ItemPane::Display(const QStringList& keys)
             return;
         m_owners = keys.first(keys.size() - 1);
         m_name = keys.back();
+        m_loadedName = m_name;
         lblTitle()->setText(title(State::Display));
         blank();
         EnableEdit(false);
@@ -125,7 +126,6 @@ bool ItemPane::Display(const QStringList& keys)
                 fill(*row);
         }
         displayed();
-        m_loadedName = m_name;
         m_keyChanged = false;
         enterState(State::Display, {});
         shown = true;
@@ -528,6 +528,18 @@ const Property& ItemPane::property(const QString& column) const
 QString ItemPane::nodeKey(const QString& name) const
 {
     return parentKey() + QLatin1String(m_kind.nodeType) + '='_L1 + name + ':'_L1;
+}
+
+QString ItemPane::shownNode() const
+{
+    if (m_owners.isEmpty())
+        return {};
+    if (m_name.isEmpty())
+        return parentKey();
+    // A change of the name that broke off may have left the node under the former one.
+    const QString key = nodeKey(m_name);
+    const bool isThere = mdiMain::instance().tvwExplorer().Nodes().find(key);
+    return isThere || m_loadedName.isEmpty() ? key : nodeKey(m_loadedName);
 }
 
 void ItemPane::listChanged(const QString& column)

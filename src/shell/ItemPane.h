@@ -46,6 +46,7 @@ public:
     /// The tree keys of the collection above and of the row shown.
     QString CalcParentKey() const { return parentKey(); }
     QString CalcNodeKey() const { return nodeKey(m_name); }
+    QString shownNode() const final;
 
     /// What the registry is to call for a pane whose rows have so many key parts.
     static panes::Operations operations(int keyParts);

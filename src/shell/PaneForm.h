@@ -22,6 +22,10 @@ public:
     /// the buttons' colour.
     void setWebLook(bool web);
 
+    /// The key of the tree's node whose row or rows the pane shows, of the collection for a row that is being added;
+    /// empty for a pane that shows nothing of a catalog.
+    virtual QString shownNode() const { return {}; }
+
 protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
