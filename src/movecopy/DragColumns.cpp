@@ -2,8 +2,10 @@
 #include "modDragAndDrop.h"
 
 #include "Boxes.h"
+#include "Departures.h"
 #include "DragRoutine.h"
 #include "Insertions.h"
+#include "NodeKeys.h"
 #include "Recordset.h"
 #include "modDatabase.h"
 
@@ -15,14 +17,17 @@ using modDatabase::SQLQuote;
 namespace
 {
 
-const QString sameTable = u"The source and the destination Table are the same"_s;
-
 /// Makes room for a column where another one has its type and number, if the user agrees. False if not.
 bool makeRoom(ItemDrag& drag, const TablePath& to, const QString& type, const QString& number)
 {
-    if (!drag.targetHas(u"SELECT * FROM TW_COLUMN WHERE DATABASE_NAME ='%1' AND TABLE_NAME = '%2' "
-                        "AND COLUMN_TYPE = %3 AND COLUMN_NUMBER = %4 "_s.arg(SQLQuote(to.database), SQLQuote(to.table),
-                                                                             type, number)))
+    QStringList taken;
+    for (const auto columns =
+             drag.fromTarget(u"SELECT * FROM TW_COLUMN WHERE DATABASE_NAME ='%1' AND TABLE_NAME = '%2' "
+                             "AND COLUMN_TYPE = %3 AND COLUMN_NUMBER = %4 "_s.arg(SQLQuote(to.database),
+                                                                                  SQLQuote(to.table), type, number));
+         !columns->Eof(); columns->MoveNext())
+        taken.append(text(*columns, u"COLUMN_NAME"_s));
+    if (taken.isEmpty())
         return true;
     if (!boxes::ask(u"A column already exists is in Datasource '%1', Database '%2', Table '%3' "
                     "with a Column Type of %4 and a column number of %5\n"
@@ -31,6 +36,8 @@ bool makeRoom(ItemDrag& drag, const TablePath& to, const QString& type, const QS
     drag.toTarget(
         u"DELETE FROM TW_COLUMN WHERE DATABASE_NAME = '%1' AND TABLE_NAME = '%2' "
         "AND COLUMN_NUMBER = %3  AND COLUMN_TYPE = %4"_s.arg(SQLQuote(to.database), SQLQuote(to.table), number, type));
+    for (const QString& column : taken)
+        Departures::note(nodekeys::of(u"co"_s, to.below(u"co"_s, column).Keys));
     return true;
 }
 
@@ -56,7 +63,7 @@ bool modDragAndDrop::DragColumnsToTable(const DragItem& source, const DragItem& 
     return drag.run([&] {
         const TablePath from(source);
         const TablePath to(target);
-        if (isSameSide(source, target, 3, sameTable))
+        if (isSameTable(source, target))
             return false;
         if (!drag.begin(u"Do you want to Move or Copy the Collumns collection in Datasource '%1', Database '%2' "
                         "Table '%3' to Datasource '%4', Database '%5', Table '%6'?"_s.arg(
@@ -76,12 +83,12 @@ bool modDragAndDrop::DragColumnsToTable(const DragItem& source, const DragItem& 
 bool modDragAndDrop::DragColumnToTable(const DragItem& source, const DragItem& target, DragMode mode,
                                        dao::Database* sourceDb, dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragColumnToTable"}, source, target, mode, sourceDb, targetDb);
+    ItemDrag drag("co", {"modDragAndDrop.DragColumnToTable"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
         const TablePath from(source);
         const TablePath to(target);
         const QString column = source.Keys.at(3);
-        if (isSameSide(source, target, 3, sameTable))
+        if (isSameTable(source, target))
             return false;
         if (!drag.begin(u"Do you want to Move or Copy the Column '%1' from Datasource '%2', Database '%3', Table '%4' "
                         "to Datasource '%5', Database & '%6', Table '%7'?"_s.arg(

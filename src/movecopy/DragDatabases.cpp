@@ -37,7 +37,7 @@ bool modDragAndDrop::DragDBsToDSN(const DragItem& source, const DragItem& target
 bool modDragAndDrop::DragDBToDSN(const DragItem& source, const DragItem& target, DragMode mode, dao::Database* sourceDb,
                                  dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragDBToDSN", "modDragAndDrop.DragDBtoDSN"}, source, target, mode, sourceDb,
+    ItemDrag drag("db", {"modDragAndDrop.DragDBToDSN", "modDragAndDrop.DragDBtoDSN"}, source, target, mode, sourceDb,
                   targetDb);
     return drag.run([&] {
         const QString from = source.Keys.at(0);
@@ -91,7 +91,7 @@ bool modDragAndDrop::DragTablesToDB(const DragItem& source, const DragItem& targ
 bool modDragAndDrop::DragTableToDB(const DragItem& source, const DragItem& target, DragMode mode,
                                    dao::Database* sourceDb, dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragTableToDB"}, source, target, mode, sourceDb, targetDb);
+    ItemDrag drag("ta", {"modDragAndDrop.DragTableToDB"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
         const QString from = source.Keys.at(0);
         const QString database = source.Keys.at(1);

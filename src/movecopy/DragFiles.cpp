@@ -10,6 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using insertions::quoted;
+using modDatabase::BuildDelete;
 using modDatabase::SQLQuote;
 
 namespace
@@ -51,7 +52,7 @@ bool modDragAndDrop::DragFilesToDSN(const DragItem& source, const DragItem& targ
 bool modDragAndDrop::DragFileToDSN(const DragItem& source, const DragItem& target, DragMode mode,
                                    dao::Database* sourceDb, dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragFileToDSN"}, source, target, mode, sourceDb, targetDb);
+    ItemDrag drag("fi", {"modDragAndDrop.DragFileToDSN"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
         const QString from = source.Keys.at(0);
         const QString file = source.Keys.at(1);
@@ -63,7 +64,8 @@ bool modDragAndDrop::DragFileToDSN(const DragItem& source, const DragItem& targe
                         u"Processing File '%1'"_s.arg(file)))
             return false;
 
-        const QString select = u"SELECT * FROM TW_FILE WHERE FILE_NAME = '%1'"_s.arg(SQLQuote(file));
+        const QString ofFile = u"FILE_NAME = '%1'"_s.arg(SQLQuote(file));
+        const QString select = u"SELECT * FROM TW_FILE WHERE "_s + ofFile;
         if (drag.targetHas(select)) {
             boxes::inform(u"Datasource '%1' already contains a File called '%2'!"_s.arg(to, file));
             return false;
@@ -78,8 +80,8 @@ bool modDragAndDrop::DragFileToDSN(const DragItem& source, const DragItem& targe
         DragFieldsToFile(dragItem(u"FD"_s, {from, file}), dragItem(u"fi"_s, {to, file}), drag.mode());
 
         // The fields go with the file, those too that stayed behind.
-        drag.afterMove(u"DELETE FROM TW_FILE WHERE FILE_NAME = '%1'"_s.arg(SQLQuote(file)));
-        drag.afterMove(u"DELETE FROM TW_FIELD WHERE FILE_NAME = '%1'"_s.arg(SQLQuote(file)));
+        drag.afterMove(BuildDelete(u"TW_FILE"_s, ofFile));
+        drag.afterMove(BuildDelete(u"TW_FIELD"_s, ofFile));
         return drag.done();
     });
 }
@@ -108,7 +110,7 @@ bool modDragAndDrop::DragFieldsToFile(const DragItem& source, const DragItem& ta
 bool modDragAndDrop::DragFieldToFile(const DragItem& source, const DragItem& target, DragMode mode,
                                      dao::Database* sourceDb, dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragFieldToFile"}, source, target, mode, sourceDb, targetDb);
+    ItemDrag drag("fd", {"modDragAndDrop.DragFieldToFile"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
         const QString from = source.Keys.at(0);
         const QString file = source.Keys.at(1);
@@ -120,17 +122,17 @@ bool modDragAndDrop::DragFieldToFile(const DragItem& source, const DragItem& tar
                         u"Processing Field '%1'"_s.arg(field)))
             return false;
 
-        if (drag.targetHas(u"SELECT * FROM TW_FIELD WHERE FILE_NAME = '%1' AND FIELD_NAME = '%2'"_s.arg(
-                SQLQuote(toFile), SQLQuote(field)))) {
+        const QString ofField = u"FILE_NAME = '%1' AND FIELD_NAME = '%2'"_s;
+        const QString there = ofField.arg(SQLQuote(toFile), SQLQuote(field));
+        const QString here = ofField.arg(SQLQuote(file), SQLQuote(field));
+        if (drag.targetHas(u"SELECT * FROM TW_FIELD WHERE "_s + there)) {
             boxes::inform(
                 u"Datasource '%1', File '%2' already contains a field called  '%3'!"_s.arg(to, toFile, field));
             return false;
         }
-        const auto row = drag.fromSource(u"SELECT * FROM TW_FIELD WHERE FILE_NAME = '%1' AND FIELD_NAME = '%2'"_s.arg(
-            SQLQuote(file), SQLQuote(field)));
+        const auto row = drag.fromSource(u"SELECT * FROM TW_FIELD WHERE "_s + here);
         drag.toTarget(insertions::field(*row, toFile, insertions::text));
-        drag.afterMove(u"DELETE FROM TW_FIELD WHERE FILE_NAME = '%1' AND FIELD_NAME = '%2'"_s.arg(SQLQuote(file),
-                                                                                                  SQLQuote(field)));
+        drag.afterMove(BuildDelete(u"TW_FIELD"_s, here));
         return drag.done();
     });
 }

@@ -3,6 +3,8 @@
 #include "Boxes.h"
 #include "CConnections.h"
 #include "Database.h"
+#include "Departures.h"
+#include "NodeKeys.h"
 #include "Recordset.h"
 #include "frmMoveCopy.h"
 #include "frmYesToAll.h"
@@ -36,6 +38,11 @@ bool isSameSide(const DragItem& source, const DragItem& target, int names, const
         return false;
     boxes::inform(box);
     return true;
+}
+
+bool isSameTable(const DragItem& source, const DragItem& target)
+{
+    return isSameSide(source, target, 3, u"The source and the destination Table are the same"_s);
 }
 
 DragRoutine::DragRoutine(Names names, const DragItem& source, const DragItem& target, DragMode mode,
@@ -79,6 +86,13 @@ void DragRoutine::execute(dao::Database& db, const QString& statement, const QSt
     db.Execute(statement);
 }
 
+ItemDrag::ItemDrag(const char* type, Names names, const DragItem& source, const DragItem& target, DragMode mode,
+                   dao::Database* sourceDb, dao::Database* targetDb)
+    : DragRoutine(names, source, target, mode, sourceDb, targetDb),
+      m_node(nodekeys::of(QLatin1StringView(type), source.Keys))
+{
+}
+
 bool ItemDrag::begin(const QString& question, const QString& status)
 {
     // A connection may have gone while the question was up.
@@ -95,8 +109,10 @@ bool ItemDrag::targetHas(const QString& select)
 
 void ItemDrag::afterMove(const QString& deletion)
 {
-    if (mode() == DragMode::Move)
-        execute(*m_sourceDb, deletion);
+    if (mode() != DragMode::Move)
+        return;
+    execute(*m_sourceDb, deletion);
+    Departures::note(m_node);
 }
 
 bool ItemDrag::done()

@@ -21,6 +21,9 @@ DragItem dragItem(const QString& type, const QStringList& keys);
 /// Whether source and target agree in so many names from the datasource on, which the user is then told.
 bool isSameSide(const DragItem& source, const DragItem& target, int names, const QString& box);
 
+/// The same for two tables.
+bool isSameTable(const DragItem& source, const DragItem& target);
+
 /// The names on the path of a table, or of what lies below one.
 struct TablePath {
     explicit TablePath(const DragItem& item)
@@ -92,11 +95,9 @@ private:
 class ItemDrag : public DragRoutine
 {
 public:
-    ItemDrag(Names names, const DragItem& source, const DragItem& target, DragMode mode, dao::Database* sourceDb,
-             dao::Database* targetDb)
-        : DragRoutine(names, source, target, mode, sourceDb, targetDb)
-    {
-    }
+    /// `type` is the one of the object's node, a literal.
+    ItemDrag(const char* type, Names names, const DragItem& source, const DragItem& target, DragMode mode,
+             dao::Database* sourceDb, dao::Database* targetDb);
 
     /// Finds the connections, asks if need be, and tells in the status line what goes on. False where the routine ends
     /// here.
@@ -115,6 +116,9 @@ public:
 
     /// The end of a routine that did all it had to do: true.
     bool done();
+
+private:
+    QString m_node;
 };
 
 /// A routine that carries all objects of a collection, one by one.

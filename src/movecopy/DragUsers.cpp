@@ -4,6 +4,7 @@
 #include "Boxes.h"
 #include "DragRoutine.h"
 #include "Insertions.h"
+#include "Passwords.h"
 #include "Recordset.h"
 #include "modDatabase.h"
 
@@ -15,7 +16,7 @@ using modDatabase::SQLQuote;
 namespace
 {
 
-/// Whether the target knows the user whom a privilege is for; if not the user is told.
+/// Whether the target knows the user whom a privilege is for; if not, a box says so.
 bool isUserThere(ItemDrag& drag, const QString& to, const QString& user)
 {
     if (drag.targetHas(u"SELECT * FROM TW_USER WHERE USER_NAME = '%1'"_s.arg(SQLQuote(user))))
@@ -25,7 +26,6 @@ bool isUserThere(ItemDrag& drag, const QString& to, const QString& user)
 }
 
 const QString sameDatasource = u"The source and the destination Datasources are the same"_s;
-const QString sameTable = u"The source and the destination Table are the same"_s;
 
 } // namespace
 
@@ -55,7 +55,7 @@ bool modDragAndDrop::DragUsersToDSN(const DragItem& source, const DragItem& targ
 bool modDragAndDrop::DragUserToDSN(const DragItem& source, const DragItem& target, DragMode mode,
                                    dao::Database* sourceDb, dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragUserToDSN"}, source, target, mode, sourceDb, targetDb);
+    ItemDrag drag("us", {"modDragAndDrop.DragUserToDSN"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
         const QString from = source.Keys.at(0);
         const QString user = source.Keys.at(1);
@@ -77,7 +77,7 @@ bool modDragAndDrop::DragUserToDSN(const DragItem& source, const DragItem& targe
             return u"INSERT INTO TW_USER (USER_NAME, USER_PASSWORD, REMARKS) VALUES ('%1', '%2', '%3')"_s.arg(
                 quoted(*row, u"USER_NAME"_s), password, quoted(*row, u"REMARKS"_s));
         };
-        drag.toTarget(insertion(quoted(*row, u"USER_PASSWORD"_s)), insertion(u"**********"_s));
+        drag.toTarget(insertion(quoted(*row, u"USER_PASSWORD"_s)), insertion(passwords::mask()));
         drag.afterMove(BuildDelete(u"TW_USER"_s, u"USER_NAME = '%1'"_s.arg(SQLQuote(user))));
         return drag.done();
     });
@@ -112,7 +112,7 @@ bool modDragAndDrop::DragDBPRVsToDB(const DragItem& source, const DragItem& targ
 bool modDragAndDrop::DragDBPRVToDB(const DragItem& source, const DragItem& target, DragMode mode,
                                    dao::Database* sourceDb, dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragDBPRVToDB"}, source, target, mode, sourceDb, targetDb);
+    ItemDrag drag("dbprv", {"modDragAndDrop.DragDBPRVToDB"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
         const QString from = source.Keys.at(0);
         const QString database = source.Keys.at(1);
@@ -148,7 +148,7 @@ bool modDragAndDrop::DragDBPRVToDB(const DragItem& source, const DragItem& targe
                        quoted(*row, u"ALLOW_UPDATE"_s), quoted(*row, u"ALLOW_DELETE"_s),
                        quoted(*row, u"SECURITY_LEVEL"_s), quoted(*row, u"REMARKS"_s));
         };
-        drag.toTarget(insertion(quoted(*row, u"DATABASE_PASSWORD"_s)), insertion(u"**********"_s));
+        drag.toTarget(insertion(quoted(*row, u"DATABASE_PASSWORD"_s)), insertion(passwords::mask()));
         drag.afterMove(BuildDelete(
             u"TW_DBPRV"_s, u"USER_NAME = '%1' AND DATABASE_NAME = '%2'"_s.arg(SQLQuote(user), SQLQuote(database))));
         return drag.done();
@@ -161,7 +161,7 @@ bool modDragAndDrop::DragTBLPRVsToTable(const DragItem& source, const DragItem& 
     return drag.run([&] {
         const TablePath from(source);
         const TablePath to(target);
-        if (isSameSide(source, target, 3, sameTable))
+        if (isSameTable(source, target))
             return false;
         if (!drag.begin(u"Do you want to Move or Copy the Users Tables Privileges collection in Datasource '%1', "
                         "Database '%2', Table '%3' to the Datasource '%4', Database '%5', Table '%6'?"_s.arg(
@@ -181,12 +181,12 @@ bool modDragAndDrop::DragTBLPRVsToTable(const DragItem& source, const DragItem& 
 bool modDragAndDrop::DragTBLPRVToTable(const DragItem& source, const DragItem& target, DragMode mode,
                                        dao::Database* sourceDb, dao::Database* targetDb)
 {
-    ItemDrag drag({"modDragAndDrop.DragTBLPRVToTable"}, source, target, mode, sourceDb, targetDb);
+    ItemDrag drag("tblprv", {"modDragAndDrop.DragTBLPRVToTable"}, source, target, mode, sourceDb, targetDb);
     return drag.run([&] {
         const TablePath from(source);
         const TablePath to(target);
         const QString user = source.Keys.at(3);
-        if (isSameSide(source, target, 3, sameTable))
+        if (isSameTable(source, target))
             return false;
         if (!drag.begin(u"Do you want to Move or Copy the Table User Privileges for User '%1' from Datasource '%2', "
                         "Database '%3', Table '%4' to Datasource '%5', Database '%6' Table '%7'?"_s.arg(

@@ -1,10 +1,11 @@
 #include "modDragAndDrop.h"
 
 #include "CollectionView.h"
+#include "Departures.h"
 #include "DropJudgement.h"
-#include "GridPane.h"
-#include "ItemPane.h"
-#include "NodeTypes.h"
+#include "Events.h"
+#include "NodeKeys.h"
+#include "PaneForm.h"
 #include "Routine.h"
 #include "TreeView.h"
 #include "mdiMain.h"
@@ -24,70 +25,58 @@ using Carry = std::function<bool(const DragItem& source, const DragItem& target)
 using CollectionRoutine = bool (*)(const DragItem&, const DragItem&, DragMode);
 using ItemRoutine = bool (*)(const DragItem&, const DragItem&, DragMode, dao::Database*, dao::Database*);
 
-Carry collection(CollectionRoutine routine)
+Carry wholeCollection(CollectionRoutine routine)
 {
     return [routine](const DragItem& source, const DragItem& target) { return routine(source, target, DragMode::Ask); };
 }
 
-Carry item(ItemRoutine routine)
+Carry singleItem(ItemRoutine routine)
 {
     return [routine](const DragItem& source, const DragItem& target) {
         return routine(source, target, DragMode::Ask, nullptr, nullptr);
     };
 }
 
-/// A part of a node's key: its type, and the place of its name among the names of an item.
-struct KeyPart {
-    const char* type;
-    int name;
-};
-
-/// Where a drop of one type of item goes, and what it changes on either side: a node that is read anew, and the grid of
-/// that collection with the number of its key parts.
+/// Where a drop of one type of item goes, and what it changes on either side: a node that is read anew, by its type,
+/// and the grid of that collection with the number of its key parts.
 struct Route {
     const char* source;
     Carry carry;
-    std::vector<KeyPart> node;
+    const char* node;
     const char* pane;
     int paneKeys;
+
+    QString nodeOf(const DragItem& side) const { return nodekeys::of(QLatin1StringView(node), side.Keys); }
+    QString grid() const { return QLatin1StringView(pane); }
+    QStringList gridKeys(const DragItem& side) const { return side.Keys.mid(0, paneKeys); }
 };
 
 bool carryFile(const DragItem& source, const DragItem& target)
 {
     static const QStringList noPlace{u"db"_s, u"TA"_s, u"ta"_s, u"CO"_s, u"co"_s};
-    return !noPlace.contains(target.NodeType) && item(modDragAndDrop::DragFileToDSN)(source, target);
+    return !noPlace.contains(target.NodeType) && singleItem(modDragAndDrop::DragFileToDSN)(source, target);
 }
 
 const std::vector<Route>& routes()
 {
     using namespace modDragAndDrop;
-    static const std::vector<KeyPart> files{{"DSN", 0}, {"FI", 0}};
-    static const std::vector<KeyPart> file{{"DSN", 0}, {"FI", 0}, {"fi", 1}};
-    static const std::vector<KeyPart> fields{{"DSN", 0}, {"FI", 0}, {"fi", 1}, {"FD", 1}};
-    static const std::vector<KeyPart> databases{{"DSN", 0}, {"DB", 0}};
-    static const std::vector<KeyPart> tables{{"DSN", 0}, {"DB", 0}, {"db", 1}, {"TA", 1}};
-    static const std::vector<KeyPart> table{{"DSN", 0}, {"DB", 0}, {"db", 1}, {"TA", 1}, {"ta", 2}};
-    static const std::vector<KeyPart> columns{{"DSN", 0}, {"DB", 0}, {"db", 1}, {"TA", 1}, {"ta", 2}, {"CO", 2}};
-    static const std::vector<KeyPart> users{{"DSN", 0}, {"US", 0}};
-    static const std::vector<KeyPart> dbprvs{{"DSN", 0}, {"DB", 0}, {"db", 1}, {"DBPRV", 1}};
-    static const std::vector<KeyPart> tblprvs{{"DSN", 0}, {"DB", 0}, {"db", 1}, {"TA", 1}, {"ta", 2}, {"TBLPRV", 2}};
     static const std::vector<Route> all{
-        {"FI", collection(DragFilesToDSN), files, "frmFiles", 1},
-        {"fi", carryFile, files, "frmFiles", 1},
-        {"FD", collection(DragFieldsToFile), file, "frmFields", 2},
-        {"fd", item(DragFieldToFile), fields, "frmFields", 2},
-        {"DB", collection(DragDBsToDSN), databases, "frmDatabases", 1},
-        {"db", item(DragDBToDSN), databases, "frmDatabases", 1},
-        {"TA", collection(DragTablesToDB), tables, "frmTables", 2},
-        {"ta", item(DragTableToDB), tables, "frmTables", 2},
-        {"CO", collection(DragColumnsToTable), columns, "frmColumns", 3},
-        {"co", item(DragColumnToTable), columns, "frmColumns", 3},
-        {"US", collection(DragUsersToDSN), users, "frmUsers", 1},
-        {"us", item(DragUserToDSN), users, "frmUsers", 1},
-        {"DBPRV", collection(DragDBPRVsToDB), dbprvs, "frmDBPRVs", 2},
-        {"dbprv", item(DragDBPRVToDB), dbprvs, "frmDBPRVs", 2},
-        {"TBLPRV", collection(DragTBLPRVsToTable), table, "frmTBLPRVs", 3},
-        {"tblprv", item(DragTBLPRVToTable), tblprvs, "frmTBLPRVs", 3},
+        {"FI", wholeCollection(DragFilesToDSN), "FI", "frmFiles", 1},
+        {"fi", carryFile, "FI", "frmFiles", 1},
+        {"FD", wholeCollection(DragFieldsToFile), "fi", "frmFields", 2},
+        {"fd", singleItem(DragFieldToFile), "FD", "frmFields", 2},
+        {"DB", wholeCollection(DragDBsToDSN), "DB", "frmDatabases", 1},
+        {"db", singleItem(DragDBToDSN), "DB", "frmDatabases", 1},
+        {"TA", wholeCollection(DragTablesToDB), "TA", "frmTables", 2},
+        {"ta", singleItem(DragTableToDB), "TA", "frmTables", 2},
+        {"CO", wholeCollection(DragColumnsToTable), "CO", "frmColumns", 3},
+        {"co", singleItem(DragColumnToTable), "CO", "frmColumns", 3},
+        {"US", wholeCollection(DragUsersToDSN), "US", "frmUsers", 1},
+        {"us", singleItem(DragUserToDSN), "US", "frmUsers", 1},
+        {"DBPRV", wholeCollection(DragDBPRVsToDB), "DBPRV", "frmDBPRVs", 2},
+        {"dbprv", singleItem(DragDBPRVToDB), "DBPRV", "frmDBPRVs", 2},
+        {"TBLPRV", wholeCollection(DragTBLPRVsToTable), "ta", "frmTBLPRVs", 3},
+        {"tblprv", singleItem(DragTBLPRVToTable), "TBLPRV", "frmTBLPRVs", 3},
     };
     return all;
 }
@@ -99,56 +88,31 @@ const Route* routeOf(const QString& type)
     return found == routes().end() ? nullptr : &*found;
 }
 
-QString keyOf(const std::vector<KeyPart>& node, const QStringList& names)
-{
-    QString key;
-    for (const KeyPart& part : node)
-        key += QLatin1StringView(part.type) + '='_L1 + names.at(part.name) + ':'_L1;
-    return key;
-}
-
-/// The key of the node whose row or rows the pane on view shows; empty for any other pane, and for a row to be added.
-QString shownNode()
-{
-    const Form* pane = mdiMain::instance().currentPane();
-    if (const auto* item = dynamic_cast<const ItemPane*>(pane))
-        return item->keys().back().isEmpty() ? QString() : item->CalcNodeKey();
-    const auto* grid = dynamic_cast<const GridPane*>(pane);
-    const auto found = std::find_if(routes().begin(), routes().end(), [&](const Route& route) {
-        return grid && nodetypes::isItem(QString::fromLatin1(route.source)) &&
-               grid->name() == QLatin1StringView(route.pane);
-    });
-    return found == routes().end() ? QString() : keyOf(found->node, grid->keys());
-}
-
-/// Leaves a pane whose object, or what that hangs under, has gone from a collection that has just been read anew.
-void leaveWhatIsGone(const QString& collection)
-{
-    mdiMain& window = mdiMain::instance();
-    const TreeNode* level = window.tvwExplorer().Nodes().find(collection);
-    const QString shown = shownNode();
-    if (!level || !shown.startsWith(collection) || shown == collection)
-        return;
-    for (const TreeNode* member = level->Child(); member; member = member->Next()) {
-        if (shown.startsWith(member->Key()))
-            return;
-    }
-    window.setCurrentItem(window.NodeToDragItem(window.tvwExplorer().SelectedItem()));
-    window.DisplayNode();
-}
-
 void refresh(const Route& route, const DragItem& source, const DragItem& target)
 {
-    const QString sourceNode = keyOf(route.node, source.Keys);
-    collectionview::readAnew(sourceNode);
-    collectionview::readAnew(keyOf(route.node, target.Keys));
-    const QString pane = QString::fromLatin1(route.pane);
-    const QStringList from = source.Keys.mid(0, route.paneKeys);
-    const QStringList to = target.Keys.mid(0, route.paneKeys);
-    collectionview::showAnew(pane, from);
+    collectionview::readAnew(route.nodeOf(source));
+    collectionview::readAnew(route.nodeOf(target));
+    const QStringList from = route.gridKeys(source);
+    const QStringList to = route.gridKeys(target);
+    collectionview::showAnew(route.grid(), from);
     if (to != from)
-        collectionview::showAnew(pane, to);
-    leaveWhatIsGone(sourceNode);
+        collectionview::showAnew(route.grid(), to);
+}
+
+/// The key of the node whose object the pane on view shows; empty for none.
+QString shownNode()
+{
+    const auto* pane = dynamic_cast<const PaneForm*>(mdiMain::instance().currentPane());
+    return pane ? pane->shownNode() : QString();
+}
+
+/// Shows the collection that was dropped upon, in place of the pane of something that has gone: what that pane would
+/// still write belongs nowhere.
+void showTarget(const Route& route, const DragItem& target)
+{
+    mdiMain& window = mdiMain::instance();
+    window.setCurrentItem(window.NodeToDragItem(window.tvwExplorer().SelectedItem()));
+    window.PaneDisplay(route.grid(), route.gridKeys(target));
 }
 
 } // namespace
@@ -175,6 +139,7 @@ void modDragAndDrop::DoDragOver(TreeView* tree, const DragItem& source, const Dr
 
 bool modDragAndDrop::DoDragDrop(TreeView* tree, const DragItem& source, const DragItem& target)
 {
+    const events::LongRoutine pace;
     bool dropped = false;
     Routine routine("modDragAndDrop.DoDragDrop");
     routine.run([&] {
@@ -182,9 +147,13 @@ bool modDragAndDrop::DoDragDrop(TreeView* tree, const DragItem& source, const Dr
         // Without a drag going on nothing has been judged.
         if (!allowed || !mdiMain::instance().isDragging() || !route || target.NodeType.isEmpty())
             return;
+        const QString shown = shownNode();
+        const Departures departures;
         dropped = route->carry(source, target);
         if (dropped)
             refresh(*route, source, target);
+        if (departures.took(shown))
+            showTarget(*route, target);
         mdiMain::instance().Status(u"Ready"_s);
     });
     if (tree)

@@ -1,8 +1,6 @@
 #include "DragAndDropFixture.h"
 #include "RealPanes.h"
 
-#include "CellGrid.h"
-#include "GridPane.h"
 #include "frmTWErr.h"
 #include "modDragAndDrop.h"
 
@@ -41,13 +39,12 @@ void PrintTo(const Kind& kind, std::ostream* out)
     *out << kind.name;
 }
 
-class DragOfKind : public DragAndDrop, public testing::WithParamInterface<Kind>
+class DragOfKind : public WithRealPanes<DragAndDrop>, public testing::WithParamInterface<Kind>
 {
 protected:
     void SetUp() override
     {
-        panes.emplace();
-        DragAndDrop::SetUp();
+        WithRealPanes::SetUp();
         // What every catalog has would be refused.
         change(u"DELETE FROM TW_FILE WHERE FILE_NAME = 'KEY'"_s);
         change(u"DELETE FROM TW_DB WHERE DATABASE_NAME = 'TW'"_s);
@@ -63,13 +60,6 @@ protected:
         show(from());
         show(to());
     }
-    void TearDown() override
-    {
-        window.reset();
-        panes.reset();
-        DragAndDrop::TearDown();
-    }
-
     QString from() const { return key(GetParam().source); }
     QString to() const { return there(GetParam().target); }
     void drag(const QString& answer)
@@ -89,25 +79,14 @@ protected:
             node.append(u"TBLPRV"_s);
         return node;
     }
-    QStringList rowsOnView() const
-    {
-        const auto* grid = window->currentPane()->findChild<CellGrid*>(u"grd"_s);
-        QStringList all;
-        for (int row = 0; grid && row < grid->Rows(); ++row)
-            all.append(grid->TextMatrix(row, 0));
-        return all;
-    }
     /// What the grid of a node shows when it is displayed anew.
     QStringList displayed(const QString& node)
     {
         const QString pane = currentPane();
-        const auto* grid = dynamic_cast<const GridPane*>(window->currentPane());
-        EXPECT_NE(grid, nullptr) << node.toStdString();
-        window->PaneDisplay(pane, QStringList(grid->keys()));
-        return rowsOnView();
+        EXPECT_NE(dynamic_cast<const GridPane*>(window->currentPane()), nullptr) << node.toStdString();
+        window->PaneDisplay(pane, paneKeys());
+        return gridRows();
     }
-
-    std::optional<RealPanes> panes;
 };
 
 std::vector<Kind> kinds()
@@ -198,9 +177,9 @@ TEST_P(DragOfKind, ShowsTheGridOfItsTargetAnewIfItIsOnView)
     const QString grid = there(collection(GetParam().targetNode));
     show(grid);
     click(grid);
-    const QStringList before = rowsOnView();
+    const QStringList before = gridRows();
     drag(u"cmdCopy"_s);
-    const QStringList after = rowsOnView();
+    const QStringList after = gridRows();
     EXPECT_NE(after, before);
     EXPECT_EQ(after, displayed(grid));
 }
@@ -210,9 +189,9 @@ TEST_P(DragOfKind, ShowsTheGridOfItsSourceAnewIfItIsOnView)
     const QString grid = key(collection(GetParam().sourceNode));
     show(grid);
     click(grid);
-    const QStringList before = rowsOnView();
+    const QStringList before = gridRows();
     drag(u"cmdMove"_s);
-    const QStringList after = rowsOnView();
+    const QStringList after = gridRows();
     EXPECT_NE(after, before);
     EXPECT_EQ(after, displayed(grid));
 }

@@ -1,75 +1,29 @@
 // What the pane on view shows after a drag or a copy.
 #include "CopyDialogFixture.h"
 #include "DragAndDropFixture.h"
+#include "DropDown.h"
 #include "RealPanes.h"
-
-#include "CellGrid.h"
-#include "GridPane.h"
-#include "ItemPane.h"
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-QStringList gridRows()
-{
-    const auto* grid = mdiMain::instance().currentPane()->findChild<CellGrid*>(u"grd"_s);
-    QStringList all;
-    for (int row = 0; grid && row < grid->Rows(); ++row)
-        all.append(grid->TextMatrix(row, 0));
-    return all;
-}
-
-class DragPanes : public DragAndDrop
+class DragPanes : public WithRealPanes<DragAndDrop>
 {
 protected:
-    void SetUp() override
+    void drag(const QString& from, const QString& to, const QString& answer)
     {
-        panes.emplace();
-        DragAndDrop::SetUp();
-    }
-    void TearDown() override
-    {
-        window.reset();
-        panes.reset();
-        DragAndDrop::TearDown();
-    }
-    void move(const QString& from, const QString& to)
-    {
-        dialogs.expect(u"frmMoveCopy"_s, [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdMove"_s); });
+        dialogs.expect(u"frmMoveCopy"_s, [answer](DialogForm& dialog) { DialogScript::click(dialog, answer); });
         dragTo(from, to);
         verify();
     }
-    QStringList paneKeys() const
-    {
-        if (const auto* grid = dynamic_cast<const GridPane*>(window->currentPane()))
-            return grid->keys();
-        const auto* item = dynamic_cast<const ItemPane*>(window->currentPane());
-        return item ? item->keys() : QStringList();
-    }
+    void move(const QString& from, const QString& to) { drag(from, to, u"cmdMove"_s); }
 
     const QStringList payroll{u"FI"_s, u"fi=PAYROLL"_s};
-    std::optional<RealPanes> panes;
 };
 
-class CopyPanes : public CopyDialogTest
-{
-protected:
-    void SetUp() override
-    {
-        panes.emplace();
-        CopyDialogTest::SetUp();
-    }
-    void TearDown() override
-    {
-        window.reset();
-        panes.reset();
-        CopyDialogTest::TearDown();
-    }
-
-    std::optional<RealPanes> panes;
-};
+using CopyPanes = WithRealPanes<CopyDialogTest>;
 
 } // namespace
 
@@ -134,8 +88,7 @@ TEST_F(DragPanes, ThePaneOfWhatWasCopiedStays)
     show(there({u"FI"_s}));
     show(key(payroll));
     click(key(payroll));
-    dialogs.expect(u"frmMoveCopy"_s, [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCopy"_s); });
-    dragTo(key(payroll), there({u"FI"_s}));
+    drag(key(payroll), there({u"FI"_s}), u"cmdCopy"_s);
     EXPECT_EQ(currentPane(), u"frmFile"_s);
     EXPECT_EQ(paneKeys(), (QStringList{datasource, u"PAYROLL"_s}));
 }
@@ -158,4 +111,23 @@ TEST_F(CopyPanes, ShowTheGridOfTheirCollectionAnew)
     copyTable(accept);
     EXPECT_EQ(currentPane(), u"frmTables"_s);
     EXPECT_TRUE(gridRows().contains(u"ORDERS1"_s));
+}
+
+TEST_F(CopyPanes, ShowTheTablesOfTheOtherDatabaseThatWasChosen)
+{
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('DEPOT')"_s);
+    const QString depotTables = key({u"DB"_s, u"db=DEPOT"_s, u"TA"_s});
+    expandTo(key(database + QStringList{u"TA"_s}));
+    expandTo(depotTables);
+    click(depotTables);
+    ASSERT_EQ(currentPane(), u"frmTables"_s);
+    ASSERT_FALSE(gridRows().contains(u"ORDERS"_s));
+    copyTable([&](DialogForm& dialog) {
+        dialog.findChild<DropDown*>(u"cboDB"_s)->select(u"DEPOT"_s);
+        enter(dialog, u"txtTable"_s, u"ORDERS"_s);
+        press(dialog, ok);
+    });
+    EXPECT_NE(find(depotTables + u"ta=ORDERS:"_s), nullptr);
+    EXPECT_EQ(currentPane(), u"frmTables"_s);
+    EXPECT_TRUE(gridRows().contains(u"ORDERS"_s));
 }
