@@ -4,6 +4,9 @@
 #include "frmTWErr.h"
 #include "modDragAndDrop.h"
 
+#include <QCursor>
+#include <QTest>
+
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +19,22 @@ namespace
 
 const QStringList payroll{u"FI"_s, u"fi=PAYROLL"_s};
 const QStringList depot{u"DB"_s, u"db=DEPOT"_s};
+
+/// Writes down which routines run when a move of the pointer reaches a widget.
+class MovesAt final : public QObject
+{
+public:
+    explicit MovesAt(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseMove)
+            stacks.push_back(frmTWErr::CallStack());
+        return false;
+    }
+
+    std::vector<QStringList> stacks;
+};
 
 } // namespace
 
@@ -258,38 +277,6 @@ TEST_F(DragAndDrop, CancelAtTheQuestionLeavesTheTreeAlone)
     EXPECT_EQ(selectedKey(), key(payroll));
 }
 
-TEST_F(DragAndDrop, TheStatusLineTellsWhatIsBeingCarried)
-{
-    using namespace modDragAndDrop;
-    using Single = bool (*)(const DragItem&, const DragItem&, DragMode, dao::Database*, dao::Database*);
-    const QString d = datasource;
-    const std::vector<std::tuple<Single, DragItem, DragItem, QString>> all{
-        {DragFileToDSN, item(u"fi"_s, {d, u"PAYROLL"_s}), item(u"FI"_s, {other}), u"Processing File 'PAYROLL'"_s},
-        {DragFieldToFile, item(u"fd"_s, {d, u"PAYROLL"_s, u"SALARY"_s}), item(u"fi"_s, {other, u"F"_s}),
-         u"Processing Field 'SALARY'"_s},
-        {DragDBToDSN, item(u"db"_s, {d, u"SALES"_s}), item(u"DB"_s, {other}), u"Processing Database 'SALES'"_s},
-        {DragTableToDB, item(u"ta"_s, {d, u"SALES"_s, u"ORDERS"_s}), item(u"db"_s, {other, u"B"_s}),
-         u"Processing Table 'ORDERS'"_s},
-        {DragColumnToTable, item(u"co"_s, {d, u"SALES"_s, u"ORDERS"_s, u"BUYER"_s}),
-         item(u"ta"_s, {other, u"B"_s, u"T"_s}), u"Processing Column 'BUYER'"_s},
-        {DragUserToDSN, item(u"us"_s, {d, u"CLERK"_s}), item(u"US"_s, {other}), u"Processing User 'CLERK'"_s},
-        {DragDBPRVToDB, item(u"dbprv"_s, {d, u"SALES"_s, u"ADMIN"_s}), item(u"db"_s, {other, u"B"_s}),
-         u"Processing User 'ADMIN'"_s},
-        {DragTBLPRVToTable, item(u"tblprv"_s, {d, u"SALES"_s, u"ORDERS"_s, u"CLERK"_s}),
-         item(u"ta"_s, {other, u"B"_s, u"T"_s}), u"Processing User 'CLERK'"_s},
-    };
-    for (const auto& [routine, source, target, status] : all) {
-        statements.clear();
-        statements.failAt(1);
-        errors.expect([this, status = status](QWidget& form) {
-            EXPECT_EQ(statusText(), status);
-            ScriptedErrorForm::press(form, Press::Ignore);
-        });
-        EXPECT_FALSE(routine(source, target, DragMode::Copy, nullptr, nullptr));
-        verify();
-    }
-}
-
 TEST_F(DragAndDrop, AConnectionThatGoesWhileTheQuestionIsUpEndsIt)
 {
     dialogs.expect(u"frmMoveCopy"_s, [&](DialogForm& dialog) {
@@ -333,6 +320,59 @@ TEST_F(DragAndDrop, AFaultWhileTheTreeIsReadAnewLeavesWhatWasDone)
     EXPECT_NE(find(there(payroll)), nullptr);
     EXPECT_FALSE(window->isDragging());
     EXPECT_EQ(frmTWErr::CallStack(), QStringList());
+}
+
+TEST_F(DragAndDrop, AFailureIsReportedWithTheWayFromTheDrop)
+{
+    show(key(payroll));
+    show(there({u"FI"_s}));
+    grab(key(payroll));
+    moveOver(there({u"FI"_s}));
+    dialogs.expect(u"frmMoveCopy"_s, [&](DialogForm& dialog) {
+        statements.clear();
+        statements.failAt(1);
+        DialogScript::click(dialog, u"cmdMove"_s);
+    });
+    errors.expect(Press::Ignore);
+    release(textPosition(there({u"FI"_s})));
+    verify();
+    ASSERT_EQ(errors.shown().size(), 1u);
+    EXPECT_EQ(errors.shown().front().trappedIn, u"modDragAndDrop.DragFileToDSN"_s);
+    const QStringList& stack = errors.shown().front().callStack;
+    for (const QString& routine :
+         {u"modDragAndDrop.DragFileToDSN"_s, u"modDragAndDrop.DoDragDrop"_s, u"mdiMain.tvwExplorer_DragDrop"_s})
+        EXPECT_TRUE(stack.contains(routine)) << routine.toStdString() << " in " << stack.join(' ').toStdString();
+    EXPECT_EQ(frmTWErr::CallStack(), QStringList());
+}
+
+TEST_F(DragAndDrop, WhatTheUserDoesMeanwhileWaitsForTheEndOfTheDrop)
+{
+    furnish();
+    changeOther(u"UPDATE TW_COLUMN SET COLUMN_NUMBER = 2, COLUMN_TYPE = 0 WHERE COLUMN_NAME = 'WEIGHT'"_s);
+    const QStringList column{u"DB"_s, u"db=SALES"_s, u"TA"_s, u"ta=ORDERS"_s, u"CO"_s, u"co=AMOUNT"_s};
+    const QStringList columns{u"DB"_s, u"db=DEPOT"_s, u"TA"_s, u"ta=PARTS"_s, u"CO"_s};
+    show(key(column));
+    show(there(columns));
+    MovesAt seen(*tree().viewport());
+    grab(key(column));
+    moveOver(there(columns));
+    dialogs.expect(u"frmMoveCopy"_s, [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCopy"_s); });
+    boxes.expectAsk(u"A column already exists is in Datasource '%1', Database 'DEPOT', Table 'PARTS' "
+                    "with a Column Type of 0 and a column number of 2\nDo you want to overwrite it?"_s.arg(other),
+                    boxes::Answer::Yes, [&] {
+                        seen.stacks.clear();
+                        // Into the queue of the window system, as any input of the user comes.
+                        QCursor::setPos(tree().viewport()->mapToGlobal(textPosition(key())));
+                    });
+    boxes.expectInform(u"WARNING - The Column 'AMOUNT' refers Field 'SALARY' which does not exists in \n"
+                       "File 'PAYROLL' (refered to by Table 'PARTS')."_s);
+    release(textPosition(there(columns)));
+    verify();
+    EXPECT_EQ(seen.stacks.size(), 0u);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !seen.stacks.empty(); }));
+    for (const QStringList& stack : seen.stacks)
+        EXPECT_EQ(stack, QStringList());
+    EXPECT_EQ(selectedKey(), there(columns));
 }
 
 TEST_F(DragAndDrop, ACollectionThatCannotBeListedEndsItsRoutineAlone)
