@@ -129,3 +129,16 @@ TEST_F(ColumnPlaces, NamesOfAnyKindAreOverwrittenToo)
     EXPECT_EQ(world.value(other, u"SELECT FIELD_NAME FROM TW_COLUMN WHERE TABLE_NAME = 'P''%2'"_s), u"SALARY"_s);
     EXPECT_EQ(columnsHere().size(), 2);
 }
+
+TEST_F(ColumnPlaces, AColumnWithoutItsNumberIsReportedBeforeAnythingIsWritten)
+{
+    change(u"UPDATE TW_COLUMN SET COLUMN_NUMBER = NULL WHERE COLUMN_NAME = 'AMOUNT'"_s);
+    const QStringList before = bothCatalogs();
+    errors.expect(Press::Ignore);
+    EXPECT_FALSE(DragColumnToTable(amount(), parts(), DragMode::Move));
+    ASSERT_EQ(errors.shown().size(), 1u);
+    EXPECT_EQ(errors.shown().front().trappedIn, u"modDragAndDrop.DragColumnToTable"_s);
+    EXPECT_TRUE(said().back().endsWith(u"AND COLUMN_TYPE = 0 AND COLUMN_NUMBER =  "_s));
+    EXPECT_EQ(statements.writes(), QStringList());
+    EXPECT_EQ(bothCatalogs(), before);
+}

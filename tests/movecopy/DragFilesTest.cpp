@@ -185,14 +185,17 @@ TEST_F(DragFiles, ACollectionMovesAsAWhole)
 
 TEST_F(DragFiles, WithSystemTablesShownTheyGoAlong)
 {
-    settings::save(u"Options"_s, u"SysTables"_s, 1);
     const QStringList all = fileNames(datasource);
-    changeOther(u"DELETE FROM TW_FILE"_s);
-    changeOther(u"DELETE FROM TW_FIELD"_s);
-    EXPECT_TRUE(DragFilesToDSN(files(datasource), files(other), DragMode::Copy));
-    EXPECT_EQ(said().front(), u"S: SELECT FILE_NAME FROM TW_FILE "_s);
-    EXPECT_EQ(fileNames(other), all);
     EXPECT_TRUE(all.contains(u"COLUMN"_s));
+    for (const int shown : {1, 2, -1}) {
+        settings::save(u"Options"_s, u"SysTables"_s, shown);
+        changeOther(u"DELETE FROM TW_FILE"_s);
+        changeOther(u"DELETE FROM TW_FIELD"_s);
+        statements.clear();
+        EXPECT_TRUE(DragFilesToDSN(files(datasource), files(other), DragMode::Copy));
+        EXPECT_EQ(said().front(), u"S: SELECT FILE_NAME FROM TW_FILE "_s) << shown;
+        EXPECT_EQ(fileNames(other), all) << shown;
+    }
 }
 
 TEST_F(DragFiles, YesAsksAgainYesToAllNeverAndNoEnds)

@@ -79,9 +79,34 @@ TEST_F(DragReports, ShowNoPasswordOfAnInsertThatFailed)
                                "ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE, SECURITY_LEVEL, REMARKS) "
                                "VALUES ('CLERK', 'DEPOT', 'DBA', '**********', '0', '0', '0', '0', '', '')"_s));
     EXPECT_TRUE(said().back().contains(u"'hush'"_s));
+}
+
+TEST_F(DragReports, ShowNoPasswordWhenTheDriverItselfRefuses)
+{
+    change(u"UPDATE TW_USER SET USER_PASSWORD = 's''ecret' WHERE USER_NAME = 'CLERK'"_s);
+    change(u"UPDATE TW_DBPRV SET DATABASE_USERNAME = 'DBA', DATABASE_PASSWORD = 'hush' WHERE USER_NAME = 'CLERK'"_s);
+    for (const char* table : {"TW_USER", "TW_DBPRV"})
+        changeOther(u"CREATE TRIGGER full_%1 BEFORE INSERT ON %1 "
+                    "BEGIN SELECT RAISE(ABORT, 'database or disk is full'); END"_s.arg(QLatin1String(table)));
+    const QStringList before = bothCatalogs();
+    errors.expect(Press::Ignore);
+    EXPECT_FALSE(
+        modDragAndDrop::DragUserToDSN(item(u"us"_s, {datasource, u"CLERK"_s}), item(u"US"_s, {other}), DragMode::Move));
+    EXPECT_TRUE(said().back().contains(u"'s''ecret'"_s));
+    EXPECT_EQ(bothCatalogs(), before);
+
+    change(u"UPDATE TW_DBPRV SET USER_NAME = 'ADMIN' WHERE USER_NAME = 'CLERK'"_s);
+    errors.expect(Press::Ignore);
+    EXPECT_FALSE(
+        modDragAndDrop::DragDBPRVToDB(item(u"dbprv"_s, {datasource, u"SALES"_s, u"ADMIN"_s}), depot(), DragMode::Move));
+    EXPECT_TRUE(said().back().contains(u"'hush'"_s));
+    verify();
+    ASSERT_EQ(errors.shown().size(), 2u);
     for (const auto& shown : errors.shown()) {
-        EXPECT_FALSE(shown.additional.contains(u"ecret"_s) || shown.description.contains(u"ecret"_s));
-        EXPECT_FALSE(shown.additional.contains(u"hush"_s) || shown.description.contains(u"hush"_s));
+        EXPECT_TRUE(shown.description.contains(u"database or disk is full"_s)) << shown.description.toStdString();
+        const QString all = shown.description + shown.additional + shown.callStack.join('\n');
+        EXPECT_TRUE(all.contains(u"**********"_s));
+        EXPECT_FALSE(all.contains(u"ecret"_s) || all.contains(u"hush"_s)) << all.toStdString();
     }
 }
 
@@ -184,5 +209,52 @@ TEST_F(DragReports, AreNoneWhereASideHasNoConnection)
                 DragTBLPRVToTable(item(u"tblprv"_s, {from, u"SALES"_s, u"ORDERS"_s, u"CLERK"_s}), toTable, mode));
         }
     }
+    EXPECT_EQ(said(), QStringList());
+}
+
+TEST_F(DragReports, ACollectionAsksBeforeItMissesItsConnection)
+{
+    using namespace modDragAndDrop;
+    const QString third = datasource + u"Third"_s;
+    world.addDatasource(third);
+    const auto asked = [this](const std::function<bool(DragMode)>& routine) {
+        bool hasAsked = false;
+        dialogs.expect(u"frmMoveCopy"_s, [&](DialogForm& dialog) {
+            hasAsked = true;
+            DialogScript::click(dialog, u"cmdMove"_s);
+        });
+        EXPECT_FALSE(routine(DragMode::Ask));
+        EXPECT_TRUE(hasAsked);
+        verify();
+    };
+    const DragItem toDatabase = item(u"db"_s, {third, u"B"_s});
+    const DragItem toTable = item(u"ta"_s, {third, u"B"_s, u"T"_s});
+    const QString d = datasource;
+    asked([&](DragMode mode) { return DragFilesToDSN(item(u"FI"_s, {d}), item(u"FI"_s, {third}), mode); });
+    asked([&](DragMode mode) {
+        return DragFieldsToFile(item(u"FD"_s, {d, u"PAYROLL"_s}), item(u"fi"_s, {third, u"F"_s}), mode);
+    });
+    asked([&](DragMode mode) { return DragDBsToDSN(item(u"DB"_s, {d}), item(u"DB"_s, {third}), mode); });
+    asked([&](DragMode mode) { return DragTablesToDB(item(u"TA"_s, {d, u"SALES"_s}), toDatabase, mode); });
+    asked([&](DragMode mode) {
+        return DragColumnsToTable(item(u"CO"_s, {d, u"SALES"_s, u"ORDERS"_s}), toTable, mode);
+    });
+    asked([&](DragMode mode) { return DragUsersToDSN(item(u"US"_s, {d}), item(u"US"_s, {third}), mode); });
+    asked([&](DragMode mode) { return DragDBPRVsToDB(item(u"DBPRV"_s, {d, u"SALES"_s}), toDatabase, mode); });
+    asked([&](DragMode mode) {
+        return DragTBLPRVsToTable(item(u"TBLPRV"_s, {d, u"SALES"_s, u"ORDERS"_s}), toTable, mode);
+    });
+
+    // What is carried alone misses it first.
+    EXPECT_FALSE(DragFileToDSN(item(u"fi"_s, {d, u"PAYROLL"_s}), item(u"FI"_s, {third}), DragMode::Ask));
+    EXPECT_FALSE(
+        DragFieldToFile(item(u"fd"_s, {d, u"PAYROLL"_s, u"SALARY"_s}), item(u"fi"_s, {third, u"F"_s}), DragMode::Ask));
+    EXPECT_FALSE(DragDBToDSN(item(u"db"_s, {d, u"SALES"_s}), item(u"DB"_s, {third}), DragMode::Ask));
+    EXPECT_FALSE(DragTableToDB(item(u"ta"_s, {d, u"SALES"_s, u"ORDERS"_s}), toDatabase, DragMode::Ask));
+    EXPECT_FALSE(DragColumnToTable(item(u"co"_s, {d, u"SALES"_s, u"ORDERS"_s, u"AMOUNT"_s}), toTable, DragMode::Ask));
+    EXPECT_FALSE(DragUserToDSN(item(u"us"_s, {d, u"CLERK"_s}), item(u"US"_s, {third}), DragMode::Ask));
+    EXPECT_FALSE(DragDBPRVToDB(item(u"dbprv"_s, {d, u"SALES"_s, u"CLERK"_s}), toDatabase, DragMode::Ask));
+    EXPECT_FALSE(
+        DragTBLPRVToTable(item(u"tblprv"_s, {d, u"SALES"_s, u"ORDERS"_s, u"CLERK"_s}), toTable, DragMode::Ask));
     EXPECT_EQ(said(), QStringList());
 }

@@ -236,6 +236,7 @@ TEST_F(DragUsers, AMovedTableTellsOfEveryPrivilegeWhoseUserIsMissing)
 TEST_F(DragUsers, AFaultIsMendedByARetry)
 {
     addClerk();
+    change(u"INSERT INTO TW_USER (USER_NAME) VALUES ('ZOE')"_s);
     sweep([&] {
         EXPECT_TRUE(DragDBPRVsToDB(item(u"DBPRV"_s, {datasource, u"SALES"_s}), depot(), DragMode::Move));
         EXPECT_TRUE(
@@ -244,6 +245,8 @@ TEST_F(DragUsers, AFaultIsMendedByARetry)
         expectGoOn(u"Do you want to continue with the remainder of the Users in this collection?"_s, u"cmdYesAll"_s);
         boxes.expectInform(u"Datasource '%1' already contains a User called 'CLERK'!"_s.arg(other));
         EXPECT_TRUE(DragUsersToDSN(item(u"US"_s, {datasource}), otherUsers(), DragMode::Move));
+        EXPECT_EQ(rowsOf(other, u"TW_USER"_s, u"USER_NAME = 'ZOE'"_s).size(), 1);
+        EXPECT_EQ(rowsOf(datasource, u"TW_USER"_s, u"USER_NAME = 'ZOE'"_s), QStringList());
     });
 }
 
@@ -281,4 +284,30 @@ TEST_F(DragUsers, AnIgnoredFaultLeavesTheRoutineAndWhatItDid)
         EXPECT_EQ(said(), clerkOnTable(true).first(k));
         EXPECT_EQ(errors.shown().back().trappedIn, u"modDragAndDrop.DragTBLPRVToTable"_s);
     }
+}
+
+TEST_F(DragUsers, ARefusalByTheTargetsRightsIsOneBoxAndTheSourceStays)
+{
+    addClerk();
+    const QStringList before = bothCatalogs();
+    const auto expectRefusal = [&](int insertion) {
+        statements.clear();
+        statements.failAt(insertion, {{42000, u"no privileges on the table"_s}});
+        boxes.expect(u"The current user has insufficient privileges to complete this action."_s, boxes::Icon::None);
+    };
+    change(u"INSERT INTO TW_USER (USER_NAME) VALUES ('ZOE')"_s);
+    expectRefusal(3);
+    EXPECT_FALSE(DragUserToDSN(user(u"ZOE"_s), otherUsers(), DragMode::Move));
+    EXPECT_TRUE(said().back().startsWith(u"T: INSERT INTO TW_USER "_s));
+    change(u"DELETE FROM TW_USER WHERE USER_NAME = 'ZOE'"_s);
+    expectRefusal(4);
+    EXPECT_FALSE(DragDBPRVToDB(dbprv(), depot(), DragMode::Move));
+    EXPECT_TRUE(said().back().startsWith(u"T: INSERT INTO TW_DBPRV "_s));
+    expectRefusal(4);
+    EXPECT_FALSE(DragTBLPRVToTable(tblprv(), parts(), DragMode::Move));
+    EXPECT_TRUE(said().back().startsWith(u"T: INSERT INTO TW_TBLPRV "_s));
+    verify();
+    EXPECT_EQ(errors.shown().size(), 0u);
+    EXPECT_EQ(bothCatalogs(), before);
+    EXPECT_EQ(frmTWErr::CallStack(), QStringList());
 }
