@@ -1,6 +1,7 @@
 #include "CopyDialogFixture.h"
 
 #include "DropDown.h"
+#include "Settings.h"
 
 #include <QInputMethodEvent>
 
@@ -325,6 +326,24 @@ TEST_F(CopyDialogs, ATableNeedsADatabase)
         press(dialog, cancel);
     });
     EXPECT_EQ(statements.writes(), QStringList());
+}
+
+TEST_F(CopyDialogs, ATableOfTheCatalogIsCopiedOnceADatabaseIsChosen)
+{
+    settings::save(u"Options"_s, u"SysTables"_s, 1);
+    change(u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) VALUES ('TW', 'LOG', 'KEY')"_s);
+    copy({u"DB"_s, u"db=TW"_s, u"TA"_s, u"ta=LOG"_s}, u"mnu_TableCopy"_s, u"frmTableCopy"_s, [&](DialogForm& dialog) {
+        auto* databases = dialog.findChild<DropDown*>(u"cboDB"_s);
+        EXPECT_EQ(databases->currentText(), QString());
+        EXPECT_EQ(databases->count(), 1);
+        boxes.expectInform(u"Please select a Database for the new Table."_s);
+        press(dialog, ok);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(statements.writes(), QStringList());
+        databases->select(u"SALES"_s);
+        press(dialog, ok);
+    });
+    EXPECT_EQ(rowsOf(datasource, u"TW_TABLE"_s, u"DATABASE_NAME = 'SALES' AND FILE_NAME = 'KEY'"_s).size(), 1);
 }
 
 TEST_F(CopyDialogs, MissingNumbersStayMissing)

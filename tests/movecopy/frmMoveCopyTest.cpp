@@ -36,6 +36,21 @@ TEST_F(MoveCopyQuestion, EachButtonHasItsAnswer)
     EXPECT_EQ(static_cast<int>(DragMode::Copy), 2);
 }
 
+TEST_F(MoveCopyQuestion, TheButtonThatWasClickedIsMarkedAlone)
+{
+    const QStringList buttons{u"cmdCopy"_s, u"cmdMove"_s, u"cmdCancel"_s};
+    for (const QString& clicked : buttons) {
+        ask([&](DialogForm& dialog) {
+            for (const QString& button : buttons)
+                EXPECT_EQ(dialog.findChild<QPushButton*>(button)->property("Tag").toString(), QString());
+            DialogScript::click(dialog, clicked);
+            for (const QString& button : buttons)
+                EXPECT_EQ(dialog.findChild<QPushButton*>(button)->property("Tag").toString(),
+                          button == clicked ? u"True"_s : QString());
+        });
+    }
+}
+
 TEST_F(MoveCopyQuestion, ClosingItOtherwiseIsACancel)
 {
     EXPECT_EQ(ask([](DialogForm& dialog) { dialog.close(); }), DragMode::Stop);
