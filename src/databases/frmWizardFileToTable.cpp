@@ -367,6 +367,8 @@ void frmWizardFileToTable::cmdFinish_Click()
     Routine routine("frmWizardFileToTable.cmdFinish_Click");
     routine.run([&] { made = finish(); });
     if (made) {
+        // The tree yields while it opens, and the wizard has nothing more to take.
+        setEnabled(false);
         showTables();
         forms::unload(name());
     }

@@ -4,8 +4,12 @@
 #include "CConnections.h"
 #include "MousePointer.h"
 #include "ToolBar.h"
+#include "frmTWErr.h"
 
+#include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
+#include <QTimer>
 
 #include <ostream>
 #include <tuple>
@@ -158,6 +162,36 @@ TEST_F(WizardFinish, EndsAlsoWhenTheTablesCannotBeShown)
     EXPECT_EQ(statusText(), u"Ready"_s);
     EXPECT_EQ(mousepointer::current(), mousepointer::Default);
     EXPECT_TRUE(errors.shown().empty());
+}
+
+TEST_F(WizardFinish, WhatIsPressedWhileTheTablesAreReadStartsNothing)
+{
+    keepOneField();
+    QStringList routines;
+    statements.clear();
+    open([&](DialogForm& form) {
+        fillIn(form);
+        meanwhile(u"SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'SALES' ORDER BY"_s, [&] {
+            QTimer::singleShot(0, &form, [&] {
+                routines = frmTWErr::CallStack();
+                auto& button = dialog::get<QWidget>(form, finish);
+                const QPointF middle = button.rect().center();
+                for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+                    QMouseEvent click(type, middle, button.mapToGlobal(middle), Qt::LeftButton,
+                                      type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {});
+                    QCoreApplication::sendEvent(&button, &click);
+                }
+                QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, {});
+                QCoreApplication::sendEvent(&form, &enter);
+            });
+        });
+        boxes.expectInform(created);
+        DialogScript::click(form, finish);
+    });
+    EXPECT_TRUE(routines.contains(u"frmWizardFileToTable.cmdFinish_Click"_s)) << routines.join(' '_L1).toStdString();
+    EXPECT_EQ(statements.statements().count(countFields(u"STOCK"_s)), 1);
+    EXPECT_EQ(currentPane(), u"frmTables"_s);
+    EXPECT_EQ(children(key(level())), (QStringList{u"ORDERS"_s, u"STOCK"_s}));
 }
 
 TEST_F(WizardFinish, TheTableMayHaveAnotherNameThanTheFile)
