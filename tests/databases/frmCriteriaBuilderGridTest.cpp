@@ -110,6 +110,34 @@ TEST_F(CriteriaInTheGrid, WhatIsLongerThanTheColumnIsCutAndTold)
     EXPECT_EQ(editorText(), QString(1024, u'x'));
 }
 
+TEST_F(CriteriaInTheGrid, AStoredCriteriaLongerThanItsColumnStaysWholeUnlessItIsEdited)
+{
+    const QString longer(1100, u'x');
+    change(u"UPDATE TW_TABLE SET CRITERIA = '%1' WHERE TABLE_NAME = 'ITEMS'"_s.arg(longer));
+    openTables();
+    enter(rowOf(u"ITEMS"_s));
+    for (const QString& end : {u"cmdCancel"_s, u"cmdOK"_s}) {
+        build([&](DialogForm& form) {
+            EXPECT_EQ(built(form).size(), 1100);
+            DialogScript::click(form, end);
+        });
+        EXPECT_EQ(editorText().size(), 1100);
+    }
+    leave();
+    EXPECT_EQ(statements.writes(), QStringList());
+    EXPECT_EQ(cell(u"ITEMS"_s, heading), longer);
+
+    enter(rowOf(u"ITEMS"_s));
+    boxes.expectInform(u"The criteria is longer than the catalog can hold: only the first 1024 of its 1112 characters "
+                       "have been kept."_s);
+    build([](DialogForm& form) {
+        DialogScript::click(form, u"cmdComp_13"_s);
+        DialogScript::click(form, u"cmdOK"_s);
+    });
+    boxes.verify();
+    EXPECT_EQ(editorText(), longer.left(1024));
+}
+
 TEST_F(CriteriaInTheGrid, CancelLeavesTheCellAndWritesNothing)
 {
     openTables();

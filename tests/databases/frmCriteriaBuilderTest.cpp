@@ -318,6 +318,34 @@ TEST_F(CriteriaBuilder, WhatIsLongerThanTheColumnIsCutInThePaneAndTold)
     EXPECT_EQ(storedCriteria(), QString(1024, u'x'));
 }
 
+TEST_F(CriteriaBuilder, AStoredCriteriaLongerThanItsColumnStaysWholeUnlessItIsEdited)
+{
+    const QString longer(1100, u'x');
+    change(u"UPDATE TW_TABLE SET CRITERIA = '%1' WHERE TABLE_NAME = 'ITEMS'"_s.arg(longer));
+    open(table(u"ITEMS"_s));
+    for (const QString& end : {cancel, ok}) {
+        build([&](DialogForm& form) {
+            EXPECT_EQ(built(form).size(), 1100);
+            DialogScript::click(form, end);
+        });
+        EXPECT_EQ(text(u"CRITERIA"_s), longer.left(1024)) << "The entry shows what fits";
+        EXPECT_EQ(state(), u"Table Edit: Up1 OK Cancel"_s);
+    }
+    write(u"REMARKS"_s, u"x"_s);
+    press(u"OK"_s);
+    EXPECT_EQ(storedCriteria(), longer);
+
+    click(key(table(u"ITEMS"_s)));
+    boxes.expectInform(u"The criteria is longer than the catalog can hold: only the first 1024 of its 1112 characters "
+                       "have been kept."_s);
+    build([](DialogForm& form) {
+        DialogScript::click(form, u"cmdComp_13"_s);
+        DialogScript::click(form, ok);
+    });
+    boxes.verify();
+    EXPECT_EQ(text(u"CRITERIA"_s), longer.left(1024));
+}
+
 // Tables -------------------------------------------------------------------------------------------------------------
 
 TEST_F(CriteriaBuilder, ATableWithoutColumnsKeepsItsCriteria)
