@@ -198,13 +198,14 @@ QString LineImporter::upper(int column) const
     return u'\'' + SQLQuote(m_columns[column].toString().toUpper()) + u'\'';
 }
 
-/// Only a number stands in a statement without quotes: anything else could be a statement of its own.
+/// Only a number stands in a statement without quotes: anything else could be a statement of its own. What stands there
+/// in its place is not told, for a quote within a line moves columns, and it may be a password.
 QString LineImporter::bare(int column) const
 {
     const QString value = m_columns[column].toString();
     if (!conversions::IsNumeric(value))
         throw RuntimeError(ErrorNumber::TypeMismatch, RuntimeError::usualDescription(ErrorNumber::TypeMismatch) +
-                                                          ": '"_L1 + value + "' is no number (Col "_L1 +
-                                                          QString::number(column) + ')'_L1);
+                                                          ": the line has no number in column "_L1 +
+                                                          QString::number(column));
     return value;
 }

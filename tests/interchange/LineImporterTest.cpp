@@ -269,8 +269,23 @@ TEST_F(LineImporterTest, ANumberThatIsNoneNeverStandsInAStatement)
         errors.expect(Press::Ignore);
         EXPECT_EQ(importFile({"FILE,A,INDEXED,FIXED,\""_L1 + QLatin1String(value) + '"'_L1}), QStringList()) << value;
     }
-    EXPECT_EQ(errors.shown()[0].description, u"Type mismatch: '0); DELETE FROM TW_FILE; --' is no number (Col 5)"_s);
+    EXPECT_EQ(errors.shown()[0].description, u"Type mismatch: the line has no number in column 5"_s);
     EXPECT_EQ(wholeCatalog(), former);
+}
+
+TEST_F(LineImporterTest, ANumberThatIsNoneIsNotShownForItMayBeAPassword)
+{
+    // Quotes within a user's name or a password move what stands behind them.
+    for (const QString& line : {uR"("DBPRV","CLERK","SALES","O"BRIEN","TOP-SECRET",1,1,1,1,"TABLE")"_s,
+                                uR"("DBPRV","CLERK","SALES","OBRIEN","TOP"SECRET",1,1,1,1,"TABLE")"_s}) {
+        errors.expect(Press::Ignore);
+        EXPECT_EQ(importFile({line}), QStringList());
+        const auto& shown = errors.shown().back();
+        EXPECT_EQ(shown.number, u"13"_s);
+        EXPECT_EQ(shown.additional, u"Line 1"_s);
+        EXPECT_FALSE(shown.description.contains("SECRET"_L1)) << shown.description.toStdString();
+    }
+    EXPECT_EQ(statements.writes(), QStringList());
 }
 
 TEST_F(LineImporterTest, AnUnknownTypeIsReportedAndTheLineLost)

@@ -375,3 +375,17 @@ TEST_F(CSVRemoveAllTest, AnIgnoredFailureEndsIt)
     EXPECT_EQ(statements.writes().size(), 3);
     EXPECT_EQ(stored(u"SELECT DATABASE_NAME FROM TW_DB WHERE DATABASE_NAME <> 'TW'"_s), QStringList{"SALES"});
 }
+
+TEST_F(CSVValidateTest, ARestartBeginsWithNoProgress)
+{
+    const auto act = [&](DialogForm& dialog) {
+        action(dialog);
+        EXPECT_EQ(progress(dialog).value(), 2);
+        write(u"in.csv"_s, "");
+        boxes.expect(u"The CSV is empty"_s, boxes::Icon::Information, [&] { EXPECT_EQ(progress(dialog).value(), 0); });
+        action(dialog);
+        EXPECT_EQ(findings(dialog), QStringList());
+        cancel(dialog);
+    };
+    importFile(writeLines(u"in.csv"_s, {u"X"_s, u"Y"_s}), act);
+}
