@@ -1,7 +1,9 @@
 #include "DatabasePrivilegeFixture.h"
 
 #include "Settings.h"
+
 #include "ToolBar.h"
+#include <QWheelEvent>
 
 #include <QApplication>
 #include <QPushButton>
@@ -117,6 +119,25 @@ TEST_F(DatabasePrivilegePane, BothBoxesOfThePasswordAreEquallyDarkWhileTheyAreLo
         return control(name).palette().color(QPalette::Disabled, QPalette::Text);
     };
     EXPECT_EQ(ink(u"txtConfirm"_s), ink(u"txtProperty_DATABASE_PASSWORD"_s));
+}
+
+TEST_F(DatabasePrivilegePane, TheWheelOverTheUserChangesNothing)
+{
+    open(clerk());
+    for (const QString& column : {u"USER_NAME"_s, u"SECURITY_LEVEL"_s}) {
+        SCOPED_TRACE(column.toStdString());
+        const QString before = text(column);
+        const QString focused = focus();
+        for (const int turn : {-120, 120}) {
+            const QPointF middle = list(column).rect().center();
+            QWheelEvent wheel(middle, list(column).mapToGlobal(middle), {}, {0, turn}, Qt::NoButton, {},
+                              Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(&list(column), &wheel);
+            EXPECT_EQ(text(column), before) << turn;
+        }
+        EXPECT_EQ(focus(), focused);
+    }
+    EXPECT_EQ(state(), u"User Edit: Up1 OK Cancel"_s);
 }
 
 TEST_F(DatabasePrivilegePane, TheWordOfAFlagIsAsGoodAsItsBox)

@@ -1,6 +1,7 @@
 #include "DropDown.h"
 
 #include <QTest>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -89,4 +90,19 @@ TEST_F(DropDownTest, FillingItAnewWithoutTheSelectedTextIsAChange)
     EXPECT_EQ(taken(), QStringList{""});
     list.refill({});
     EXPECT_EQ(taken(), QStringList());
+}
+
+TEST_F(DropDownTest, TheWheelLeavesTheChoiceAlone)
+{
+    list.select("VARIABLE");
+    taken();
+    for (const int turn : {-120, 120}) {
+        QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, turn}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&list, &wheel);
+        // What the list stands on may scroll by it.
+        EXPECT_FALSE(wheel.isAccepted()) << turn;
+    }
+    EXPECT_EQ(list.currentText(), "VARIABLE");
+    EXPECT_EQ(taken(), QStringList());
+    EXPECT_EQ(list.focusPolicy(), Qt::StrongFocus);
 }

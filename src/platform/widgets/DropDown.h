@@ -3,7 +3,8 @@
 #include <QComboBox>
 
 /// A list to choose from. `Change` comes with every other selection, whether the user or the program makes it, and
-/// never while the list is being filled anew unless the text that was selected is no longer there.
+/// never while the list is being filled anew unless the text that was selected is no longer there. The wheel scrolls
+/// what the list stands on and leaves the choice alone.
 class DropDown : public QComboBox
 {
     Q_OBJECT
@@ -18,6 +19,9 @@ public:
 
 signals:
     void Change();
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     int m_index = -1;
