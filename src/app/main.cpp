@@ -5,7 +5,6 @@
 #include "MoveCopyRoom.h"
 #include "Resources.h"
 #include "ShellPanes.h"
-#include "UnspokenPasswords.h"
 #include "UsersRoom.h"
 #include "WorkbenchStyle.h"
 #include "mdiMain.h"
@@ -23,7 +22,6 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(application::version());
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(new WorkbenchStyle);
-    const UnspokenPasswords unspoken;
     initQuorvaneResources();
     registerShellPanes();
     registerFilesRoom();

@@ -4,6 +4,7 @@
 #include "DragItem.h"
 #include "PaneRegistry.h"
 #include "TreeView.h"
+#include "UnspokenPasswords.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -141,6 +142,8 @@ private:
     bool makeCurrent(const QString& pane);
     void forgetCurrentPane();
 
+    /// From before the first entry that could hold a password.
+    const UnspokenPasswords m_unspoken;
     bool m_debug = false;
     CNodes m_nodes;
     DragItem m_currentItem;

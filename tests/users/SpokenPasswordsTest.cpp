@@ -1,7 +1,6 @@
 #include "PasswordsFixture.h"
 
 #include "ScreenReader.h"
-#include "UnspokenPasswords.h"
 
 #include <memory>
 #include <ostream>
@@ -12,20 +11,18 @@ using namespace passwordsearch;
 namespace
 {
 
-/// The panes and grids with a screen reader behind them.
+/// The panes and grids with a screen reader behind them, which listens before the window comes up.
 class SpokenPasswords : public Passwords
 {
 protected:
     void SetUp() override
     {
         m_reader = std::make_unique<ScreenReader>();
-        m_unspoken = std::make_unique<UnspokenPasswords>();
         Passwords::SetUp();
     }
     void TearDown() override
     {
         Passwords::TearDown();
-        m_unspoken.reset();
         m_reader.reset();
     }
 
@@ -48,7 +45,6 @@ protected:
 
 private:
     std::unique_ptr<ScreenReader> m_reader;
-    std::unique_ptr<UnspokenPasswords> m_unspoken;
 };
 
 } // namespace

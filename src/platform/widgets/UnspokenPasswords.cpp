@@ -30,30 +30,30 @@ QString hidden(const QString& text)
     return QString(text.size(), QLatin1Char('*'));
 }
 
+/// Hands a change of a text on with other texts in it.
+template <class Change, class... Texts>
+void handOnMasked(QLineEdit& entry, QAccessibleEvent& event, Texts (Change::*... texts)() const)
+{
+    const auto& change = static_cast<const Change&>(event);
+    Change masked(&entry, change.changePosition(), hidden((change.*texts)())...);
+    masked.setCursorPosition(change.cursorPosition());
+    handOn(&masked);
+}
+
 void pass(QAccessibleEvent* event)
 {
     auto* entry = qobject_cast<QLineEdit*>(event->object());
-    if (!entry || entry->echoMode() == QLineEdit::Normal) {
+    if (!entry || entry->echoMode() == QLineEdit::Normal)
         handOn(event);
-    } else if (event->type() == QAccessible::TextInserted) {
-        const auto& change = static_cast<const QAccessibleTextInsertEvent&>(*event);
-        QAccessibleTextInsertEvent masked(entry, change.changePosition(), hidden(change.textInserted()));
-        masked.setCursorPosition(change.cursorPosition());
-        handOn(&masked);
-    } else if (event->type() == QAccessible::TextRemoved) {
-        const auto& change = static_cast<const QAccessibleTextRemoveEvent&>(*event);
-        QAccessibleTextRemoveEvent masked(entry, change.changePosition(), hidden(change.textRemoved()));
-        masked.setCursorPosition(change.cursorPosition());
-        handOn(&masked);
-    } else if (event->type() == QAccessible::TextUpdated) {
-        const auto& change = static_cast<const QAccessibleTextUpdateEvent&>(*event);
-        QAccessibleTextUpdateEvent masked(entry, change.changePosition(), hidden(change.textRemoved()),
-                                          hidden(change.textInserted()));
-        masked.setCursorPosition(change.cursorPosition());
-        handOn(&masked);
-    } else {
+    else if (event->type() == QAccessible::TextInserted)
+        handOnMasked(*entry, *event, &QAccessibleTextInsertEvent::textInserted);
+    else if (event->type() == QAccessible::TextRemoved)
+        handOnMasked(*entry, *event, &QAccessibleTextRemoveEvent::textRemoved);
+    else if (event->type() == QAccessible::TextUpdated)
+        handOnMasked(*entry, *event, &QAccessibleTextUpdateEvent::textRemoved,
+                     &QAccessibleTextUpdateEvent::textInserted);
+    else
         handOn(event);
-    }
 }
 
 } // namespace
