@@ -193,8 +193,11 @@ private:
         for (const QAccessible::Text kind : {QAccessible::Name, QAccessible::Value, QAccessible::Description,
                                              QAccessible::Help, QAccessible::Accelerator})
             note(widget, "spoken", accessible.text(kind));
-        if (QAccessibleTextInterface* text = accessible.textInterface())
+        if (QAccessibleTextInterface* text = accessible.textInterface()) {
             note(widget, "read out", text->text(0, text->characterCount()));
+            if (qobject_cast<const QLineEdit*>(&widget))
+                lookAtPieces(widget, *text);
+        }
         if (QAccessibleTableInterface* table = accessible.tableInterface()) {
             for (int row = 0; row < table->rowCount(); ++row) {
                 for (int column = 0; column < table->columnCount(); ++column) {
@@ -202,6 +205,28 @@ private:
                         note(widget, "spoken cell", cell->text(QAccessible::Name) + cell->text(QAccessible::Value));
                 }
             }
+        }
+    }
+
+    /// What a screen reader gets that walks through a text.
+    void lookAtPieces(const QWidget& widget, QAccessibleTextInterface& text) const
+    {
+        int start = 0;
+        int end = 0;
+        for (const QAccessible::TextBoundaryType boundary :
+             {QAccessible::CharBoundary, QAccessible::WordBoundary, QAccessible::SentenceBoundary,
+              QAccessible::ParagraphBoundary, QAccessible::LineBoundary, QAccessible::NoBoundary}) {
+            QString before;
+            QString at;
+            QString after;
+            for (int offset = 0; offset < text.characterCount(); ++offset) {
+                before += text.textBeforeOffset(offset, boundary, &start, &end);
+                at += text.textAtOffset(offset, boundary, &start, &end);
+                after += text.textAfterOffset(offset, boundary, &start, &end);
+            }
+            note(widget, "walked before", before);
+            note(widget, "walked at", at);
+            note(widget, "walked after", after);
         }
     }
 

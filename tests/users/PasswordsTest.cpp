@@ -14,6 +14,9 @@ TEST_F(Passwords, TheSearchFindsWhatShowsSomewhere)
     const QStringList found = leaks();
     for (const char* place : {"txtProperty_REMARKS text", "txtProperty_REMARKS spoken", "txtProperty_REMARKS read out"})
         EXPECT_FALSE(found.filter(QLatin1String(place)).isEmpty()) << place;
+    box(u"txtProperty_USER_NAME"_s).setText(sign + u"-"_s + sign);
+    for (const char* piece : {"walked before", "walked at", "walked after"})
+        EXPECT_FALSE(leaks().filter(u"txtProperty_USER_NAME "_s + QLatin1String(piece)).isEmpty()) << piece;
     box(u"txtConfirm"_s).setText(sign);
     EXPECT_FALSE(leaks().filter(u"txtConfirm text"_s).isEmpty());
     EXPECT_TRUE(leaks(true).filter(u"txtConfirm"_s).isEmpty());

@@ -19,12 +19,12 @@ void PrintTo(Refusal refusal, std::ostream* out)
 }
 
 template <class Base>
-class Refused : public WithUsers<Base>, public testing::WithParamInterface<Refusal>
+class Refused : public Base, public testing::WithParamInterface<Refusal>
 {
 protected:
     void SetUp() override
     {
-        WithUsers<Base>::SetUp();
+        Base::SetUp();
         if (GetParam() == Refusal::ReadOnly) {
             // Catalogs of a write format that is newer than what the engine knows are read and never written.
             this->change(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
@@ -41,17 +41,24 @@ protected:
     void expectRefusal(const QString& routine, Act act)
     {
         this->statements.clear();
-        if (GetParam() == Refusal::ReadOnly) {
-            this->errors.expect(Press::Ignore);
-        } else {
-            // Behind what the write asks first, if anything.
-            this->boxes.expect(u"The current user has insufficient privileges to complete this action."_s,
-                               boxes::Icon::None);
-        }
+        expectReport();
         act();
         this->errors.verify();
         this->boxes.verify();
         EXPECT_EQ(this->statements.writes().size(), 1);
+        expectNoChange(routine);
+    }
+    /// What each refusal ends in, behind what the write asks first, if anything.
+    void expectReport()
+    {
+        if (GetParam() == Refusal::ReadOnly)
+            this->errors.expect(Press::Ignore);
+        else
+            this->boxes.expect(u"The current user has insufficient privileges to complete this action."_s,
+                               boxes::Icon::None);
+    }
+    void expectNoChange(const QString& routine)
+    {
         EXPECT_EQ(this->wholeCatalog(), m_before);
         if (GetParam() == Refusal::ReadOnly) {
             EXPECT_EQ(this->errors.shown().back().description,
@@ -72,8 +79,8 @@ private:
     QStringList m_before;
 };
 
-using RefusedPanes = Refused<ItemTest>;
-using RefusedGrids = Refused<GridTest>;
+using RefusedPanes = Refused<UsersItemTest>;
+using RefusedGrids = Refused<WithUsers<GridTest>>;
 
 } // namespace
 
@@ -115,6 +122,19 @@ TEST_P(RefusedPanes, NothingIsAdded)
     EXPECT_EQ(text(u"USER_NAME"_s), u"NEW"_s);
     EXPECT_EQ(children(key({u"US"_s})), (QStringList{u"ADMIN"_s, u"BOSS"_s, u"CLERK"_s}));
 
+    open(ofDatabase(u"SALES"_s, u"CLERK"_s));
+    press(u"Cancel"_s);
+    press(u"User Add"_s);
+    pick(u"USER_NAME"_s, u"BOSS"_s);
+    pick(u"SECURITY_LEVEL"_s, u"TABLE"_s);
+    writePassword(u"DATABASE_PASSWORD"_s, u"secret"_s);
+    expectRefusal(u"frmDBPRV.tbr_ButtonClick"_s, [&] {
+        refuse(2);
+        press(u"OK"_s);
+    });
+    EXPECT_EQ(text(u"USER_NAME"_s), u"BOSS"_s);
+    EXPECT_EQ(passwords(u"DATABASE_PASSWORD"_s), (QStringList{u"SECRET"_s, u"SECRET"_s}));
+
     open(ofTable(u"SALES"_s, u"ORDERS"_s, u"CLERK"_s));
     press(u"Cancel"_s);
     press(u"User Add"_s);
@@ -126,7 +146,29 @@ TEST_P(RefusedPanes, NothingIsAdded)
     EXPECT_EQ(text(u"USER_NAME"_s), u"BOSS"_s);
 }
 
-TEST_P(RefusedPanes, NothingIsRenamedAndNothingDeleted)
+TEST_P(RefusedPanes, ARenameIsRefusedTwiceAndChangesNothing)
+{
+    open(user(u"CLERK"_s));
+    write(u"USER_NAME"_s, u"teller"_s);
+    boxes.expectAsk(wantsPassword, boxes::Answer::No);
+    expectReport();
+    expectReport();
+    statements.clear();
+    // Whether the name is free, the row as it is, its removal, and what else was entered.
+    refuse(3);
+    refuse(4);
+    press(u"OK"_s);
+    errors.verify();
+    boxes.verify();
+    EXPECT_EQ(statements.writes(), (QStringList{u"DELETE FROM TW_USER WHERE USER_NAME = 'CLERK'"_s,
+                                                updateRemarks(u"CLERK"_s, u"at the desk"_s)}));
+    expectNoChange(u"frmUser.tbr_ButtonClick"_s);
+    EXPECT_EQ(state(), u"User Edit: Up1 OK Cancel Undo"_s);
+    EXPECT_EQ(text(u"USER_NAME"_s), u"TELLER"_s);
+    EXPECT_EQ(children(key({u"US"_s})), (QStringList{u"ADMIN"_s, u"BOSS"_s, u"CLERK"_s}));
+}
+
+TEST_P(RefusedPanes, NothingIsDeleted)
 {
     for (const auto& [steps, question, routine] :
          {std::tuple(user(u"CLERK"_s), mayDelete, u"frmUser"_s),

@@ -13,7 +13,6 @@ TEST_F(DatabasePrivilegePane, OkAtOnceLeavesThePassword)
 {
     open(clerk());
     statements.clear();
-    write(u"REMARKS"_s, u"sells"_s);
     press(u"OK"_s);
     EXPECT_EQ(sent(), (QStringList{updateRow(asItWas, u"CLERK"_s), readRow(u"CLERK"_s)}));
     EXPECT_EQ(databasePrivileges(), (QStringList{clerkOnDepot, clerkOnSales}));

@@ -2,6 +2,8 @@
 
 #include "ToolBar.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
 
@@ -90,6 +92,9 @@ TEST_F(UsersGrid, TheNameOfTheAdministratorCannotBeEntered)
         hit(key);
         EXPECT_EQ(editor(), nullptr) << key;
     }
+    QApplication::clipboard()->setText(u"root"_s);
+    hit(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(editor(), nullptr);
     doubleClick(0, u"User Name"_s);
     EXPECT_EQ(editor(), nullptr);
     change(u"ADMIN"_s, u"User Password"_s, u"root"_s);
