@@ -22,6 +22,12 @@ bool IsDigits(const Token& token)
     return token.kind == Token::Kind::Word && std::all_of(token.text.begin(), token.text.end(), IsDigit);
 }
 
+/// Whether something is calculated or compared here; each token of punctuation is one byte of an operator.
+bool IsOperator(const Token& token)
+{
+    return token.kind == Token::Kind::Punctuation && token.text.find_first_of("+-*/%|&~<>=!") == 0;
+}
+
 bool IsWord(const Token& token, std::string_view word)
 {
     return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
@@ -35,7 +41,7 @@ public:
         : m_tokens(Tokenize(statement)), m_isDecimal(isDecimal)
     {
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
-            if (IsDecimalColumn(i))
+            if (IsDecimalColumn(i) && !IsOperand(i))
                 ReadComparison(i + 1);
     }
 
@@ -55,6 +61,15 @@ private:
         if (token.kind == Token::Kind::Name)
             return m_isDecimal(InUpperCase(token.text.substr(1, token.text.size() - 2)));
         return token.kind == Token::Kind::Word && m_isDecimal(InUpperCase(token.text));
+    }
+
+    /// Whether the column, qualified or not, is what an operator in front of it takes. The comparison behind it is not
+    /// the column's own then, and its other side no text: texts are greater than all numbers.
+    bool IsOperand(std::size_t i) const
+    {
+        while (i >= 2 && IsThere(i - 1, "."))
+            i -= 2;
+        return i >= 1 && IsOperator(m_tokens[i - 1]);
     }
 
     void ReadComparison(std::size_t i)

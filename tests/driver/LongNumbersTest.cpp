@@ -23,6 +23,8 @@ TEST(LongNumbers, AreQuotedWhereADecimalColumnIsComparedWithThem)
         {"WIDE NOT BETWEEN -1 AND 1234567890123456.5 AND 1", "WIDE NOT BETWEEN -1 AND '1234567890123456.5' AND 1"},
         {"WIDE IN (1, 1234567890123456.5, -.12345678901234567)",
          "WIDE IN (1, '1234567890123456.5', '-.12345678901234567')"},
+        {"1 < 2 AND (WIDE < 12345678901234567)", "1 < 2 AND (WIDE < '12345678901234567')"},
+        {"NOT b.x.WIDE < 12345678901234567", "NOT b.x.WIDE < '12345678901234567'"},
     };
     for (const auto& statement : statements)
         EXPECT_EQ(Quoted(statement[0]), statement[1]);
@@ -30,10 +32,29 @@ TEST(LongNumbers, AreQuotedWhereADecimalColumnIsComparedWithThem)
 
 TEST(LongNumbers, AreLeftAsTheyAreAnywhereElse)
 {
-    for (const char* statement :
-         {"WIDE = 123456789012345", "OTHER = 12345678901234567.89", "WIDE + 1 = 12345678901234567.89",
-          "WIDE = 12345678901234567.89 + 1", "WIDE = - 12345678901234567.89", "'WIDE = 12345678901234567.89'",
-          "WIDE = '12345678901234567.89'", "SUM(WIDE) > 12345678901234567.89", "WIDE =", "WIDE IN (", "WIDE BETWEEN",
-          "WIDE = 1234567890123456e1", "12345678901234567 12345678901234567 WIDE"})
+    for (const char* statement : {"WIDE = 123456789012345",
+                                  "OTHER = 12345678901234567.89",
+                                  "WIDE + 1 = 12345678901234567.89",
+                                  "WIDE = 12345678901234567.89 + 1",
+                                  "WIDE = - 12345678901234567.89",
+                                  "'WIDE = 12345678901234567.89'",
+                                  "WIDE = '12345678901234567.89'",
+                                  "SUM(WIDE) > 12345678901234567.89",
+                                  "WIDE =",
+                                  "WIDE IN (",
+                                  "WIDE BETWEEN",
+                                  "1 * WIDE < 12345678901234567.89",
+                                  "-WIDE < 12345678901234567.89",
+                                  "5 + x.WIDE BETWEEN 1 AND 1234567890123456",
+                                  "5 % [a].[x].[WIDE] IN (12345678901234567)",
+                                  "1 - WIDE >= 12345678901234567",
+                                  "1 / WIDE = 12345678901234567",
+                                  "'' || WIDE = 12345678901234567",
+                                  "1 & WIDE = 12345678901234567",
+                                  "~WIDE = 12345678901234567",
+                                  "1 < WIDE < 12345678901234567",
+                                  "1 <> WIDE = 12345678901234567",
+                                  "WIDE = 1234567890123456e1",
+                                  "12345678901234567 12345678901234567 WIDE"})
         EXPECT_EQ(Quoted(statement), statement);
 }

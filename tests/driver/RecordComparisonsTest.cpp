@@ -55,6 +55,18 @@ TEST_F(RecordComparisons, WideDecimalsAreEqualInEveryDigit)
               "one|one\ntwo|two\ntri|tri\nless|less\n");
 }
 
+TEST_F(RecordComparisons, WhatIsCalculatedFromWideDecimalsIsANumber)
+{
+    Make("SUMS", sums, wideSums);
+    const std::string select = "SELECT NAME FROM BANK_SUMS WHERE ";
+    EXPECT_EQ(Rows(select + "1 * WIDE < 22345678901234567.89 AND WIDE > 0"), "one\ntwo\ntri\n");
+    EXPECT_EQ(Rows(select + "1 * BANK_SUMS.WIDE > 22345678901234567.89"), "");
+    EXPECT_EQ(Rows(select + "-WIDE > 11345678901234567.89"), "less\n");
+    EXPECT_EQ(Rows(select + "5 + WIDE BETWEEN 1 AND 22345678901234567.89"), "one\ntwo\ntri\n");
+    DefineTable("SOME", "SUMS", "SUMS.dat", "-BANK_SOME.WIDE > 11345678901234567.89");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SOME"), "less\n");
+}
+
 TEST_F(RecordComparisons, WideDecimalsInCriteriaAreExactToo)
 {
     Make("SUMS", sums, wideSums);
