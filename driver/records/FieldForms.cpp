@@ -106,6 +106,10 @@ const char* FieldDecoder::ShowDecimal(const Decimal& decimal, Value& value, std:
     case Shown::Date:
     case Shown::Time:
     case Shown::Timestamp: {
+        if (decimal.negative && decimal.magnitude != 0)
+            return "it is negative, and no date is";
+        if (decimal.scale != 0)
+            return "it has a scale, and no date has";
         WriteDecimal(false, decimal.magnitude, 0, room);
         if (room.size() < m_formatWidth)
             room.insert(0, m_formatWidth - room.size(), '0');

@@ -312,6 +312,8 @@ const TextCase texts[] = {
     {"TIMESTAMP-8", "\x01", "", Shown::Timestamp, "!the field is not of 8 bytes"},
     {"ZONED-U", "19981231", "YYYYMMDD", Shown::Date, "1998-12-31"},
     {"PACKED", "\x00\x10\x20\x3C"s, "YYMMDD", Shown::Date, "2001-02-03"},
+    {"PACKED", "\x01\x99\x90\x10\x1D", "YYYYMMDD", Shown::Date, "!it is negative, and no date is"},
+    {"PACKED", "\x00\x00\x0D"s, "YYYYMMDD", Shown::Date, "~"},
 };
 
 } // namespace
@@ -340,6 +342,8 @@ TEST(FieldDecoder, AFormThatCannotHoldANumberRefusesIt)
     EXPECT_EQ(Shows(MakeField("ZONED-U", 38, -1), Shown::Integer, "68056473384187692692674921486353642292"),
               "!the number is too large for its column")
         << "ten times this is 0 in 128 bits, and a little more";
+    EXPECT_EQ(Shows(MakeField("ZONED-U", 8, 2, "YYYYMMDD"), Shown::Date, "19990101"),
+              "!it has a scale, and no date has");
 }
 
 TEST(FieldDecoder, AColumnsLimitsHoldForItsNumbers)
