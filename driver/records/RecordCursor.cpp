@@ -41,11 +41,11 @@ RecordCursor::Step RecordCursor::Next()
     return Step::End;
 }
 
-void RecordCursor::Seek(std::uint64_t position, std::uint64_t number)
+RecordCursor::Step RecordCursor::Seek(std::uint64_t position, std::uint64_t number)
 {
     m_next = std::min<std::size_t>(position, m_content.size());
     m_number = number - 1;
-    Next();
+    return Next();
 }
 
 RecordCursor::Step RecordCursor::Corrupt(std::string reason)

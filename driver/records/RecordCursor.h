@@ -22,8 +22,9 @@ public:
     /// length cannot be: nobody knows where the next one begins. `Reason` tells more of both; they are the last step.
     Step Next();
 
-    /// Goes to a record whose place `Next` gave once.
-    void Seek(std::uint64_t position, std::uint64_t number);
+    /// Goes to a record whose place `Next` gave once, or, in other content than that, to what is at or behind that
+    /// place.
+    Step Seek(std::uint64_t position, std::uint64_t number);
 
     /// The record without its head; of a short one, what there is of it.
     std::string_view Bytes() const { return m_bytes; }

@@ -55,6 +55,10 @@ public:
     /// SQLite lets in one after the other. Throws RecordError.
     std::shared_ptr<const MappedFile> File() const;
 
+    /// The data file as `File` gave it last: what the criteria's own statement reads, so that it tells of the records
+    /// which its table goes through, whatever another program adds meanwhile. Throws RecordError.
+    std::shared_ptr<const MappedFile> LastFile() const;
+
 private:
     TableDefinition m_definition;
     BadFields m_badFields;

@@ -30,13 +30,13 @@ RecordScan::~RecordScan()
 
 void RecordScan::Begin()
 {
-    Open(Table().File());
+    Open(m_table.unfiltered ? Table().LastFile() : Table().File());
     BeginAll();
 }
 
 void RecordScan::BeginWith(std::size_t column, sqlite3_value* value)
 {
-    Open(Table().File());
+    Open(m_table.unfiltered ? Table().LastFile() : Table().File());
     if (sqlite3_value_type(value) == SQLITE_NULL) {
         m_isAtEnd = true;
         return;
@@ -100,8 +100,9 @@ void RecordScan::StepFound()
     m_isAtEnd = m_found->empty();
     if (m_isAtEnd)
         return;
-    m_records->Seek(m_found->front().position, m_found->front().number);
+    const KeyIndex::Place place = m_found->front();
     m_found->pop_front();
+    GoTo(place);
 }
 
 void RecordScan::StepChosen()
@@ -114,8 +115,18 @@ void RecordScan::StepChosen()
     const Inside guard(m_table.insideCriteria);
     m_isAtEnd = !m_chosen->Next();
     if (!m_isAtEnd)
-        m_records->Seek(static_cast<std::uint64_t>(m_chosen->Number(0)),
-                        static_cast<std::uint64_t>(m_chosen->Number(1)));
+        GoTo({static_cast<std::uint64_t>(m_chosen->Number(0)), static_cast<std::uint64_t>(m_chosen->Number(1))});
+}
+
+void RecordScan::GoTo(const KeyIndex::Place& place)
+{
+    using Step = RecordCursor::Step;
+    const Step step = m_records->Seek(place.position, place.number);
+    const bool isRecord = step == Step::Record || (step == Step::Short && Table().WhenBad() == BadFields::Null);
+    if (isRecord && m_records->Position() == place.position)
+        return;
+    RefuseCutFile(true);
+    throw RecordError("The data file '" + m_file->Path() + "' was changed while it was read.");
 }
 
 void RecordScan::RefuseCutFile(bool now) const

@@ -66,6 +66,7 @@ private:
     void StepRecord();
     void StepFound();
     void StepChosen();
+    void GoTo(const KeyIndex::Place& place);
     void RefuseCutFile(bool now) const;
     void Open(std::shared_ptr<const MappedFile> file);
     void BeginAll();

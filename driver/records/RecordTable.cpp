@@ -111,4 +111,9 @@ std::shared_ptr<const MappedFile> RecordTable::File() const
     return m_file;
 }
 
+std::shared_ptr<const MappedFile> RecordTable::LastFile() const
+{
+    return m_file ? m_file : File();
+}
+
 } // namespace tarnwick::records

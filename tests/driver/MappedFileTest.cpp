@@ -69,6 +69,22 @@ protected:
             << sqlite3_errmsg(m_engine);
     }
 
+    /// Gives the table a criteria that does something to the data file. A deterministic function without arguments is
+    /// called before the first record is read, one that is asked for a field when its record is.
+    void DoInCriteria(const std::string& criteria, void (*act)(const std::string& path), int flags)
+    {
+        m_act = act;
+        const auto call = [](sqlite3_context* context, int, sqlite3_value**) {
+            const auto& self = *static_cast<const ChangingFile*>(sqlite3_user_data(context));
+            self.m_act(self.Path());
+            sqlite3_result_int(context, 1);
+        };
+        ASSERT_EQ(sqlite3_create_function(m_engine, "act", -1, SQLITE_UTF8 | flags, this, call, nullptr, nullptr),
+                  SQLITE_OK);
+        const std::string update = "UPDATE TW_TABLE SET CRITERIA = '" + criteria + "' WHERE DATABASE_NAME = 'B'";
+        ASSERT_EQ(sqlite3_exec(m_engine, update.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+
     /// Steps at most so often; gives the rows.
     int Step(int most)
     {
@@ -83,6 +99,7 @@ protected:
     sqlite3_stmt* m_statement = nullptr;
     std::optional<RecordTables> m_tables;
     int m_answer = SQLITE_OK;
+    void (*m_act)(const std::string& path) = nullptr;
 };
 
 } // namespace
@@ -113,6 +130,36 @@ TEST_F(ChangingFile, ReplacedWhileItIsReadIsReadToItsEnd)
     EXPECT_EQ(m_answer, SQLITE_DONE);
     Prepare();
     EXPECT_EQ(Step(recordCount), 1);
+}
+
+TEST_F(ChangingFile, AppendedToBetweenTheFileAndItsCriteriaHasTheRecordsOfBefore)
+{
+    DoInCriteria(
+        "act()", [](const std::string& path) { std::ofstream(path, std::ios::binary | std::ios::app) << "ijklmnop"; },
+        SQLITE_DETERMINISTIC);
+    Prepare();
+    EXPECT_EQ(Step(2 * recordCount), recordCount);
+    EXPECT_EQ(m_answer, SQLITE_DONE);
+    Prepare();
+    EXPECT_EQ(Step(2 * recordCount), recordCount + 1);
+}
+
+TEST_F(ChangingFile, WhoseRecordIsGoneOnceItMetTheCriteriaIsToldOf)
+{
+    ASSERT_EQ(sqlite3_exec(m_engine, "UPDATE TW_FILE SET FILE_ORGANISATION = 'RELATIVE' WHERE FILE_NAME = 'T'", nullptr,
+                           nullptr, nullptr),
+              SQLITE_OK);
+    DoInCriteria(
+        "act(F)",
+        [](const std::string& path) {
+            std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+            file << std::string(8, '\0');
+        },
+        0);
+    Prepare();
+    EXPECT_EQ(Step(recordCount), 0);
+    EXPECT_EQ(m_answer, SQLITE_ERROR);
+    EXPECT_EQ(sqlite3_errmsg(m_engine), "The data file '" + Path() + "' was changed while it was read.");
 }
 
 TEST_F(ChangingFile, WhatWasCutAwayReadsAsZeroBytes)

@@ -142,6 +142,26 @@ TEST(RecordCursor, ARecordIsFoundAgainAtItsPlace)
     }
 }
 
+TEST(RecordCursor, SeekBehindTheEndSaysSo)
+{
+    using Step = RecordCursor::Step;
+    const RecordFormat format = RecordFormat::Read("SEQUENTIAL", "FIXED", "", 3);
+    RecordCursor cursor(format, "abcdefgh");
+    EXPECT_EQ(cursor.Seek(3, 2), Step::Record);
+    EXPECT_EQ(cursor.Seek(6, 3), Step::Short);
+    EXPECT_EQ(cursor.Seek(8, 4), Step::End);
+    EXPECT_EQ(cursor.Seek(9000, 3001), Step::End);
+}
+
+TEST(RecordCursor, SeekPassesOverWhatIsNoRecordAnyMore)
+{
+    const RecordFormat format = RecordFormat::Read("RELATIVE", "FIXED", "", 2);
+    RecordCursor cursor(format, std::string_view("ab\0\0ef", 6));
+    EXPECT_EQ(cursor.Seek(2, 2), RecordCursor::Step::Record);
+    EXPECT_EQ(cursor.Position(), 4u);
+    EXPECT_EQ(cursor.Number(), 3u);
+}
+
 TEST(RecordCursor, RandomContentIsWalkedToItsEnd)
 {
     std::mt19937 random(7);
