@@ -192,6 +192,17 @@ TEST_F(Rights, DoNotReachBeyondTheCatalog)
     EXPECT_EQ(Rows(clerk, "SELECT upper('x')"), "X\n");
 }
 
+TEST_F(Rights, FunctionsThatGiveRowsAreOpenToAll)
+{
+    OdbcClient& nobody = As("NOBODY");
+    EXPECT_EQ(Rows(nobody, "SELECT value FROM json_each('[7, 8]')"), "7\n8\n");
+    EXPECT_EQ(Rows(nobody, "SELECT COUNT(*) FROM json_tree('{\"a\": [1]}')"), "3\n");
+    EXPECT_EQ(Rows(nobody, "SELECT name FROM pragma_table_info('TW_FILE') WHERE cid = 0"), "FILE_NAME\n");
+    EXPECT_EQ(Rows(nobody, "SELECT name FROM pragma_database_list"), "main\n");
+    ExpectRefused(nobody, "SELECT value FROM json_each((SELECT USER_NAME FROM TW_USER))", "read the table TW_USER");
+    EXPECT_NE(Failure(nobody, "SELECT * FROM pragma_journal_mode").find("privileges"), std::string::npos);
+}
+
 TEST_F(Rights, ThatCannotBeReadKeepTheConnectionShut)
 {
     Run("DROP TABLE TW_DBPRV");
