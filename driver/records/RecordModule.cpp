@@ -32,15 +32,18 @@ constexpr std::size_t shownBytes = 32;
 struct Published {
     std::shared_ptr<const RecordTable> table;
     bool unfiltered = false; ///< all records, for the criteria's own statement
+    Readers readers = Readers::All;
 };
 
 struct VirtualTable : sqlite3_vtab {
     VirtualTable(sqlite3* engine, const Published& published)
-        : sqlite3_vtab{}, scanned{engine, published.table, published.unfiltered, false, 0, {}}
+        : sqlite3_vtab{}, scanned{engine, published.table, published.unfiltered, false, 0, {}},
+          readers(published.readers)
     {
     }
 
     ScannedTable scanned;
+    Readers readers;
 };
 
 struct Cursor : sqlite3_vtab_cursor {
@@ -173,8 +176,9 @@ int Filter(sqlite3_vtab_cursor* cursor, int plan, const char*, int, sqlite3_valu
 {
     const ScannedTable& table = TableOf(cursor->pVtab);
     return Guarded(cursor->pVtab, [&] {
-        if (table.unfiltered && !OwnStatement::IsRunning())
-            throw RecordError("no such table: " + table.table->UnfilteredName());
+        if (static_cast<VirtualTable*>(cursor->pVtab)->readers == Readers::Criteria && !OwnStatement::IsRunning())
+            throw RecordError("no such table: " +
+                              (table.unfiltered ? table.table->UnfilteredName() : table.table->Definition().sqlName));
         if (plan == readAll)
             ScanOf(cursor).Begin();
         else
@@ -324,14 +328,14 @@ int PublishAs(sqlite3* engine, const std::string& name, Published published)
 
 } // namespace
 
-int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table)
+int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table, Readers readers)
 {
     int answer = SQLITE_OK;
     if (table->HasCriteria())
-        answer = PublishAs(engine, table->UnfilteredName(), {table, true});
+        answer = PublishAs(engine, table->UnfilteredName(), {table, true, Readers::Criteria});
     else
         Withdraw(engine, table->UnfilteredName());
-    return answer == SQLITE_OK ? PublishAs(engine, table->Definition().sqlName, {table, false}) : answer;
+    return answer == SQLITE_OK ? PublishAs(engine, table->Definition().sqlName, {table, false, readers}) : answer;
 }
 
 void Withdraw(sqlite3* engine, const std::string& name)

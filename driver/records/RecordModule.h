@@ -70,10 +70,16 @@ private:
     mutable std::shared_ptr<const MappedFile> m_file;
 };
 
+/// Whose statements may read a table.
+enum class Readers {
+    All,
+    Criteria, ///< only those that apply a table's criteria; to all others there is no such table
+};
+
 /// Makes `table` readable on a connection under its name, in place of what had that name; with a criteria, under its
 /// unfiltered name too. Tables appear without a trace in the catalog's file: SQLite looks a name that it does not find
 /// there up among its modules. Statements that are already prepared keep what they have. Gives an SQLite result code.
-int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table);
+int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table, Readers readers = Readers::All);
 
 /// Takes a name away again.
 void Withdraw(sqlite3* engine, const std::string& name);

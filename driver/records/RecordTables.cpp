@@ -115,8 +115,25 @@ void RecordTables::MakeTableReady(const std::string& name, Names& done)
     for (Query view(m_engine, "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE", {name});
          view.Next();)
         MakeNamesReady(view.Text(0), done);
-    const std::shared_ptr<const RecordTable> known = Find(name);
-    auto definition = ReadDefinition(m_engine, m_surroundings, name);
+    Renew(name, m_surroundings, m_tables, Readers::All, done);
+}
+
+void RecordTables::MakeCriteriaReady(std::string_view criteria, Names& done)
+{
+    Surroundings unbound = m_surroundings;
+    unbound.defaultDatabase.clear();
+    for (const std::string& name : TablesNamedIn(criteria)) {
+        MakeTableReady(name, done);
+        if (!m_surroundings.defaultDatabase.empty() && !Find(name) && done.insert("joined " + InUpperCase(name)).second)
+            Renew(name, unbound, m_joined, Readers::Criteria, done);
+    }
+}
+
+void RecordTables::Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers,
+                         Names& done)
+{
+    const std::shared_ptr<const RecordTable> known = FindIn(tables, name);
+    auto definition = ReadDefinition(m_engine, surroundings, name);
     if (!definition) {
         if (known)
             WithdrawTable(*known);
@@ -125,13 +142,13 @@ void RecordTables::MakeTableReady(const std::string& name, Names& done)
     const std::string criteria = definition->criteria;
     if (!known || known->Definition() != *definition) {
         const auto table = std::make_shared<const RecordTable>(std::move(*definition), m_badFields);
-        if (Publish(m_engine, table) != SQLITE_OK)
+        if (Publish(m_engine, table, readers) != SQLITE_OK)
             throw RecordError(sqlite3_errmsg(m_engine));
         const std::lock_guard lock(m_mutex);
-        m_tables[InUpperCase(name)] = table;
+        tables[InUpperCase(name)] = table;
     }
     if (!criteria.empty())
-        MakeNamesReady(criteria, done);
+        MakeCriteriaReady(criteria, done);
 }
 
 std::string RecordTables::WithExactNumbers(std::string statement) const
@@ -154,13 +171,19 @@ void RecordTables::WithdrawTable(const RecordTable& table)
     Withdraw(m_engine, table.UnfilteredName());
     const std::lock_guard lock(m_mutex);
     m_tables.erase(InUpperCase(name));
+    m_joined.erase(InUpperCase(name));
 }
 
 std::shared_ptr<const RecordTable> RecordTables::Find(std::string_view name) const
 {
+    return FindIn(m_tables, name);
+}
+
+std::shared_ptr<const RecordTable> RecordTables::FindIn(const Tables& tables, std::string_view name) const
+{
     const std::lock_guard lock(m_mutex);
-    const auto found = m_tables.find(InUpperCase(name));
-    return found == m_tables.end() ? nullptr : found->second;
+    const auto found = tables.find(InUpperCase(name));
+    return found == tables.end() ? nullptr : found->second;
 }
 
 std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)

@@ -43,16 +43,27 @@ private:
     /// Names in upper case that were seen to: definitions may name one another.
     using Names = std::set<std::string>;
 
+    using Tables = std::map<std::string, std::shared_ptr<const RecordTable>>; ///< by their names in upper case
+
     void MakeTableReady(const std::string& name, Names& done);
-    void WithdrawTable(const RecordTable& table);
     void MakeNamesReady(std::string_view statement, Names& done);
+
+    /// The same for what a criteria asks: it may also call tables by the names of their databases and their own,
+    /// joined, where clients, who are served one database's tables, may not.
+    void MakeCriteriaReady(std::string_view criteria, Names& done);
+
+    /// Publishes the table that `name` means in some surroundings, if it is not in `tables` as it is defined now.
+    void Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers, Names& done);
+    void WithdrawTable(const RecordTable& table);
+    std::shared_ptr<const RecordTable> FindIn(const Tables& tables, std::string_view name) const;
 
     sqlite3* m_engine;
     Surroundings m_surroundings;
     BadFields m_badFields;
-    std::map<std::string, std::shared_ptr<const RecordTable>> m_tables; ///< by their names in upper case
+    Tables m_tables;
+    Tables m_joined; ///< those that only criteria may read
 
-    /// Guards `m_tables`, and is never held while SQLite is called: SQLite calls back into `Find` under its own lock.
+    /// Guards the tables, and is never held while SQLite is called: SQLite calls back into `Find` under its own lock.
     mutable std::mutex m_mutex;
 };
 

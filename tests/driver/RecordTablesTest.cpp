@@ -90,6 +90,25 @@ TEST_F(Records, CriteriaFilter)
     OdbcClient bound;
     Connect(bound, "DefaultDatabase=BANK");
     EXPECT_EQ(Rows(bound, "SELECT NAME FROM DEBIT"), "Ivy\n");
+    EXPECT_EQ(Rows(bound, "SELECT NAME FROM [NAMED]"), "Ivy\n");
+}
+
+TEST_F(Records, CriteriaKnowTablesByTheirJoinedNamesWhateverClientsCallThem)
+{
+    Make("ACCOUNT", account, accounts);
+    DefineTable("DEBIT", "ACCOUNT", "ACCOUNT.dat", "BANK_DEBIT.BALANCE < 0 ");
+    DefineTable("CHOSEN", "ACCOUNT", "ACCOUNT.dat", "BANK_CHOSEN.NO IN (SELECT NO FROM BANK_DEBIT)");
+    DefineTable("SELF", "ACCOUNT", "ACCOUNT.dat", "NO IN (SELECT NO FROM BANK_SELF)");
+    OdbcClient bound;
+    Connect(bound, "DefaultDatabase=BANK");
+    EXPECT_EQ(Rows(bound, "SELECT NAME FROM CHOSEN"), "Ivy\n");
+    EXPECT_TRUE(Holds(Failure(bound, "SELECT NAME FROM BANK_DEBIT"), "no such table: BANK_DEBIT"));
+    EXPECT_EQ(Rows(bound, "SELECT NAME FROM CHOSEN"), "Ivy\n");
+    EXPECT_TRUE(Holds(Failure(bound, "SELECT NAME FROM SELF"), "asks for the table itself"));
+    Run("UPDATE TW_TABLE SET CRITERIA = 'BALANCE > 0' WHERE TABLE_NAME = 'DEBIT'");
+    EXPECT_EQ(Rows(bound, "SELECT NAME FROM CHOSEN"), "Harry\n");
+    Run("DELETE FROM TW_TABLE WHERE TABLE_NAME = 'DEBIT'");
+    EXPECT_TRUE(Holds(Failure(bound, "SELECT NAME FROM CHOSEN"), "no such table: BANK_DEBIT"));
 }
 
 TEST_F(Records, CriteriaMayAskForWhatClientsDoNotSee)
