@@ -35,8 +35,11 @@ bool Replace(std::uintptr_t address)
 {
     for (Guarded& place : places) {
         const std::uintptr_t begin = place.begin.load(std::memory_order_acquire);
-        const std::uintptr_t end = begin + place.size.load(std::memory_order_relaxed);
+        const std::uintptr_t end = begin + place.size.load(std::memory_order_acquire);
         if (begin == 0 || address < begin || address >= end)
+            continue;
+        // Another thread may have given the place to another mapping in between, and the size was that one's.
+        if (place.begin.load(std::memory_order_acquire) != begin)
             continue;
         place.hasZeros.store(true, std::memory_order_relaxed);
         const std::uintptr_t page = address & ~(pageSize - 1);
@@ -47,9 +50,11 @@ bool Replace(std::uintptr_t address)
 }
 
 /// Lets the signal do what it would have done. A faulty access is tried again behind the handler; a signal that
-/// somebody sent is sent again.
+/// somebody sent is sent again, unless such ones are ignored: then the guard stays.
 void EndAsBefore(const siginfo_t* info)
 {
+    if (info->si_code <= 0 && previous.sa_handler == SIG_IGN)
+        return;
     ::sigaction(SIGBUS, &previous, nullptr);
     if (info->si_code <= 0)
         ::raise(SIGBUS);
@@ -96,7 +101,7 @@ const HasZeros& Add(const char* begin, std::size_t size)
     });
     if (free == places.end())
         return neverHasZeros;
-    free->size.store(size, std::memory_order_relaxed);
+    free->size.store(size, std::memory_order_release);
     free->hasZeros.store(false, std::memory_order_relaxed);
     free->begin.store(reinterpret_cast<std::uintptr_t>(begin), std::memory_order_release);
     return free->hasZeros;
@@ -106,8 +111,10 @@ void Remove(const char* begin)
 {
     const std::lock_guard lock(placesMutex);
     for (Guarded& place : places)
-        if (place.begin.load(std::memory_order_relaxed) == reinterpret_cast<std::uintptr_t>(begin))
+        if (place.begin.load(std::memory_order_relaxed) == reinterpret_cast<std::uintptr_t>(begin)) {
+            place.size.store(0, std::memory_order_release);
             place.begin.store(0, std::memory_order_release);
+        }
 }
 
 } // namespace tarnwick::records::cutguard

@@ -11,7 +11,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <csignal>
 #include <fstream>
 
 using namespace tarnwick;
@@ -200,12 +199,4 @@ TEST(MappedFile, ManyMappingsComeAndGo)
     std::filesystem::resize_file(folder.File("x"), 0);
     EXPECT_EQ(file->Content(), std::string_view("\0\0\0\0\0\0\0\0\0\0", 10));
     EXPECT_TRUE(file->WasCut(true));
-}
-
-TEST(MappedFileDeathTest, SignalsOfOthersDoWhatTheyDidBefore)
-{
-    const TemporaryFolder folder;
-    std::ofstream(folder.File("x")) << "some bytes";
-    const auto file = MappedFile::Open(folder.File("x"));
-    EXPECT_DEATH(::raise(SIGBUS), "");
 }
