@@ -88,6 +88,20 @@ const Route* routeOf(const QString& type)
     return found == routes().end() ? nullptr : &*found;
 }
 
+/// The key of the node whose object the pane on view shows; empty for none.
+QString shownNode()
+{
+    const auto* pane = dynamic_cast<const PaneForm*>(mdiMain::instance().currentPane());
+    return pane ? pane->shownNode() : QString();
+}
+
+/// Columns take the special ones along, whose pane remembers what is stored.
+void showSpecialColumnsAnew(const DragItem& side)
+{
+    if (shownNode() == nodekeys::of(u"ta"_s, side.Keys) + "SCO="_L1 + side.Keys.value(2) + ':'_L1)
+        mdiMain::instance().PaneDisplay(u"frmSpecialCols"_s, side.Keys.mid(0, 3));
+}
+
 void refresh(const Route& route, const DragItem& source, const DragItem& target)
 {
     collectionview::readAnew(route.nodeOf(source));
@@ -97,13 +111,10 @@ void refresh(const Route& route, const DragItem& source, const DragItem& target)
     collectionview::showAnew(route.grid(), from);
     if (to != from)
         collectionview::showAnew(route.grid(), to);
-}
-
-/// The key of the node whose object the pane on view shows; empty for none.
-QString shownNode()
-{
-    const auto* pane = dynamic_cast<const PaneForm*>(mdiMain::instance().currentPane());
-    return pane ? pane->shownNode() : QString();
+    if (route.grid() == "frmColumns"_L1) {
+        showSpecialColumnsAnew(source);
+        showSpecialColumnsAnew(target);
+    }
 }
 
 /// Shows the collection that was dropped upon, in place of the pane of something that has gone: what that pane would

@@ -5,6 +5,7 @@
 #include "ToolBar.h"
 #include "modGUI.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QTest>
 #include <QToolButton>
@@ -194,6 +195,30 @@ TEST_P(DepartedPanes, StayAfterACopy)
     copy(shown.dragged, shown.target);
     EXPECT_EQ(currentPane(), QString::fromLatin1(shown.pane));
     EXPECT_EQ(paneKeys(), keys);
+}
+
+TEST_F(FullTarget, SpecialColumnsThatCameOrWentShow)
+{
+    const auto isTicked = [this] {
+        return window->currentPane()->findChild<QCheckBox*>(u"chkActive_1"_s)->isChecked();
+    };
+    const QStringList columns{u"CO"_s};
+    know(orders);
+    for (const bool ofTarget : {true, false}) {
+        SCOPED_TRACE(ofTarget);
+        const QString special =
+            (ofTarget ? there(parts) : key(orders)) + "SCO="_L1 + (ofTarget ? u"PARTS"_s : u"ORDERS"_s) + ':'_L1;
+        changeOther(u"DELETE FROM TW_COLUMN WHERE DATABASE_NAME = 'DEPOT'"_s);
+        change(u"DELETE FROM TW_COLUMN WHERE DATABASE_NAME = 'SALES'"_s);
+        change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, "
+               "COLUMN_TYPE) VALUES ('SALES', 'ORDERS', 1, 'RFA', 'RFA', 1)"_s);
+        open(orders + columns, parts);
+        view(special, u"frmSpecialCols"_s);
+        EXPECT_EQ(isTicked(), !ofTarget);
+        move(orders + columns, parts);
+        EXPECT_EQ(currentPane(), u"frmSpecialCols"_s);
+        EXPECT_EQ(isTicked(), ofTarget);
+    }
 }
 
 TEST_F(FullTarget, WhatIsBeingAddedToWhatMovedAwayIsLeft)

@@ -2,6 +2,7 @@
 
 #include "MoveCopyFixture.h"
 #include "Settings.h"
+#include "frmTWErr.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -28,8 +29,14 @@ protected:
 
 TEST_F(MoveCopyQuestion, EachButtonHasItsAnswer)
 {
-    EXPECT_EQ(ask([](DialogForm& dialog) { DialogScript::click(dialog, u"cmdMove"_s); }), DragMode::Move);
-    EXPECT_EQ(ask([](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCopy"_s); }), DragMode::Copy);
+    const auto answer = [this](const QString& button) {
+        return ask([&](DialogForm& dialog) {
+            EXPECT_TRUE(frmTWErr::CallStack().contains(u"frmMoveCopy.Query"_s));
+            DialogScript::click(dialog, button);
+        });
+    };
+    EXPECT_EQ(answer(u"cmdMove"_s), DragMode::Move);
+    EXPECT_EQ(answer(u"cmdCopy"_s), DragMode::Copy);
     EXPECT_EQ(ask([](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCancel"_s); }), DragMode::Stop);
     EXPECT_EQ(static_cast<int>(DragMode::Stop), 0);
     EXPECT_EQ(static_cast<int>(DragMode::Move), 1);
