@@ -190,6 +190,24 @@ TEST_F(Rights, DoNotReachBeyondTheCatalog)
     ExpectRefused(clerk, "SELECT blob_export(x'00', '" + setup.File("out") + "')", "call the function blob_export");
     EXPECT_FALSE(std::filesystem::exists(setup.File("out")));
     EXPECT_EQ(Rows(clerk, "SELECT upper('x')"), "X\n");
+    ExpectRefused(clerk, "SELECT blob_import('" + setup.File("c.cat") + "')", "call the function blob_import");
+    ExpectRefused(clerk, "SELECT load_extension('" + setup.File("c.cat") + "')", "call the function load_extension");
+    ExpectRefused(clerk, "VACUUM INTO '" + setup.File("copy") + "'", "change the catalog's file");
+    EXPECT_FALSE(std::filesystem::exists(setup.File("copy")));
+}
+
+TEST_F(Rights, OfTheCatalogDoNotReachHowItsFileIsMadeUp)
+{
+    Run("UPDATE TW_DBPRV SET ALLOW_INSERT = 1, ALLOW_DELETE = 1 WHERE USER_NAME = 'CLERK'");
+    const std::string structure = Rows("SELECT name, sql FROM sqlite_master ORDER BY 1");
+    OdbcClient& clerk = As("CLERK");
+    for (const char* statement :
+         {"CREATE TEMP TABLE X (Y)", "CREATE TEMP VIEW X AS SELECT 1", "PRAGMA writable_schema = ON", "VACUUM",
+          "CREATE TEMP TRIGGER X DELETE ON TW_FILE BEGIN SELECT 1; END"})
+        EXPECT_NE(Failure(clerk, statement).find("privileges"), std::string::npos) << statement;
+    for (const char* statement : {"UPDATE sqlite_master SET sql = ''", "DELETE FROM sqlite_master"})
+        EXPECT_NE(Failure(clerk, statement).find("table sqlite_master may not be modified"), std::string::npos);
+    EXPECT_EQ(Rows("SELECT name, sql FROM sqlite_master ORDER BY 1"), structure);
 }
 
 TEST_F(Rights, FunctionsThatGiveRowsAreOpenToAll)
