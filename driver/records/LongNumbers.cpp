@@ -41,8 +41,12 @@ public:
         : m_tokens(Tokenize(statement)), m_isDecimal(isDecimal)
     {
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
-            if (IsDecimalColumn(i) && !IsOperand(i))
-                ReadComparison(i + 1);
+            if (IsDecimalColumn(i)) {
+                if (IsOperand(i))
+                    ReadReversed(i);
+                else
+                    ReadComparison(i + 1);
+            }
     }
 
     /// The numbers to be quoted, in their order.
@@ -67,13 +71,58 @@ private:
     /// the column's own then, and its other side no text: texts are greater than all numbers.
     bool IsOperand(std::size_t i) const
     {
+        const std::size_t first = BeginOfName(i);
+        return first >= 1 && IsOperator(m_tokens[first - 1]);
+    }
+
+    /// Where the name of a column begins, with the names that qualify it.
+    std::size_t BeginOfName(std::size_t i) const
+    {
         while (i >= 2 && IsThere(i - 1, "."))
             i -= 2;
-        return i >= 1 && IsOperator(m_tokens[i - 1]);
+        return i;
+    }
+
+    bool IsComparison(std::size_t i) const
+    {
+        return IsThere(i, "=") || IsThere(i, "<") || IsThere(i, ">") || IsThere(i, "!");
+    }
+
+    /// Whether an expression begins behind the token, and cannot be the rest of one.
+    bool OpensExpression(std::size_t i) const
+    {
+        if (IsThere(i, "(") || IsThere(i, ","))
+            return true;
+        for (const char* word : {"WHERE", "ON", "AND", "OR", "NOT", "HAVING", "SELECT", "WHEN"})
+            if (IsWordThere(i, word))
+                return true;
+        return false;
+    }
+
+    /// A number that stands alone in front of a comparison with the column.
+    void ReadReversed(std::size_t column)
+    {
+        if (column + 1 < m_tokens.size() && IsOperator(m_tokens[column + 1]))
+            return;
+        std::size_t end = BeginOfName(column);
+        const std::size_t name = end;
+        while (end > 0 && IsComparison(end - 1))
+            --end;
+        std::size_t begin = end;
+        while (begin > 0 && (IsDigits(m_tokens[begin - 1]) || IsThere(begin - 1, ".")) &&
+               (begin == end || Touches(begin)))
+            --begin;
+        if (begin > 0 && (IsThere(begin - 1, "-") || IsThere(begin - 1, "+")))
+            --begin;
+        const bool isKnown = !m_numbers.empty() && m_tokens[begin].text.data() <= m_numbers.back().data();
+        if (end < name && begin < end && begin > 0 && OpensExpression(begin - 1) && !isKnown)
+            TakeNumber(begin);
     }
 
     void ReadComparison(std::size_t i)
     {
+        if (IsWordThere(i, "IS"))
+            return ReadIdentity(i + 1);
         if (IsWordThere(i, "NOT"))
             ++i;
         if (IsWordThere(i, "BETWEEN")) {
@@ -89,10 +138,19 @@ private:
             return;
         }
         const std::size_t first = i;
-        while (IsThere(i, "=") || IsThere(i, "<") || IsThere(i, ">") || IsThere(i, "!"))
+        while (IsComparison(i))
             ++i;
         if (i > first)
             TakeNumber(i);
+    }
+
+    void ReadIdentity(std::size_t i)
+    {
+        if (IsWordThere(i, "NOT"))
+            ++i;
+        if (IsWordThere(i, "DISTINCT") && IsWordThere(i + 1, "FROM"))
+            i += 2;
+        TakeNumber(i);
     }
 
     /// Gives the place behind the number that begins there.

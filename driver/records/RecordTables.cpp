@@ -16,6 +16,8 @@ namespace tarnwick::records
 namespace
 {
 
+constexpr const char* viewQuestion = "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE";
+
 bool IsWord(const Token& token, std::string_view word)
 {
     return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
@@ -112,8 +114,7 @@ void RecordTables::MakeTableReady(const std::string& name, Names& done)
 {
     if (!done.insert(InUpperCase(name)).second)
         return;
-    for (Query view(m_engine, "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE", {name});
-         view.Next();)
+    for (Query view(m_engine, viewQuestion, {name}); view.Next();)
         MakeNamesReady(view.Text(0), done);
     Renew(name, m_surroundings, m_tables, Readers::All, done);
 }
@@ -155,13 +156,24 @@ std::string RecordTables::WithExactNumbers(std::string statement) const
 {
     if (!MayHoldLongNumber(statement))
         return statement;
-    std::set<std::string> columns;
-    for (const std::string& name : TablesNamedIn(statement))
+    Names done;
+    Names columns;
+    CollectDecimals(statement, done, columns);
+    return QuoteLongNumbers(std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; });
+}
+
+void RecordTables::CollectDecimals(std::string_view statement, Names& done, Names& columns) const
+{
+    for (const std::string& name : TablesNamedIn(statement)) {
+        if (!done.insert(InUpperCase(name)).second)
+            continue;
+        for (Query view(m_engine, viewQuestion, {name}); view.Next();)
+            CollectDecimals(view.Text(0), done, columns);
         if (const auto table = Find(name))
             for (const Column& column : table->Definition().columns)
                 if (column.shown == Shown::Decimal)
                     columns.insert(InUpperCase(column.name));
-    return QuoteLongNumbers(std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; });
+    }
 }
 
 void RecordTables::WithdrawTable(const RecordTable& table)

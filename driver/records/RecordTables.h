@@ -28,8 +28,9 @@ public:
     /// trouble with one is kept for SQLite to report when it is used. Throws RecordError if the catalog cannot be read.
     void MakeReady(std::string_view statement);
 
-    /// The statement with the numbers quoted that are compared with decimal columns of tables that it names and that
-    /// are ready, and that are too long for SQLite (see LongNumbers.h).
+    /// The statement with the numbers quoted that are compared with decimal columns of tables that it or a view in it
+    /// names and that are ready, and that are too long for SQLite (see LongNumbers.h). Throws RecordError if the
+    /// catalog cannot be read.
     std::string WithExactNumbers(std::string statement) const;
 
     /// A table that was made ready, by its name in any case; null if there is none.
@@ -54,6 +55,7 @@ private:
 
     /// Publishes the table that `name` means in some surroundings, if it is not in `tables` as it is defined now.
     void Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers, Names& done);
+    void CollectDecimals(std::string_view statement, Names& done, Names& columns) const;
     void WithdrawTable(const RecordTable& table);
     std::shared_ptr<const RecordTable> FindIn(const Tables& tables, std::string_view name) const;
 

@@ -23,6 +23,13 @@ TEST(LongNumbers, AreQuotedWhereADecimalColumnIsComparedWithThem)
         {"WIDE NOT BETWEEN -1 AND 1234567890123456.5 AND 1", "WIDE NOT BETWEEN -1 AND '1234567890123456.5' AND 1"},
         {"WIDE IN (1, 1234567890123456.5, -.12345678901234567)",
          "WIDE IN (1, '1234567890123456.5', '-.12345678901234567')"},
+        {"WHERE 12345678901234567.89 = x.WIDE", "WHERE '12345678901234567.89' = x.WIDE"},
+        {"(-12345678901234567 <= [WIDE]) AND WIDE = 12345678901234567",
+         "('-12345678901234567' <= [WIDE]) AND WIDE = '12345678901234567'"},
+        {"WIDE BETWEEN 1 AND 12345678901234567 = WIDE", "WIDE BETWEEN 1 AND '12345678901234567' = WIDE"},
+        {"WIDE IS 12345678901234567 OR WIDE IS NOT -12345678901234567",
+         "WIDE IS '12345678901234567' OR WIDE IS NOT '-12345678901234567'"},
+        {"WIDE IS NOT DISTINCT FROM 12345678901234567", "WIDE IS NOT DISTINCT FROM '12345678901234567'"},
         {"1 < 2 AND (WIDE < 12345678901234567)", "1 < 2 AND (WIDE < '12345678901234567')"},
         {"NOT b.x.WIDE < 12345678901234567", "NOT b.x.WIDE < '12345678901234567'"},
     };
@@ -54,6 +61,14 @@ TEST(LongNumbers, AreLeftAsTheyAreAnywhereElse)
                                   "~WIDE = 12345678901234567",
                                   "1 < WIDE < 12345678901234567",
                                   "1 <> WIDE = 12345678901234567",
+                                  "WHERE 12345678901234567 < WIDE + 1",
+                                  "WHERE 12345678901234567 = WIDE < 5",
+                                  "WHERE 1 + 12345678901234567 < WIDE",
+                                  "12345678901234567 = WIDE",
+                                  "WHERE 12345678901234567 WIDE",
+                                  "WHERE 12345678901234567 - WIDE = 1",
+                                  "= WIDE",
+                                  "WIDE IS NOT NULL",
                                   "WIDE = 1234567890123456e1",
                                   "12345678901234567 12345678901234567 WIDE"})
         EXPECT_EQ(Quoted(statement), statement);

@@ -67,6 +67,21 @@ TEST_F(RecordComparisons, WhatIsCalculatedFromWideDecimalsIsANumber)
     EXPECT_EQ(Rows("SELECT NAME FROM BANK_SOME"), "less\n");
 }
 
+TEST_F(RecordComparisons, WideDecimalsAreExactOnBothSidesAndThroughViews)
+{
+    Make("SUMS", sums, wideSums);
+    Run("CREATE VIEW INNER_SUMS AS SELECT NAME, WIDE FROM BANK_SUMS");
+    Run("CREATE VIEW OUTER_SUMS AS SELECT * FROM INNER_SUMS");
+    for (const std::string table : {"BANK_SUMS", "OUTER_SUMS", "(SELECT * FROM BANK_SUMS)"}) {
+        const std::string select = "SELECT NAME FROM " + table + " WHERE ";
+        EXPECT_EQ(Rows(select + "WIDE = 12345678901234567.89"), "two\n") << table;
+        EXPECT_EQ(Rows(select + "12345678901234567.89 = WIDE"), "two\n") << table;
+        EXPECT_EQ(Rows(select + "12345678901234567.89 < WIDE"), "tri\n") << table;
+        EXPECT_EQ(Rows(select + "WIDE IS 12345678901234567.89"), "two\n") << table;
+        EXPECT_EQ(Rows(select + "WIDE IS NOT 12345678901234567.89 AND WIDE > 0"), "one\ntri\n") << table;
+    }
+}
+
 TEST_F(RecordComparisons, WideDecimalsInCriteriaAreExactToo)
 {
     Make("SUMS", sums, wideSums);
