@@ -153,13 +153,16 @@ void GridPane::setEditorText(const QString& text)
     lineEdit()->setText(text);
 }
 
-/// The text of the editor. A list gives an entry of its own, or nothing; what is neither leaves the cell as it was.
+/// The text of the editor. A list gives an entry of its own, in whatever case it was typed, or nothing; what is neither
+/// leaves the cell as it was.
 QString GridPane::editorText() const
 {
     const QString text = lineEdit()->text();
     if (m_editor != m_combo || text.isEmpty() || text == m_editorStart)
         return text;
-    const int found = m_combo->findText(text, Qt::MatchFixedString);
+    int found = m_combo->findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+    if (found < 0)
+        found = m_combo->findText(text, Qt::MatchFixedString);
     return found < 0 ? m_editorStart : m_combo->itemText(found);
 }
 

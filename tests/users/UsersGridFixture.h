@@ -58,6 +58,16 @@ protected:
             items.append(list->itemText(i));
         return items;
     }
+    /// Opens the list over a cell and walks to an entry with the keys.
+    void chooseFromList(int row, const QString& heading, const QString& item)
+    {
+        click(row, heading);
+        hit(Qt::Key_Return);
+        const qsizetype steps = offered().size();
+        for (qsizetype i = 0; i < steps && editorText() != item; ++i)
+            hit(Qt::Key_Down);
+        ASSERT_EQ(editorText(), item);
+    }
     /// A pane of another room that only writes down that it was opened.
     void record(const QString& pane, int keyParts)
     {

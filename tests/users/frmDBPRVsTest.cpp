@@ -225,7 +225,7 @@ TEST_F(DatabasePrivilegesGrid, AnotherUserWithATypedPasswordGetsThatAndTheChosen
     EXPECT_EQ(cell(0, u"Database Password"_s), mask);
 }
 
-TEST_F(DatabasePrivilegesGrid, ARowWithoutAUserIsReplacedAndNotDoubled)
+TEST_F(DatabasePrivilegesGrid, ARowOfAnEmptyUserIsReplacedAndNotDoubled)
 {
     change(u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, DATABASE_USERNAME) VALUES ('', 'SALES', 'TIGER')"_s);
     openRights();
@@ -268,6 +268,18 @@ TEST_F(DatabasePrivilegesGrid, ANewRowIsInsertedWithoutAWarning)
     EXPECT_EQ(rows(),
               (QStringList{clerk, u"BOSS||**********|TABLE|No|Yes|No|No|"_s, u"ADMIN||||No|No|No|No|"_s, blank}));
     EXPECT_EQ(nodes(), (QStringList{u"ADMIN"_s, u"BOSS"_s, u"CLERK"_s}));
+}
+
+TEST_F(DatabasePrivilegesGrid, OfUsersThatDifferInCaseTheChosenOneGetsTheRights)
+{
+    change(u"INSERT INTO TW_USER (USER_NAME) VALUES ('Boss')"_s);
+    openRights();
+    for (const QString& user : {u"Boss"_s, u"BOSS"_s}) {
+        chooseFromList(blankRow(), u"User Name"_s, user);
+        leave();
+    }
+    EXPECT_EQ(stored(u"SELECT USER_NAME FROM TW_DBPRV WHERE DATABASE_NAME = 'SALES' ORDER BY USER_NAME"_s),
+              (QStringList{u"BOSS"_s, u"Boss"_s, u"CLERK"_s}));
 }
 
 TEST_F(DatabasePrivilegesGrid, ABlankRowThatIsLeftAsItWasAddsNothing)
