@@ -5,6 +5,7 @@
 #include "CsvDefaults.h"
 #include "Findings.h"
 #include "Recordset.h"
+#include "ReservedRows.h"
 #include "RuntimeError.h"
 
 #include <algorithm>
@@ -247,7 +248,7 @@ void LineValidator::validateUser()
     if (notExactly(3, "Insufficient information to describe a User"))
         return;
     const QString user = col(2).toString();
-    if (user == "ADMIN"_L1)
+    if (reservedrows::isAdministrator(user))
         return error(u"ADMIN cannot be imported"_s);
     if (const char* where = origin(m_names.users, user))
         return error(named("'", user, "' is already defined in ") + QLatin1StringView(where) + " (Col 2)"_L1);

@@ -5,6 +5,7 @@
 #include "Events.h"
 #include "NodeTypes.h"
 #include "Recordset.h"
+#include "ReservedRows.h"
 #include "Routine.h"
 #include "Settings.h"
 #include "modDatabase.h"
@@ -35,11 +36,6 @@ bool isSystemFile(const QString& name)
 bool isCatalogDatabase(const QString& name)
 {
     return name == "TW"_L1;
-}
-
-bool isAdministrator(const QString& name)
-{
-    return name == "ADMIN"_L1;
 }
 
 bool never(const QString&)
@@ -118,7 +114,7 @@ Level usersLevel()
     return {.statement = u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME ASC"_s,
             .type = u"us"_s,
             .image = u"User"_s,
-            .isBold = isAdministrator};
+            .isBold = reservedrows::isAdministrator};
 }
 
 Level databasePrivilegesLevel(const QString& database)
@@ -127,7 +123,7 @@ Level databasePrivilegesLevel(const QString& database)
                 SQLQuote(database)),
             .type = u"dbprv"_s,
             .image = u"User"_s,
-            .isBold = isAdministrator};
+            .isBold = reservedrows::isAdministrator};
 }
 
 Level tablePrivilegesLevel(const QString& database, const QString& table)
@@ -136,7 +132,7 @@ Level tablePrivilegesLevel(const QString& database, const QString& table)
                          "ORDER BY USER_NAME "_s.arg(SQLQuote(database), SQLQuote(table)),
             .type = u"tblprv"_s,
             .image = u"User"_s,
-            .isBold = isAdministrator,
+            .isBold = reservedrows::isAdministrator,
             .takesColourOfParent = true};
 }
 

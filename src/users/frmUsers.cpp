@@ -2,6 +2,7 @@
 
 #include "Database.h"
 #include "Privileges.h"
+#include "ReservedRows.h"
 #include "modString.h"
 
 using namespace Qt::StringLiterals;
@@ -30,7 +31,7 @@ QString frmUsers::selectStatement() const
 
 bool frmUsers::isLocked(const QString& column)
 {
-    return column == "USER_NAME"_L1 && privileges::isAdministrator(loaded(u"USER_NAME"_s));
+    return column == "USER_NAME"_L1 && reservedrows::isAdministrator(loaded(u"USER_NAME"_s));
 }
 
 QString frmUsers::validate()
