@@ -199,6 +199,11 @@ QString modDatabase::SQLQuote(const dao::Value& value)
     return SQLQuote(value.Text());
 }
 
+bool modDatabase::endsStatement(QStringView text)
+{
+    return text.contains("--"_L1) || text.contains("/*"_L1) || text.contains(u';');
+}
+
 QString modDatabase::FormatSQL(const QString& text)
 {
     QString formatted = foldBlanks(u' ' + modString::Trim(text) + u' ');

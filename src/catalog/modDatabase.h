@@ -70,6 +70,9 @@ QString FindUniqueName(dao::Database& db, const QString& statement, const QStrin
 QString SQLQuote(const QString& text);
 QString SQLQuote(const dao::Value& value);
 
+/// Whether a text that stands in a statement outside of apostrophes could end it, so that what follows does not count.
+bool endsStatement(QStringView text);
+
 /// A statement laid out for reading: blanks folded, control characters blanked, a line for each clause. Linear in the
 /// length of the text.
 QString FormatSQL(const QString& text);

@@ -197,10 +197,10 @@ void ItemPane::tbr_ButtonClick(ToolButton& button)
         } else if (key == tag + " Add"_L1) {
             AddNew(m_owners);
         } else if (key == tag + " Edit"_L1) {
-            Edit(m_owners + QStringList{m_name});
+            Edit(keys());
         } else if (key == tag + " Delete"_L1) {
             if (mayDelete())
-                Delete(m_owners + QStringList{m_name});
+                Delete(keys());
         } else if (key == "OK"_L1) {
             ok();
         } else if (key == "Cancel"_L1) {
@@ -257,9 +257,10 @@ void ItemPane::okAdd()
         return;
     insertRow();
     m_name = text(QLatin1String(m_kind.nameColumn));
+    const QStringList owners = m_owners;
     followInsert();
     requireLoaded();
-    AddNew(m_owners);
+    AddNew(owners);
 }
 
 void ItemPane::okEdit()
@@ -270,11 +271,15 @@ void ItemPane::okEdit()
     if (m_keyChanged)
         carryKey();
     updateRow();
-    if (m_name != m_loadedName)
-        renameNode(parentKey() + QLatin1String(m_kind.nodeType) + '='_L1);
-    followUpdate();
+    // The tree yields, and the pane may show another row by then.
+    const QStringList row = keys();
+    const QString from = m_loadedName;
+    if (m_name != from)
+        renameNodes(from, row.back());
+    if (keys() == row)
+        followUpdate();
     requireLoaded();
-    Display(m_owners + QStringList{m_name});
+    Display(row);
 }
 
 /// A new row belongs to what the pane was opened for, whatever an Undo has blanked.
@@ -302,12 +307,17 @@ bool ItemPane::confirmsDelete()
     return boxes::ask(QLatin1String(m_kind.deleteQuestion));
 }
 
-void ItemPane::renameNode(const QString& beginning)
+void ItemPane::renameNodes(const QString& from, const QString& to)
+{
+    renameNode(parentKey() + QLatin1String(m_kind.nodeType) + '='_L1, from, to);
+}
+
+void ItemPane::renameNode(const QString& beginning, const QString& from, const QString& to)
 {
     mdiMain& window = mdiMain::instance();
     CNodes& nodes = window.nodes();
-    const QString formerKey = beginning + m_loadedName + ':'_L1;
-    const QString key = beginning + m_name + ':'_L1;
+    const QString formerKey = beginning + from + ':'_L1;
+    const QString key = beginning + to + ':'_L1;
     CNode* node = nodes.find(formerKey);
     if (!node)
         return;
@@ -318,17 +328,18 @@ void ItemPane::renameNode(const QString& beginning)
         return;
     }
     nodes.ChangeKey(formerKey, key);
-    node->setNodeData(m_name);
+    node->setNodeData(to);
     if (TreeNode* shown = CNodes::treeNode(*node))
-        shown->setText(m_name);
+        shown->setText(to);
 }
 
 /// A level that shows gets the row's node at its end; one that is empty is read anew.
 void ItemPane::followInsert()
 {
     mdiMain& window = mdiMain::instance();
+    const QString key = CalcNodeKey();
     if (TreeNode* parent = window.tvwExplorer().Nodes().find(CalcParentKey())) {
-        const bool isShown = window.tvwExplorer().Nodes().find(CalcNodeKey()) != nullptr;
+        const bool isShown = window.tvwExplorer().Nodes().find(key) != nullptr;
         if (parent->Child() && !isShown) {
             CNodes& nodes = window.nodes();
             const CNode* added =
@@ -339,7 +350,7 @@ void ItemPane::followInsert()
             window.tvwExplorer_Expand(parent);
         }
     }
-    modGUI::ExpandToNode(CalcNodeKey());
+    modGUI::ExpandToNode(key);
 }
 
 void ItemPane::followUpdate()
@@ -350,10 +361,11 @@ void ItemPane::followUpdate()
 void ItemPane::rereadCollection()
 {
     TreeView& tree = mdiMain::instance().tvwExplorer();
+    const QString key = CalcNodeKey();
     const TreeNode* selected = tree.SelectedItem();
-    const bool wasSelected = selected && selected->Key() == CalcNodeKey();
+    const bool wasSelected = selected && selected->Key() == key;
     rereadNode(CalcParentKey());
-    if (TreeNode* node = wasSelected ? tree.Nodes().find(CalcNodeKey()) : nullptr)
+    if (TreeNode* node = wasSelected ? tree.Nodes().find(key) : nullptr)
         node->setSelected(true);
 }
 
@@ -380,9 +392,9 @@ void ItemPane::removeNode()
         nodes.Remove(*node);
 }
 
-void ItemPane::showCollection()
+void ItemPane::showCollection(const QStringList& owners)
 {
-    mdiMain::instance().PaneDisplay(QLatin1String(m_kind.collection), m_owners);
+    mdiMain::instance().PaneDisplay(QLatin1String(m_kind.collection), owners);
     requireLoaded();
 }
 
@@ -390,18 +402,10 @@ void ItemPane::undo(State state)
 {
     if (state == State::Add)
         blank();
-    else if (state == State::Edit)
-        Edit(m_owners + QStringList{m_name});
     else if (state == State::Delete)
         EnableEdit(false);
-}
-
-void ItemPane::startAgain(State state)
-{
-    if (state == State::Add)
-        AddNew(m_owners);
-    else if (state == State::Edit)
-        Edit(m_owners + QStringList{m_name});
+    else
+        startAgain(state);
 }
 
 void ItemPane::cancel(State)
@@ -409,7 +413,7 @@ void ItemPane::cancel(State)
     if (m_name.isEmpty())
         showCollection();
     else
-        Display(m_owners + QStringList{m_name});
+        Display(keys());
 }
 
 // Controls -----------------------------------------------------------------------------------------------------------
@@ -513,21 +517,11 @@ void ItemPane::textChanged(const QString& column)
         static_cast<QCheckBox&>(m_sheet->entry(column)).setChecked(text(column) == "1"_L1);
 }
 
-bool ItemPane::makesKeyChanged(const QString& column) const
-{
-    return property(column).isKey;
-}
-
 const Property& ItemPane::property(const QString& column) const
 {
     const auto& all = m_sheet->properties();
     return *std::find_if(all.begin(), all.end(),
                          [&](const Property& property) { return QLatin1String(property.column) == column; });
-}
-
-QString ItemPane::nodeKey(const QString& name) const
-{
-    return parentKey() + QLatin1String(m_kind.nodeType) + '='_L1 + name + ':'_L1;
 }
 
 QString ItemPane::shownNode() const
@@ -554,16 +548,9 @@ void ItemPane::clickButton(const QString& name)
     routine.run([&] { buttonClicked(name); });
 }
 
-void ItemPane::buttonClicked(const QString&) {}
-
 bool ItemPane::isBlank(const QString& column) const
 {
     return modString::Trim(text(column)).isEmpty();
-}
-
-int ItemPane::columnSize(const QString& column) const
-{
-    return static_cast<int>(m_fields.Item(column).Size);
 }
 
 void ItemPane::enable(const QString& column, bool enabled)
@@ -599,8 +586,8 @@ bool ItemPane::isWithin(const QString& column, int spinner) const
 {
     const UpDown& limits = m_sheet->spinner(spinner);
     const QString entered = text(column);
-    // Numbers go into a statement as they are: what would open a comment there could change every row.
-    if (entered.contains("--"_L1) || entered.contains("/*"_L1))
+    // Numbers go into a statement as they are: what would end it there could change every row.
+    if (modDatabase::endsStatement(entered))
         return false;
     const double number = conversions::Val(entered);
     return number >= limits.Min() && number <= limits.Max();

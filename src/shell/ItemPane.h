@@ -95,7 +95,7 @@ protected:
     /// The text as it goes between the apostrophes of a statement.
     QString quoted(const QString& column) const { return modDatabase::SQLQuote(text(column)); }
     /// The size that the driver reports of a column.
-    int columnSize(const QString& column) const;
+    int columnSize(const QString& column) const { return static_cast<int>(m_fields.Item(column).Size); }
     void enable(const QString& column, bool enabled);
     void setFocusTo(const QString& column);
     /// Shows a message of validation, moves the focus and gives false. The program's title stands over it unless
@@ -108,17 +108,25 @@ protected:
     /// A routine of this form, for a report.
     const char* routine(const char* operation) const;
 
-    void showCollection();
+    void showCollection() { showCollection(m_owners); }
+    /// The same for owners that were taken before the tree yielded.
+    void showCollection(const QStringList& owners);
     /// Reads the level of the row's node anew where it has been read, so that its names stand in order.
     void rereadCollection();
     /// The same for any node by its key.
     void rereadNode(const QString& key);
-    /// Gives a node the pane's name in place of the loaded one, wherever it stands: `beginning` is its key without that
-    /// name. Nothing happens where the tree has no such node. The tree may yield; raises 91 when the pane is gone then.
-    void renameNode(const QString& beginning);
+    /// Gives a node another name, wherever it stands: `beginning` is its key without that name. Nothing happens where
+    /// the tree has no such node. The tree may yield; raises 91 when the pane is gone then.
+    void renameNode(const QString& beginning, const QString& from, const QString& to);
     void removeNode();
     /// An "Undo" that begins again what is being done.
-    void startAgain(State state);
+    void startAgain(State state)
+    {
+        if (state == State::Add)
+            AddNew(m_owners);
+        else if (state == State::Edit)
+            Edit(keys());
+    }
     /// What a click on the button behind an entry does, under the trap of its own routine.
     void clickButton(const QString& name);
 
@@ -131,6 +139,9 @@ protected:
     virtual void enableEntries(bool enabled);
     virtual void followInsert();
     virtual void followUpdate();
+    /// Gives the row's node, and whatever else stands for the row in the tree, another name. The tree may yield, as in
+    /// renameNode.
+    virtual void renameNodes(const QString& from, const QString& to);
     virtual void undo(State state);
     /// Goes by whether the pane knows a row.
     virtual void cancel(State state);
@@ -139,7 +150,7 @@ protected:
     /// Asks whether the row is to go.
     virtual bool confirmsDelete();
     /// Whether the change of a key column makes the row another one.
-    virtual bool makesKeyChanged(const QString& column) const;
+    virtual bool makesKeyChanged(const QString& column) const { return property(column).isKey; }
     virtual void listChanged(const QString& column);
 
 private:
@@ -170,7 +181,7 @@ private:
     /// Everything that a confirmed delete does.
     virtual void deleteRow() = 0;
 
-    virtual void buttonClicked(const QString& name);
+    virtual void buttonClicked(const QString&) {}
     /// A button of the tool bar that the family does not know.
     virtual void toolBarClicked(const QString&) {}
 
@@ -180,7 +191,10 @@ private:
     void takeChoice(const QString& column);
     void chkProperty_Click(const QString& column);
 
-    QString nodeKey(const QString& name) const;
+    QString nodeKey(const QString& name) const
+    {
+        return parentKey() + QLatin1String(m_kind.nodeType) + QLatin1Char('=') + name + QLatin1Char(':');
+    }
     const Property& property(const QString& column) const;
 
     void ok();

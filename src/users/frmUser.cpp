@@ -4,6 +4,7 @@
 #include "Database.h"
 #include "Privileges.h"
 #include "Recordset.h"
+#include "ReservedRows.h"
 #include "modUpdate.h"
 
 using namespace Qt::StringLiterals;
@@ -12,7 +13,7 @@ using modDatabase::BuildDelete;
 namespace
 {
 
-const QString undeletable = u"You cannot delete the ADMIN User!"_s;
+const QString cannotDelete = u"You cannot delete the ADMIN User!"_s;
 
 std::vector<Property> properties()
 {
@@ -84,7 +85,7 @@ bool frmUser::validate()
 
 bool frmUser::mayUpdate()
 {
-    if (!privileges::isAdministrator(loadedName()) || privileges::isAdministrator(text(u"USER_NAME"_s)))
+    if (!reservedrows::isAdministrator(loadedName()) || reservedrows::isAdministrator(text(u"USER_NAME"_s)))
         return true;
     return refuse(u"You cannot change the name of the ADMIN user."_s, u"USER_NAME"_s);
 }
@@ -102,41 +103,42 @@ void frmUser::updateRow()
 }
 
 /// The user stands under each database and table that it has rights on.
-void frmUser::followUpdate()
+void frmUser::renameNodes(const QString& from, const QString& to)
 {
-    if (name() != loadedName()) {
-        const QString databases = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ":db="_L1;
-        for (const auto rows =
-                 db().OpenRecordset("SELECT DATABASE_NAME FROM TW_DBPRV WHERE "_L1 + privileges::ofUser(name()));
-             !rows->Eof(); rows->MoveNext()) {
-            const QString database = rows->View(0).toString();
-            renameNode(databases + database + ":DBPRV="_L1 + database + ":dbprv="_L1);
-        }
-        for (const auto rows = db().OpenRecordset("SELECT DATABASE_NAME, TABLE_NAME FROM TW_TBLPRV WHERE "_L1 +
-                                                  privileges::ofUser(name()));
-             !rows->Eof(); rows->MoveNext()) {
-            const QString database = rows->View(0).toString();
-            const QString table = rows->View(1).toString();
-            renameNode(databases + database + ":TA="_L1 + database + ":ta="_L1 + table + ":TBLPRV="_L1 + table +
-                       ":tblprv="_L1);
-        }
+    // The tree may yield, and the pane show another user by then.
+    dao::Database& catalog = db();
+    const QString databases = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ":db="_L1;
+    PasswordPane::renameNodes(from, to);
+    for (const auto rows =
+             catalog.OpenRecordset("SELECT DATABASE_NAME FROM TW_DBPRV WHERE "_L1 + privileges::ofUser(to));
+         !rows->Eof(); rows->MoveNext()) {
+        const QString database = rows->View(0).toString();
+        renameNode(databases + database + ":DBPRV="_L1 + database + ":dbprv="_L1, from, to);
     }
-    PasswordPane::followUpdate();
+    for (const auto rows = catalog.OpenRecordset("SELECT DATABASE_NAME, TABLE_NAME FROM TW_TBLPRV WHERE "_L1 +
+                                                 privileges::ofUser(to));
+         !rows->Eof(); rows->MoveNext()) {
+        const QString database = rows->View(0).toString();
+        const QString table = rows->View(1).toString();
+        renameNode(databases + database + ":TA="_L1 + database + ":ta="_L1 + table + ":TBLPRV="_L1 + table +
+                       ":tblprv="_L1,
+                   from, to);
+    }
 }
 
 // Deleting -----------------------------------------------------------------------------------------------------------
 
 bool frmUser::mayDelete()
 {
-    if (!privileges::isAdministrator(text(u"USER_NAME"_s)))
+    if (!reservedrows::isAdministrator(text(u"USER_NAME"_s)))
         return true;
-    boxes::inform(undeletable);
+    boxes::inform(cannotDelete);
     return false;
 }
 
 bool frmUser::confirmsDelete()
 {
-    if (!privileges::isAdministrator(text(u"USER_NAME"_s)))
+    if (!reservedrows::isAdministrator(text(u"USER_NAME"_s)))
         return PasswordPane::confirmsDelete();
     boxes::inform(u"You cannot delete User 'ADMIN'"_s);
     return false;
@@ -144,14 +146,18 @@ bool frmUser::confirmsDelete()
 
 void frmUser::deleteRow()
 {
-    if (privileges::isAdministrator(name())) {
-        boxes::inform(undeletable);
+    if (reservedrows::isAdministrator(name())) {
+        boxes::inform(cannotDelete);
         return;
     }
+    // The tree yields, and the pane may show another user by then.
+    const QStringList above = owners();
+    const QString collection = parentKey();
+    const QString databases = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ':'_L1;
     for (const QString& table : {u"TW_USER"_s, u"TW_DBPRV"_s, u"TW_TBLPRV"_s})
         db().Execute(BuildDelete(table, privileges::ofUser(name())));
     removeNode();
-    rereadNode(parentKey());
-    rereadNode("DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ':'_L1);
-    showCollection();
+    rereadNode(collection);
+    rereadNode(databases);
+    showCollection(above);
 }

@@ -20,6 +20,6 @@ private:
     bool mayUpdate() override;
     void carryKey() override;
     void updateRow() override;
-    void followUpdate() override;
+    void renameNodes(const QString& from, const QString& to) override;
     void deleteRow() override;
 };

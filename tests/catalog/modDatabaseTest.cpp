@@ -70,6 +70,14 @@ TEST(ModDatabase, SQLQuoteOfANullIsTheEmptyText)
     EXPECT_EQ(modDatabase::SQLQuote(dao::Value("it's")), "it''s");
 }
 
+TEST(ModDatabase, CommentsAndSemicolonsEndAStatement)
+{
+    for (const char* text : {"--", "1--", "/*", "5 /*x*/", ";", "USER_NAME;", "a;b"})
+        EXPECT_TRUE(modDatabase::endsStatement(QString(text))) << text;
+    for (const char* text : {"", "-", "-1", "- -", "/", "*/", "/ *", "O''HARA", ":", "[a]"})
+        EXPECT_FALSE(modDatabase::endsStatement(QString(text))) << text;
+}
+
 TEST(ModDatabase, AnInsertQuotesTextsAndPutsAZeroBeforeNumbers)
 {
     const FieldInfos fields({{"NAME", dao::dbText, 32},

@@ -35,7 +35,7 @@ const QStringList limitsOfColumns{u"(0 to 65535)"_s, u"(0 to 65535)"_s, u"(-32 t
 
 // Numbers that are more than numbers ---------------------------------------------------------------------------------
 
-TEST_F(ItemPaneGuards, ATypedScaleThatWouldOpenACommentIsOutOfRange)
+TEST_F(ItemPaneGuards, ATypedScaleThatWouldEndTheStatementIsOutOfRange)
 {
     open(field(u"PRICE"_s));
     const QStringList before = wholeCatalog();
@@ -49,13 +49,14 @@ TEST_F(ItemPaneGuards, ATypedScaleThatWouldOpenACommentIsOutOfRange)
     EXPECT_EQ(state(), u"Field Edit: Up1 OK Cancel Undo"_s);
 }
 
-TEST_F(ItemPaneGuards, APastedNumberThatWouldOpenACommentIsOutOfRange)
+TEST_F(ItemPaneGuards, APastedNumberThatWouldEndTheStatementIsOutOfRange)
 {
     open(field(u"CODE"_s));
     const QStringList before = wholeCatalog();
     const std::vector<std::tuple<QString, QString, QString>> rows{
         {u"FIELD_NUMBER"_s, u"1--"_s, u"Invalid Field Number, must be an integer between 1 and 32767."_s},
         {u"OFFSET"_s, u"5/*"_s, u"Invalid Offset, must be an integer between 0 and 65535."_s},
+        {u"OFFSET"_s, u"5;"_s, u"Invalid Offset, must be an integer between 0 and 65535."_s},
         {u"LENGTH"_s, u"12--"_s, u"Invalid length, must be an integer between 1 and 65535."_s},
         {u"PRECISION"_s, u"12 /*x*/"_s, u"Invalid Length, must be an integer between 1 and 65535."_s},
     };

@@ -1,5 +1,9 @@
 #include "UserPaneFixture.h"
 
+#include "frmTWErr.h"
+
+#include <QTimer>
+
 #include <ostream>
 
 using namespace Qt::StringLiterals;
@@ -9,6 +13,9 @@ namespace
 {
 
 const QString cannotDelete = u"You cannot delete the ADMIN User!"_s;
+const QString readUsersLevel = u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME ASC"_s;
+const QString readDatabasesLevel =
+    u"SELECT DATABASE_NAME FROM TW_DB WHERE DATABASE_NAME <> 'TW' ORDER BY DATABASE_NAME ASC"_s;
 
 QStringList readPrivileges(const QString& user)
 {
@@ -305,6 +312,46 @@ TEST_F(UserPane, AUserGoesWithAllPrivileges)
     EXPECT_TRUE(node(key({u"DB"_s})).Expanded());
     EXPECT_EQ(lines(key({u"DB"_s})), (QStringList{u"db \"DEPOT\" DB +"_s, u"db \"SALES\" DB +"_s}));
     EXPECT_FALSE(wholeTree().join('\n'_L1).contains("CLERK"_L1));
+    EXPECT_EQ(statements.statements().mid(statements.statements().indexOf(deleteUser(u"CLERK"_s).front())),
+              deleteUser(u"CLERK"_s) +
+                  (QStringList{readUsersLevel, readDatabasesLevel,
+                               u"SELECT USER_NAME, USER_PASSWORD, REMARKS FROM TW_USER ORDER BY USER_NAME ASC"_s}));
+}
+
+TEST_F(UserPane, DeletingAUserReadsTheDatabasesAlsoWhereTheyWereClosed)
+{
+    open(user(u"CLERK"_s));
+    press(u"Cancel"_s);
+    ASSERT_FALSE(node(key({u"DB"_s})).Expanded());
+    boxes.expectAsk(mayDelete, boxes::Answer::Yes);
+    statements.clear();
+    press(u"User Delete"_s);
+    EXPECT_EQ(statements.statements().filter(readDatabasesLevel).size(), 1);
+    EXPECT_TRUE(node(key({u"DB"_s})).Expanded());
+    EXPECT_EQ(children(key({u"DB"_s})), (QStringList{u"DEPOT"_s, u"SALES"_s}));
+}
+
+TEST_F(UserPane, ADeleteEndsWhereItBeganWhateverShowsWhileTheTreeIsRead)
+{
+    const QString other = datasource + u"other"_s;
+    world.addDatasource(other);
+    open(user(u"CLERK"_s));
+    press(u"Cancel"_s);
+    clickExpander(key({u"DB"_s}));
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('LATE')"_s);
+    QStringList routines;
+    boxes.expectAsk(mayDelete, boxes::Answer::Yes, [&] {
+        QTimer::singleShot(0, window.get(), [&] {
+            routines = frmTWErr::CallStack();
+            window->PaneDisplay(u"frmUser"_s, {other, u"ADMIN"_s});
+        });
+    });
+    press(u"User Delete"_s);
+    EXPECT_TRUE(routines.contains(u"frmUser.tbr_ButtonClick"_s));
+    EXPECT_EQ(currentPane(), u"frmUsers"_s);
+    EXPECT_EQ(paneTitle(), datasource + u" - Users"_s);
+    EXPECT_EQ(gridNames(), (QStringList{u"ADMIN"_s, u"BOSS"_s}));
+    EXPECT_EQ(children(key({u"DB"_s})), (QStringList{u"DEPOT"_s, u"LATE"_s, u"SALES"_s}));
 }
 
 TEST_F(UserPane, ADeleteThatIsNotWantedWaitsForCancel)

@@ -1,5 +1,7 @@
 #include "UserPaneFixture.h"
 
+#include "frmTWErr.h"
+
 #include <QTimer>
 
 #include <ostream>
@@ -52,6 +54,41 @@ TEST_F(UserPaneOfStaleNodes, RenamingToANameWhoseNodesStillStandReadsThoseLevels
     EXPECT_EQ(children(key(ofTable(u"SALES"_s, u"ORDERS"_s))), QStringList{u"TELLER"_s});
     EXPECT_EQ(selectedKey(), key(user(u"TELLER"_s)));
     EXPECT_EQ(shownPane(), (QStringList{u"frmUser"_s, u"TELLER - User Properties"_s, displayState, {}}));
+}
+
+TEST_F(UserPaneOfStaleNodes, ARenameEndsWhereItBeganWhateverShowsWhileALevelIsReadAnew)
+{
+    boxes.expectAsk(wantsPassword, boxes::Answer::No);
+    QStringList routines;
+    QTimer::singleShot(0, window.get(), [&] {
+        routines = frmTWErr::CallStack();
+        window->PaneDisplay(u"frmUser"_s, {datasource, u"BOSS"_s});
+    });
+    press(u"OK"_s);
+    EXPECT_TRUE(routines.contains(u"frmUser.tbr_ButtonClick"_s));
+    EXPECT_EQ(shownPane(), (QStringList{u"frmUser"_s, u"TELLER - User Properties"_s, displayState, {}}));
+    EXPECT_EQ(children(key({u"US"_s})), (QStringList{u"ADMIN"_s, u"BOSS"_s, u"TELLER"_s}));
+    EXPECT_EQ(children(key(ofDatabase(u"SALES"_s))), QStringList{u"TELLER"_s});
+    EXPECT_EQ(children(key(ofTable(u"SALES"_s, u"ORDERS"_s))), QStringList{u"TELLER"_s});
+}
+
+TEST_F(UserPane, AnAddEndsWhereItBeganWhateverShowsWhileTheTreeFollows)
+{
+    const QString other = datasource + u"other"_s;
+    world.addDatasource(other);
+    beginToAdd();
+    write(u"USER_NAME"_s, u"new"_s);
+    writePassword(u"USER_PASSWORD"_s, u"x"_s);
+    QStringList routines;
+    QTimer::singleShot(0, window.get(), [&] {
+        routines = frmTWErr::CallStack();
+        window->PaneDisplay(u"frmUser"_s, {other, u"ADMIN"_s});
+    });
+    press(u"OK"_s);
+    EXPECT_TRUE(routines.contains(u"frmUser.tbr_ButtonClick"_s));
+    EXPECT_EQ(paneTitle(), u"Add New User to "_s + datasource);
+    EXPECT_EQ(state(), u"User Add: Up1 OK Cancel"_s);
+    EXPECT_EQ(selectedKey(), key(user(u"NEW"_s)));
 }
 
 TEST_F(UserPaneOfStaleNodes, ARefreshWhileALevelIsReadAnewLeavesNothingToGoOnWith)
