@@ -101,6 +101,7 @@ protected:
     ~GridPane() override;
 
     CellGrid& grd() const { return *m_grid; }
+    const std::vector<GridColumn>& allColumns() const { return m_columns; }
     CConnection& connection() const { return *m_connection; }
     dao::Database& db() const;
     const QString& datasource() const { return m_keys.front(); }

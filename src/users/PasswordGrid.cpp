@@ -2,9 +2,11 @@
 
 #include "Boxes.h"
 #include "Passwords.h"
+#include "Privileges.h"
 #include "modString.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +26,7 @@ GridColumn passwordColumn(const QString& name)
 }
 
 PasswordGrid::PasswordGrid(const Kind& kind, std::vector<GridColumn> columns, QWidget* parent)
-    : GridPane(kind, columns, parent), m_column(maskedColumn(columns))
+    : GridPane(kind, std::move(columns), parent), m_column(maskedColumn(allColumns()))
 {
 }
 
@@ -40,7 +42,7 @@ QString PasswordGrid::quotedPassword() const
 
 QString PasswordGrid::passwordAssignment() const
 {
-    return isPasswordTyped() ? QString(m_column + " = '"_L1 + quotedPassword() + "', "_L1) : QString();
+    return isPasswordTyped() ? privileges::passwordAssignment(m_column, quotedPassword()) : QString();
 }
 
 /// Asterisks stand for a password, and blanks are none.

@@ -1,6 +1,7 @@
 #include "PasswordPane.h"
 
 #include "Boxes.h"
+#include "Privileges.h"
 #include "modBoundControls.h"
 
 #include <QFocusEvent>
@@ -13,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QString passwordColumn(const std::vector<Property>& properties)
+QString passwordColumnName(const std::vector<Property>& properties)
 {
     const auto found = std::find_if(properties.begin(), properties.end(),
                                     [](const Property& property) { return property.kind == EntryKind::Password; });
@@ -23,7 +24,7 @@ QString passwordColumn(const std::vector<Property>& properties)
 } // namespace
 
 PasswordPane::PasswordPane(const Kind& kind, std::vector<Property> properties, QWidget* parent)
-    : ItemPane(kind, std::move(properties), parent), m_column(passwordColumn(sheet().properties()))
+    : ItemPane(kind, std::move(properties), parent), m_column(passwordColumnName(sheet().properties()))
 {
     passwordBox().installEventFilter(this);
     txtConfirm().installEventFilter(this);
@@ -41,7 +42,7 @@ QLineEdit& PasswordPane::txtConfirm() const
 
 QString PasswordPane::passwordAssignment() const
 {
-    return isPasswordBlank() ? QString() : QString(m_column + " = '"_L1 + quoted(m_column) + "', "_L1);
+    return isPasswordBlank() ? QString() : privileges::passwordAssignment(m_column, quoted(m_column));
 }
 
 void PasswordPane::fill(const dao::Recordset& row)
@@ -120,7 +121,9 @@ bool PasswordPane::eventFilter(QObject* watched, QEvent* event)
     if (!box || event->type() != QEvent::FocusIn)
         return ItemPane::eventFilter(watched, event);
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+    const bool comesBack =
+        reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+    if (!comesBack)
         QMetaObject::invokeMethod(box, &QLineEdit::selectAll, Qt::QueuedConnection);
     return ItemPane::eventFilter(watched, event);
 }

@@ -8,11 +8,6 @@ using modDatabase::SQLQuote;
 namespace privileges
 {
 
-bool isAdministrator(const QString& user)
-{
-    return user == "ADMIN"_L1;
-}
-
 QString users()
 {
     return u"SELECT USER_NAME FROM TW_USER ORDER BY USER_NAME ASC"_s;
@@ -30,8 +25,17 @@ QString ofUser(const QString& database, const QString& user)
 
 QString ofUser(const QString& database, const QString& table, const QString& user)
 {
-    return "DATABASE_NAME = '"_L1 + SQLQuote(database) + "' AND TABLE_NAME = '"_L1 + SQLQuote(table) + "' AND "_L1 +
-           ofUser(user);
+    return ofTable(database, table) + " AND "_L1 + ofUser(user);
+}
+
+QString ofTable(const QString& database, const QString& table)
+{
+    return "DATABASE_NAME = '"_L1 + SQLQuote(database) + "' AND TABLE_NAME = '"_L1 + SQLQuote(table) + '\''_L1;
+}
+
+QString passwordAssignment(const QString& column, const QString& quoted)
+{
+    return column + " = '"_L1 + quoted + "', "_L1;
 }
 
 const QStringList& rights()

@@ -8,9 +8,6 @@
 namespace privileges
 {
 
-/// The user who may do everything and is there to stay.
-bool isAdministrator(const QString& user);
-
 /// The statement that lists the users by name.
 QString users();
 
@@ -20,6 +17,13 @@ QString ofUser(const QString& user);
 QString ofUser(const QString& database, const QString& user);
 /// The same on one of its tables.
 QString ofUser(const QString& database, const QString& table, const QString& user);
+
+/// The condition that selects the rows of a table of a database.
+QString ofTable(const QString& database, const QString& table);
+
+/// A password in front of what else an UPDATE sets, as "USER_PASSWORD = '...', "; `quoted` is what goes between the
+/// apostrophes.
+QString passwordAssignment(const QString& column, const QString& quoted);
 
 /// The columns that say what a user may do.
 const QStringList& rights();

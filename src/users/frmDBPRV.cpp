@@ -101,6 +101,7 @@ bool frmDBPRV::validate()
     const QString user = text(u"USER_NAME"_s);
     if (user.isEmpty())
         return refuse(u"Please select a Username from the dropdown list."_s, u"USER_NAME"_s);
+    // The user comes first here, unlike everywhere else.
     if (user != loadedName() && finds("SELECT USER_NAME FROM TW_DBPRV WHERE USER_NAME = '"_L1 + SQLQuote(user) +
                                       "' AND DATABASE_NAME = '"_L1 + SQLQuote(database()) + '\''_L1))
         return refuse("User '"_L1 + user + "' already has Database Privileges set for this Database."_L1,

@@ -19,11 +19,6 @@ std::vector<GridColumn> columns()
     return all;
 }
 
-bool opensComment(const QString& text)
-{
-    return text.contains("--"_L1) || text.contains("/*"_L1);
-}
-
 } // namespace
 
 frmTBLPRVs::frmTBLPRVs(QWidget* parent)
@@ -48,11 +43,6 @@ std::optional<GridPane::Owner> frmTBLPRVs::owner() const
                  .node = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ":db="_L1 + database() + ":TA="_L1 +
                          database() + ":ta="_L1 + table() + ':'_L1,
                  .toolTip = "Up to Table '"_L1 + table() + '\''_L1};
-}
-
-QString frmTBLPRVs::ofTable() const
-{
-    return "DATABASE_NAME = '"_L1 + SQLQuote(database()) + "' AND TABLE_NAME = '"_L1 + SQLQuote(table()) + '\''_L1;
 }
 
 QString frmTBLPRVs::selectStatement() const
@@ -80,9 +70,9 @@ void frmTBLPRVs::replaceRow()
 {
     if (!isNewRow()) {
         const QString user = quotedLoaded(u"USER_NAME"_s);
-        // The statement fails, and the row stays, by the apostrophe that it has too much. A name that makes a comment
-        // of that one would turn into a condition of its own, and the rights of others would go.
-        if (opensComment(user))
+        // The statement fails, and the row stays, by the apostrophe that it has too much. A name that ends the
+        // statement in front of that one would turn into a condition of its own, and the rights of others would go.
+        if (modDatabase::endsStatement(user))
             throw RuntimeError(ErrorNumber::FailedCall,
                                u"The rights of user '%1' cannot be given to another one"_s.arg(loaded(u"USER_NAME"_s)));
         removeRow("DELETE FROM TW_TBLPRV WHERE "_L1 + ofTable() + " AND USER_NAME = "_L1 + user + '\''_L1);

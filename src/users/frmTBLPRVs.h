@@ -23,7 +23,7 @@ private:
     void updateRow() override;
 
     /// The condition that selects the rows of the table.
-    QString ofTable() const;
+    QString ofTable() const { return privileges::ofTable(database(), table()); }
     /// The condition that selects the row of a user.
     QString ofUser(const QString& user) const { return privileges::ofUser(database(), table(), user); }
     const QString& database() const { return keys().at(1); }

@@ -166,6 +166,11 @@ TEST_P(RefusedPanes, ARenameIsRefusedTwiceAndChangesNothing)
     EXPECT_EQ(state(), u"User Edit: Up1 OK Cancel Undo"_s);
     EXPECT_EQ(text(u"USER_NAME"_s), u"TELLER"_s);
     EXPECT_EQ(children(key({u"US"_s})), (QStringList{u"ADMIN"_s, u"BOSS"_s, u"CLERK"_s}));
+    // By now the pane goes by the new name, of which there is no row.
+    press(u"Cancel"_s);
+    EXPECT_EQ(paneTitle(), u"TELLER - User Properties"_s);
+    EXPECT_EQ(texts(shownColumns).join(QString()), QString());
+    EXPECT_TRUE(find(key(user(u"CLERK"_s))));
 }
 
 TEST_P(RefusedPanes, NothingIsDeleted)

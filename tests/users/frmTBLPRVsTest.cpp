@@ -159,6 +159,18 @@ TEST_F(TablePrivilegesGrid, AUserWithoutRightsOnTheDatabaseCanStillBeGivenThem)
                                             u"BOSS"_s)});
 }
 
+TEST_F(TablePrivilegesGrid, OfUsersThatDifferInCaseTheChosenOneGetsTheRights)
+{
+    change(u"INSERT INTO TW_USER (USER_NAME) VALUES ('Boss')"_s);
+    openRights();
+    for (const QString& user : {u"Boss"_s, u"BOSS"_s}) {
+        chooseFromList(blankRow(), u"User Name"_s, user);
+        leave();
+    }
+    EXPECT_EQ(stored(u"SELECT USER_NAME FROM TW_TBLPRV "_s + ofOrders + u" ORDER BY USER_NAME"_s),
+              (QStringList{u"BOSS"_s, u"Boss"_s, u"CLERK"_s}));
+}
+
 TEST_F(TablePrivilegesGrid, TheUserOfARowCannotBeChanged)
 {
     openRights();
@@ -222,9 +234,9 @@ TEST_F(TablePrivilegesGrid, ARowWithoutAUserCannotBeGivenOne)
     EXPECT_EQ(tablePrivileges(), (QStringList{clerkOnShelf, u"SALES|ORDERS||0|0|0|0|"_s, clerkOnOrders}));
 }
 
-TEST_F(TablePrivilegesGrid, AUserWhoseNameMakesACommentOfTheApostropheCannotBeChangedEither)
+TEST_F(TablePrivilegesGrid, AUserWhoseNameEndsTheStatementBeforeTheApostropheCannotBeChangedEither)
 {
-    for (const char* user : {"USER_NAME--", "1--", "1/*"}) {
+    for (const char* user : {"USER_NAME--", "1--", "1/*", "USER_NAME;", "(SELECT USER_NAME AS [\"]);"}) {
         SCOPED_TRACE(user);
         change(u"DELETE FROM TW_TBLPRV WHERE DATABASE_NAME = 'SALES'"_s);
         for (const QString& name : {QString(QLatin1String(user)), u"CLERK"_s, u"1"_s})
