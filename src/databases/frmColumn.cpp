@@ -465,10 +465,12 @@ bool frmColumn::confirmsDelete()
 
 void frmColumn::deleteRow()
 {
+    // Whatever shows when the tree has yielded, this goes on with the row that it began with.
+    const QStringList above = owners();
     db().Execute(BuildDelete(u"TW_COLUMN"_s, ofColumn(name())));
     modGUI::ExpandToNode(CalcParentKey());
     requireLoaded();
-    showCollection();
+    showCollection(above);
 }
 
 void frmColumn::undo(State state)

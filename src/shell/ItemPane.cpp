@@ -217,11 +217,12 @@ void ItemPane::tbr_ButtonClick(ToolButton& button)
 
 void ItemPane::up()
 {
+    const QString collection = CalcParentKey();
     showCollection();
     events::yield();
     requireLoaded();
     mdiMain& window = mdiMain::instance();
-    if (TreeNode* node = window.tvwExplorer().Nodes().find(CalcParentKey()))
+    if (TreeNode* node = window.tvwExplorer().Nodes().find(collection))
         node->setSelected(true);
     auto* grid = dynamic_cast<GridPane*>(window.currentPane());
     if (m_kind.upFocusesGrid && grid)

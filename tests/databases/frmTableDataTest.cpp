@@ -249,6 +249,16 @@ TEST_F(TableData, AReportNamesTheRoutineThatResizesIt)
     EXPECT_EQ(resizing.seen.first(2), (QStringList{u"modGUI.PaneFormResize"_s, u"frmTableData.Form_Resuze"_s}));
 }
 
+TEST_F(TableData, InTheClassicStyleTheGridHasThePlaceOfTheDescription)
+{
+    settings::save(u"Options"_s, u"Win98"_s, 0);
+    view(all);
+    EXPECT_FALSE(control(u"lblDescription"_s).isVisible());
+    EXPECT_FALSE(control(u"imgCorner"_s).isVisible());
+    EXPECT_TRUE(grid().isVisible());
+    EXPECT_EQ(rows().size(), 3);
+}
+
 // Ending -------------------------------------------------------------------------------------------------------------
 
 TEST_F(TableData, CancelGoesBackToTheTableAndRunsNoQuery)

@@ -262,6 +262,15 @@ TEST_F(LineImporterTest, ALineThatLostColumnsIsReportedAndSendsNothing)
     EXPECT_EQ(errors.shown()[1].description, u"Subscript out of range: the line has no column 3"_s);
 }
 
+TEST_F(LineImporterTest, TablesWhoseNamesJoinAlikeShareTheirNumbers)
+{
+    importFile({u"COLUMN,A_B,C,X,FX,CHAR,8,1,1,\"\",\"\",0"_s, u"COLUMN,A,B_C,Y,FY,CHAR,8,1,1,\"\",\"\",0"_s});
+    const QStringList writes = statements.writes();
+    ASSERT_EQ(writes.size(), 2);
+    EXPECT_TRUE(writes[0].contains("8, 1, 1, '', 1, ''"_L1)) << writes[0].toStdString();
+    EXPECT_TRUE(writes[1].contains("8, 1, 1, '', 2, ''"_L1)) << writes[1].toStdString();
+}
+
 TEST_F(LineImporterTest, ANumberThatIsNoneNeverStandsInAStatement)
 {
     const QStringList former = wholeCatalog();

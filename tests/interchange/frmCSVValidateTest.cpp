@@ -1,4 +1,5 @@
 #include "frmCSVValidate.h"
+
 #include "DialogFixture.h"
 
 using namespace Qt::StringLiterals;
@@ -388,4 +389,13 @@ TEST_F(CSVValidateTest, ARestartBeginsWithNoProgress)
         cancel(dialog);
     };
     importFile(writeLines(u"in.csv"_s, {u"X"_s, u"Y"_s}), act);
+}
+
+TEST_F(CSVValidateTest, TheAnswerIsNoEvenAfterAnImport)
+{
+    dialogs.expect(u"frmCSVValidate"_s, [](DialogForm& dialog) { cancel(dialog); });
+    EXPECT_FALSE(frmCSVValidate::Validate(datasource, writeLines(u"in.csv"_s, good)));
+    expectImported();
+    dialogs.expect(u"frmCSVValidate"_s, [](DialogForm& dialog) { action(dialog); });
+    EXPECT_FALSE(frmCSVValidate::Validate(datasource, path(u"in.csv"_s)));
 }

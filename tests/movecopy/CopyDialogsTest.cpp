@@ -306,6 +306,10 @@ TEST_F(CopyDialogs, ATableIsCopiedIntoTheDatabaseThatIsChosen)
         press(dialog, ok);
     });
     const QString ofOrders = u"WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS'"_s;
+    EXPECT_EQ(
+        sent().first(2),
+        (QStringList{u"SELECT TABLE_NAME FROM TW_TABLE "_s + ofOrders,
+                     u"SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS1'"_s}));
     EXPECT_EQ(sent().sliced(2),
               (QStringList{u"SELECT TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME = 'DEPOT' AND TABLE_NAME = 'ORDERS'"_s,
                            u"SELECT * FROM TW_TABLE "_s + ofOrders, tableInsert(u"DEPOT"_s, u"ORDERS"_s),
@@ -314,6 +318,22 @@ TEST_F(CopyDialogs, ATableIsCopiedIntoTheDatabaseThatIsChosen)
                QStringList{u"SELECT * FROM TW_TBLPRV WHERE DATABASE_NAME = 'SALES' AND TABLE_NAME='ORDERS'"_s,
                            privilegeInsert(u"DEPOT"_s, u"ORDERS"_s)}));
     EXPECT_NE(find(key({u"DB"_s, u"db=DEPOT"_s, u"TA"_s, u"ta=ORDERS"_s})), nullptr);
+}
+
+TEST_F(CopyDialogs, ANameForATableIsSoughtInTheDatabaseThatIsChosen)
+{
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('DEPOT')"_s);
+    change(u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME) VALUES ('DEPOT', 'ORDERS'), ('DEPOT', 'ORDERS1')"_s);
+    copyTable([&](DialogForm& dialog) {
+        dialog.findChild<DropDown*>(u"cboDB"_s)->select(u"DEPOT"_s);
+        enter(dialog, u"txtTable"_s, u"ORDERS"_s);
+        boxes.expectAsk(u"Database 'DEPOT' already contains a Table called 'ORDERS\n"
+                        "Do you want me to find a unique name for the new table?"_s,
+                        ::boxes::Answer::Yes);
+        press(dialog, ok);
+    });
+    EXPECT_EQ(stored(u"SELECT DATABASE_NAME, TABLE_NAME FROM TW_TABLE WHERE TABLE_NAME IN ('ORDERS1', 'ORDERS2')"_s),
+              (QStringList{u"DEPOT|ORDERS1"_s, u"DEPOT|ORDERS2"_s}));
 }
 
 TEST_F(CopyDialogs, ATableNeedsADatabase)
