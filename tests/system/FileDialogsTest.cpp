@@ -87,14 +87,25 @@ protected:
             auto* accept = buttons->button(dialog.acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save
                                                                                           : QDialogButtonBox::Open);
             ASSERT_NE(accept, nullptr);
-            // Until its folder is read, a dialog goes back to its suggestion and knows no file.
-            ASSERT_TRUE(QTest::qWaitFor([&] {
-                if (!dialog.selectedFiles().value(0).startsWith(name)) {
-                    edit->clear();
-                    edit->setText(name);
-                }
+            // Until its folder is read, a dialog goes back to its suggestion and knows no file; what was typed before
+            // that is judged anew only when it is typed anew.
+            const auto isTaken = [&] {
                 return accept->isEnabled() && dialog.selectedFiles().value(0).startsWith(name);
-            }));
+            };
+            const bool taken = QTest::qWaitFor(
+                [&] {
+                    if (!isTaken()) {
+                        edit->clear();
+                        edit->setText(name);
+                    }
+                    return isTaken();
+                },
+                30'000);
+            EXPECT_TRUE(taken) << name.toStdString();
+            if (!taken) {
+                dialog.reject();
+                return;
+            }
             QTest::keyClick(edit, Qt::Key_Return);
         };
     }
