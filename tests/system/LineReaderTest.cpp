@@ -3,11 +3,13 @@
 #include "RuntimeError.h"
 
 #include <QFile>
+#include <QRandomGenerator>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -37,14 +39,36 @@ protected:
         return lines;
     }
 
-    int failure(const QString& path)
+    int failure(const QString& path, int lines = 0)
     {
         try {
-            const LineReader reader(path);
+            LineReader reader(path);
+            for (int line = 0; line < lines; ++line)
+                reader.next();
         } catch (const RuntimeError& error) {
             return static_cast<int>(error.number());
         }
         return 0;
+    }
+
+    /// The lines of a text, one character at a time.
+    static QStringList split(QByteArray bytes)
+    {
+        if (bytes.startsWith("\xEF\xBB\xBF"))
+            bytes.remove(0, 3);
+        QStringList lines;
+        qsizetype begin = 0;
+        for (qsizetype i = 0; i < bytes.size(); ++i) {
+            if (bytes[i] != '\r' && bytes[i] != '\n')
+                continue;
+            lines.append(QString::fromLatin1(bytes.mid(begin, i - begin)));
+            if (bytes.mid(i, 2) == "\r\n")
+                ++i;
+            begin = i + 1;
+        }
+        if (begin < bytes.size())
+            lines.append(QString::fromLatin1(bytes.mid(begin)));
+        return lines;
     }
 
     QTemporaryDir folder;
@@ -100,6 +124,32 @@ TEST_F(LineReaderTest, ALineOfTenMegabytesIsOneLine)
     ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(lines[0].size(), line.size());
     EXPECT_EQ(lines[1], "end");
+}
+
+TEST_F(LineReaderTest, ALineWithoutAnEndIsRefused)
+{
+    const QString path = write("first\n");
+    ASSERT_TRUE(QFile::resize(path, 300 * 1024 * 1024));
+    EXPECT_EQ(failure(path, 1), 0);
+    EXPECT_EQ(failure(path, 2), 75);
+}
+
+TEST_F(LineReaderTest, LinesOfAnyLengthAndEndAreThoseOfAPlainSplit)
+{
+    QRandomGenerator random(65536);
+    for (int round = 0; round < 100; ++round) {
+        QByteArray bytes = random.bounded(3) == 0 ? "\xEF\xBB\xBF" : "";
+        const int count = random.bounded(6);
+        for (int line = 0; line < count; ++line) {
+            // About as long as a block of the reader, or next to nothing.
+            const int size = random.bounded(2) == 0 ? random.bounded(4) : random.bounded(65530, 65541);
+            bytes += QByteArray(size, static_cast<char>(random.bounded('a', 'z' + 1)));
+            static constexpr std::array ends{"\r", "\n", "\r\n"};
+            if (line + 1 < count || random.bounded(2) == 0)
+                bytes += ends[static_cast<std::size_t>(random.bounded(3))];
+        }
+        ASSERT_TRUE(read(bytes) == split(bytes)) << "round " << round;
+    }
 }
 
 TEST_F(LineReaderTest, CharactersBeyondAsciiAreReadInTheCodePage)

@@ -18,6 +18,8 @@ namespace
 {
 
 constexpr std::size_t blockSize = 65536;
+// A device's image is often one line of nulls as large as the device.
+constexpr std::size_t mostOfALine = 1024 * blockSize;
 constexpr char utf8Mark[] = "\xEF\xBB\xBF";
 
 int openForReading(const QByteArray& path)
@@ -97,8 +99,13 @@ void LineReader::fill()
         m_end -= m_begin;
         m_begin = 0;
     }
-    if (m_end == m_buffer.size())
+    if (m_end == m_buffer.size()) {
+        if (m_buffer.size() >= mostOfALine)
+            throw RuntimeError(ErrorNumber::PathFileAccess,
+                               RuntimeError::usualDescription(ErrorNumber::PathFileAccess) +
+                                   ": a line of the file has no end");
         m_buffer.resize(2 * m_buffer.size());
+    }
     const bool feedFound = m_feed < m_end;
     const bool returnFound = m_return < m_end;
     const auto got = step([this] {

@@ -8,7 +8,8 @@
 /// The lines of a text file, one at a time, each ended by CR, LF or both; the last one needs no end. Lines are read in
 /// the system's 8-bit code page, and a line that is none of its texts with a character for each byte (Latin-1), so that
 /// no byte is lost. The mark that some editors put in front of UTF-8 is no part of the first line. The file is read as
-/// it goes, whatever its size; only one line must fit into memory.
+/// it goes, whatever its size; only one line must fit into memory, and none may reach 64 MiB: what goes on for as long
+/// without an end is no text.
 class LineReader
 {
 public:
@@ -19,7 +20,8 @@ public:
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
 
-    /// On to the next line; false behind the last one. Raises 75 when reading fails. A step as well.
+    /// On to the next line; false behind the last one. A step as well, which raises 75 when reading fails. A line that
+    /// is too long raises 75 outside of it, since it would do so again.
     bool next();
     /// The current line, valid until the next move.
     QStringView text();
