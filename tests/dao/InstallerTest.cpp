@@ -1,13 +1,11 @@
 #include "Installer.h"
 
+#include "FileSizeLimit.h"
 #include "OdbcFixture.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <csignal>
-#include <sys/resource.h>
 
 using dao::Installer::Key;
 using dao::Installer::Scope;
@@ -239,21 +237,18 @@ TEST_F(Installer, AFileThatCanNotBeWrittenWholeStaysAsItWas)
     const QByteArray big = QByteArray("# a comment\n").repeated(2000) + original;
     write(userIni(), big);
     const QStringList before = QDir(folder()).entryList(QDir::AllEntries | QDir::Hidden);
-    auto* handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit former{};
-    getrlimit(RLIMIT_FSIZE, &former);
-    const rlimit limit{10000, former.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    const auto added = raised([&] { dao::Installer::addDatasource(Scope::User, "New", ours, {{"Catalog", "/n.db"}}); });
-    const auto changed = raised([&] {
-        dao::Installer::changeDatasource(Scope::User, "Sales", {{"Catalog", "/n.db"}});
-    });
-    const auto removed = raised([&] { dao::Installer::removeDatasource(Scope::User, "Sales"); });
-    setrlimit(RLIMIT_FSIZE, &former);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(added, ErrorNumber::PathFileAccess);
-    EXPECT_EQ(changed, ErrorNumber::PathFileAccess);
-    EXPECT_EQ(removed, ErrorNumber::PathFileAccess);
+    {
+        const FileSizeLimit limit(10000);
+        EXPECT_EQ(raised([&] {
+                      dao::Installer::addDatasource(Scope::User, "New", ours, {{"Catalog", "/n.db"}});
+                  }),
+                  ErrorNumber::PathFileAccess);
+        EXPECT_EQ(raised([&] {
+                      dao::Installer::changeDatasource(Scope::User, "Sales", {{"Catalog", "/n.db"}});
+                  }),
+                  ErrorNumber::PathFileAccess);
+        EXPECT_EQ(raised([&] { dao::Installer::removeDatasource(Scope::User, "Sales"); }), ErrorNumber::PathFileAccess);
+    }
     EXPECT_EQ(read(userIni()), big);
     EXPECT_EQ(QDir(folder()).entryList(QDir::AllEntries | QDir::Hidden), before);
 }

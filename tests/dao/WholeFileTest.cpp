@@ -1,13 +1,11 @@
 #include "WholeFile.h"
 
+#include "FileSizeLimit.h"
 #include "OdbcFixture.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace
 {
@@ -15,30 +13,6 @@ namespace
 class WholeFile : public OdbcFixture
 {
 protected:
-    /// No file of this process can grow beyond that many bytes while it lives, as on a full disk.
-    class FileSizeLimit
-    {
-    public:
-        explicit FileSizeLimit(rlim_t bytes)
-        {
-            m_handler = std::signal(SIGXFSZ, SIG_IGN);
-            getrlimit(RLIMIT_FSIZE, &m_former);
-            const rlimit limit{bytes, m_former.rlim_max};
-            setrlimit(RLIMIT_FSIZE, &limit);
-        }
-        ~FileSizeLimit()
-        {
-            setrlimit(RLIMIT_FSIZE, &m_former);
-            std::signal(SIGXFSZ, m_handler);
-        }
-        FileSizeLimit(const FileSizeLimit&) = delete;
-        FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-    private:
-        rlimit m_former{};
-        void (*m_handler)(int) = nullptr;
-    };
-
     static QStringList entries() { return QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
 };
 

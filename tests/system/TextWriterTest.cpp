@@ -1,5 +1,6 @@
 #include "TextWriter.h"
 
+#include "FileSizeLimit.h"
 #include "RuntimeError.h"
 
 #include <QFile>
@@ -98,6 +99,22 @@ TEST_F(TextWriterTest, AFullDiskRaises61AtTheFlushAndAtTheClose)
         writer.append('x');
     EXPECT_EQ(failure([&] { writer.flushWhenFull(); }), 61);
     EXPECT_EQ(failure([&] { writer.close(); }), 61);
+}
+
+TEST_F(TextWriterTest, AWriteThatWentHalfWayGoesOnWhereItEnded)
+{
+    QByteArray bytes;
+    for (char byte = 1; byte <= 100; ++byte)
+        bytes += byte;
+    TextWriter writer(path());
+    writer.append(QLatin1StringView(bytes));
+    {
+        const FileSizeLimit limit(40);
+        EXPECT_EQ(failure([&] { writer.close(); }), 75);
+        EXPECT_EQ(written(), bytes.left(40));
+    }
+    writer.close();
+    EXPECT_EQ(written(), bytes);
 }
 
 TEST_F(TextWriterTest, WhatCantBeOpenedRaisesTheErrorOfTheSystem)
