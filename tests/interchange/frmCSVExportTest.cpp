@@ -1,8 +1,7 @@
 #include "CConnections.h"
 #include "CsvBlocks.h"
 #include "Database.h"
-#include "FaultSweep.h"
-#include "InterchangeFixture.h"
+#include "ExportFixture.h"
 #include "MousePointer.h"
 #include "Recordset.h"
 #include "TextWriter.h"
@@ -13,30 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-class CSVExportTest : public InterchangeTest
-{
-protected:
-    void openPane() { open(u"frmCSVExport"_s); }
-
-    /// Everything but what is never exported.
-    void emptyCatalog() const
-    {
-        for (const char* statement :
-             {"DELETE FROM TW_FILE WHERE FILE_NAME IN ('PAYROLL', 'EMPTY')",
-              "DELETE FROM TW_FIELD WHERE FILE_NAME = 'PAYROLL'", "DELETE FROM TW_DB WHERE DATABASE_NAME <> 'TW'",
-              "DELETE FROM TW_TABLE WHERE DATABASE_NAME <> 'TW'", "DELETE FROM TW_COLUMN WHERE DATABASE_NAME <> 'TW'",
-              "DELETE FROM TW_USER WHERE USER_NAME <> 'ADMIN'", "DELETE FROM TW_DBPRV WHERE DATABASE_NAME <> 'TW'",
-              "DELETE FROM TW_TBLPRV WHERE DATABASE_NAME <> 'TW'"})
-            change(QLatin1String(statement));
-    }
-
-    /// The program is ready again by the time that it says so.
-    void expectDone()
-    {
-        boxes.expect(u"Catalog Exported"_s, boxes::Icon::Information, [this] { EXPECT_EQ(statusText(), u"Ready"_s); });
-    }
-};
 
 /// The pointer that shows when a file dialog comes up.
 class PointerOfDialogs final : public filedialogs::Presenter
@@ -79,20 +54,6 @@ public:
 private:
     dao::StatementObserver* m_former;
 };
-
-const QByteArray wholeFile = "\"FILE\",\"PAYROLL\",\"INDEXED\",\"FIXED\",12\r\n"
-                             "\"FILE\",\"EMPTY\",\"RELATIVE\",\"FIXED\",0\r\n"
-                             "\"FIELD\",\"PAYROLL\",\"EMPLOYEE\",\"CHARACTER\",0,4,0,0,0,\"\",\"\"\r\n"
-                             "\"FIELD\",\"PAYROLL\",\"SALARY\",\"CHARACTER\",8,4,0,0,0,\"\",\"\"\r\n"
-                             "\"FIELD\",\"PAYROLL\",\"BONUS\",\"CHARACTER\",4,4,0,0,0,\"\",\"\"\r\n"
-                             "\"DB\",\"SALES\",\"\",\"DISAM\",\"\",\"\"\r\n"
-                             "\"TABLE\",\"SALES\",\"ORDERS\",\"TABLE\",\"PAYROLL\",\"\",\"\",\"\"\r\n"
-                             "\"COLUMN\",\"SALES\",\"ORDERS\",\"AMOUNT\",\"SALARY\",\"\",0,0,0,\"\",\"\",0\r\n"
-                             "\"COLUMN\",\"SALES\",\"ORDERS\",\"BUYER\",\"EMPLOYEE\",\"\",0,0,0,\"\",\"\",0\r\n"
-                             "\"COLUMN\",\"SALES\",\"ORDERS\",\"RFA\",\"RFA\",\"\",0,0,0,\"\",\"\",1\r\n"
-                             "\"USER\",\"CLERK\",\"\"\r\n"
-                             "\"DBPRV\",\"CLERK\",\"SALES\",\"\",\"\",0,0,0,0,\"\"\r\n"
-                             "\"TBLPRV\",\"CLERK\",\"SALES\",\"ORDERS\",0,0,0,0\r\n";
 
 } // namespace
 
@@ -346,94 +307,4 @@ TEST_F(CSVExportTest, TheToolBarsExportRunsTheSameRouteAndOtherButtonsNone)
     pane->tbr_ButtonClick(window->toolBar(u"tbrMain"_s).Button(u"Export"_s));
     EXPECT_EQ(read(path(u"catalog.txt"_s)), wholeFile);
     pane->tbr_ButtonClick(window->toolBar(u"tbrMain"_s).Button(u"Import"_s));
-}
-
-TEST_F(CSVExportTest, AFileThatCantBeWrittenGivesTheAccessBoxAlone)
-{
-    openPane();
-    boxes.expect("There was an access problem writing to the file '"_L1 + folder.path() +
-                     ".\nThis may be a read-only device?"_L1,
-                 boxes::Icon::Information, [this] { EXPECT_EQ(statusText(), u"Ready"_s); });
-    exportTo(folder.path());
-    EXPECT_EQ(statusText(), u"Ready"_s);
-    EXPECT_EQ(statements.statements(), QStringList());
-}
-
-TEST_F(CSVExportTest, AMissingFolderIsReportedAndRetryTriesAgain)
-{
-    openPane();
-    errors.expect([&](QWidget& form) {
-        EXPECT_EQ(statusText(), u"Ready"_s);
-        EXPECT_TRUE(QDir(folder.path()).mkdir(u"later"_s));
-        ScriptedErrorForm::press(form, Press::Retry);
-    });
-    expectDone();
-    exportTo(path(u"later/catalog.txt"_s));
-    ASSERT_EQ(errors.shown().size(), 1U);
-    EXPECT_EQ(errors.shown()[0].number, u"53"_s);
-    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.Export"_s);
-    EXPECT_EQ(read(path(u"later/catalog.txt"_s)), wholeFile);
-}
-
-TEST_F(CSVExportTest, AMissingFolderIgnoredEndsTheExport)
-{
-    openPane();
-    errors.expect(Press::Ignore);
-    exportTo(path(u"nowhere/catalog.txt"_s));
-    EXPECT_EQ(statements.statements(), QStringList());
-    EXPECT_EQ(statusText(), u"Ready"_s);
-}
-
-TEST_F(CSVExportTest, AFullDiskIsReportedAndNothingClaimsThatTheCatalogWasExported)
-{
-    openPane();
-    errors.expect(Press::Retry).expect(Press::Ignore);
-    exportTo(u"/dev/full"_s);
-    ASSERT_EQ(errors.shown().size(), 2U);
-    EXPECT_EQ(errors.shown()[0].number, u"61"_s);
-    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.Export"_s);
-    EXPECT_EQ(statusText(), u"Ready"_s);
-}
-
-TEST_F(CSVExportTest, AFullDiskAmidTheRowsIsReportedByTheBlock)
-{
-    openPane();
-    for (int i = 0; i < 40; ++i)
-        change(u"INSERT INTO TW_DB (DATABASE_NAME, CONNECT_STRING) VALUES ('D%1', '%2')"_s.arg(i).arg(
-            QString(4000, 'x'_L1)));
-    errors.expect(Press::Ignore).expect(Press::Ignore).expect(Press::Ignore).expect(Press::Ignore);
-    errors.expect(Press::Ignore).expect(Press::Ignore).expect(Press::Ignore);
-    exportTo(u"/dev/full"_s);
-    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.WriteBlock"_s);
-    EXPECT_EQ(errors.shown().back().trappedIn, u"frmCSVExport.Export"_s);
-}
-
-TEST_F(CSVExportTest, ABlockThatFailsIsReportedWithItsStatementAndLeftOnIgnore)
-{
-    openPane();
-    statements.failAt(1);
-    errors.expect(Press::Ignore);
-    expectDone();
-    exportTo(path(u"catalog.txt"_s));
-    EXPECT_EQ(errors.shown()[0].trappedIn, u"frmCSVExport.WriteBlock"_s);
-    EXPECT_TRUE(errors.shown()[0].additional.contains(u"TW_FILE"_s));
-    EXPECT_EQ(read(path(u"catalog.txt"_s)), wholeFile.mid(wholeFile.indexOf("\"FIELD\"")));
-}
-
-TEST_F(CSVExportTest, EveryFaultOfAStatementIsAnsweredAndTheProgramGoesOn)
-{
-    openPane();
-    FaultSweep sweep(statements, errors);
-    const QString file = path(u"catalog.txt"_s);
-    const auto exportCatalog = [&] {
-        expectDone();
-        exportTo(file);
-    };
-    sweep.run({
-        .prepare = [&] { QFile::remove(file); },
-        .act = [&](const std::optional<FaultSweep::Fault>&) { exportCatalog(); },
-        .outcome = [&] { return QString::fromUtf8(read(file)).split("\r\n"_L1); },
-        .afterIgnore = [](int statement, const QStringList& all) { return all.sliced(statement); },
-        .goOn = exportCatalog,
-    });
 }
