@@ -42,6 +42,17 @@ protected:
             dialog, [&dialog, beginning] { return status(dialog).startsWith(beginning); }, then);
     }
 
+    /// Does all that may end a dialog or start a run, in a dialog that nothing ends.
+    static void tryToEnd(DialogForm& dialog)
+    {
+        for (const char* name : {"cmdAction", "cmdCancel"})
+            QTest::mouseClick(&button(dialog, name), Qt::LeftButton);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        dialog.close();
+        EXPECT_TRUE(dialog.isVisible());
+    }
+
     static QStringList users(int count)
     {
         QStringList all;

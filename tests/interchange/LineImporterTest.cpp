@@ -143,6 +143,23 @@ TEST_F(LineImporterTest, AShortColumnLineIsFilledInAndWarnedOfAgain)
                                             u"3 WRN Table: Missing Column Type - Assuming Default"_s}));
 }
 
+TEST_F(LineImporterTest, AFullLineWithABareEmptyColumnIsTakenForAShortOne)
+{
+    const QStringList sent = importFile({
+        u"DB,depot,/d,disam,,Depot"_s,
+        u"TABLE,depot,parts,table,stock,p.dat,,Parts"_s,
+        u"COLUMN,depot,parts,a,fa,char,8,1,1,,Part,0"_s,
+    });
+    ASSERT_EQ(sent.size(), 4);
+    EXPECT_TRUE(sent[0].endsWith(u"VALUES ('DEPOT', '/d', 'DISAM', 'Depot', 'depot')"_s)) << sent[0].toStdString();
+    EXPECT_TRUE(sent[1].endsWith(u"VALUES ('DEPOT', 'PARTS', 'TABLE', 'STOCK', 'p.dat', 'Parts', 'parts')"_s))
+        << sent[1].toStdString();
+    EXPECT_TRUE(sent[3].contains(u"VALUES ('DEPOT', 'PARTS', 'A', 'FA', 'CHAR', 8, 1, 1, 'Part', 1, 'a', "_s) &&
+                sent[3].endsWith(u", 0)"_s))
+        << sent[3].toStdString();
+    EXPECT_EQ(lines(findings), QStringList{u"3 WRN Table: Missing Display Name - Assuming Default"_s});
+}
+
 TEST_F(LineImporterTest, ANullAttributeOfTheTypeIsZero)
 {
     change(u"UPDATE TW_SQLDT SET PRECISION = NULL, NULLABLE = NULL, CASE_SENSITIVE = 1, SEARCHABLE = NULL, "

@@ -247,6 +247,30 @@ TEST_F(CSVValidateFaultTest, ANulInALineEndsInAFindingOrAReportAndTheCatalogStay
     EXPECT_EQ(wholeCatalog(), former);
 }
 
+TEST_F(CSVValidateFaultTest, ANulThatReachesAStatementIsReportedAndWritesNothing)
+{
+    const QStringList former = wholeCatalog();
+    startAndFault(write(u"in.csv"_s, QByteArray("DB,DEPOT,,DI\0SAM,,\n", 19)));
+    EXPECT_EQ(errors.shown()[0].number, u"ODBC Error"_s);
+    EXPECT_EQ(wholeCatalog(), former);
+
+    errors.expect(Press::Ignore);
+    expectImported();
+    importFile(write(u"in.csv"_s, QByteArray("USER,BOB,A\0B\n", 13)), [](DialogForm& dialog) { action(dialog); });
+    EXPECT_EQ(errors.shown().back().trappedIn, u"frmCSVImport.Import"_s);
+    EXPECT_EQ(wholeCatalog(), former);
+}
+
+TEST_F(CSVValidateFaultTest, AFileWithoutAnEndOfLineIsReportedAsItIsCounted)
+{
+    const QString file = write(u"in.csv"_s, "USER,BOB,SECRET\n");
+    ASSERT_TRUE(QFile::resize(file, 300 * 1024 * 1024));
+    startAndFault(file);
+    EXPECT_EQ(errors.shown()[0].number, u"75"_s);
+    EXPECT_EQ(errors.shown()[0].description, u"Path/File access error: a line of the file has no end"_s);
+    EXPECT_EQ(statements.writes(), QStringList());
+}
+
 TEST_F(CSVValidateFaultTest, ALineOfTenMegabytesIsOneFinding)
 {
     const QByteArray huge(10 * 1024 * 1024, ',');

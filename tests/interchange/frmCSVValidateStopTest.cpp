@@ -133,6 +133,21 @@ TEST_F(CSVValidateStopTest, TheTitleBarCancelsToo)
     EXPECT_EQ(statements.writes(), QStringList());
 }
 
+TEST_F(CSVValidateStopTest, NothingEndsTheSecondStage)
+{
+    QString triedAt;
+    expectImported();
+    importFile(writeLines(u"in.csv"_s, users(5)), [&](DialogForm& dialog) {
+        when(dialog, u"Importing Line"_s, [&] {
+            triedAt = status(dialog);
+            tryToEnd(dialog);
+        });
+        action(dialog);
+    });
+    EXPECT_EQ(triedAt, u"Importing Line 1 of 5"_s);
+    EXPECT_EQ(statements.writes().size(), 5);
+}
+
 TEST_F(CSVValidateTest, The5001stErrorStopsTheRunAndARestartClearsTheList)
 {
     importFile(writeLines(u"in.csv"_s, QStringList(6000, u"X"_s)), [&](DialogForm& dialog) {
