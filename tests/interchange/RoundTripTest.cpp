@@ -273,7 +273,7 @@ QByteArray RoundTripTest::makeCatalog()
 
 } // namespace
 
-TEST_F(RoundTripTest, TwoHundredCatalogsComeBackButForWhatIsStatedToBeLost)
+TEST_F(RoundTripTest, TwoHundredCatalogsComeBackButForWhatTheFormatLeavesOut)
 {
     for (const CLOCDT& type : connection->LOCDTs())
         localTypes.push_back(type.LOCAL_TYPE_NAME);
