@@ -196,6 +196,31 @@ TEST_F(Rights, DoNotReachBeyondTheCatalog)
     EXPECT_FALSE(std::filesystem::exists(setup.File("copy")));
 }
 
+TEST_F(Rights, DoNotReachBeyondTheCatalogThroughACriteriaEither)
+{
+    Run("UPDATE TW_TABLE SET CRITERIA = 'blob_export(x''00'', ''" + setup.File("out") +
+        "'') IS NOT NULL' WHERE TABLE_NAME = 'OWNER'");
+    Run("UPDATE TW_TABLE SET CRITERIA = 'EXISTS (SELECT 1 FROM pragma_optimize)' WHERE TABLE_NAME = 'ACCOUNT'");
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT) VALUES "
+        "('CLERK', 'BANK', 'DATABASE', 1)");
+    for (const char* user : {"", "ADMIN", "CLERK"}) {
+        OdbcClient& reader = As(user);
+        EXPECT_NE(Failure(reader, "SELECT * FROM BANK_OWNER")
+                      .find("The criteria of the table BANK_OWNER cannot be applied: not authorized to use function: "
+                            "blob_export"),
+                  std::string::npos)
+            << user;
+        EXPECT_FALSE(std::filesystem::exists(setup.File("out"))) << user;
+        EXPECT_NE(Failure(reader, "SELECT * FROM BANK_ACCOUNT").find("not authorized"), std::string::npos) << user;
+    }
+    Run("UPDATE TW_TABLE SET CRITERIA = 'EXISTS (SELECT 1 FROM pragma_table_info(''TW_FILE'')) AND upper(''x'') = "
+        "''X''' WHERE TABLE_NAME = 'OWNER'");
+    EXPECT_EQ(Rows(As("CLERK"), "SELECT NO FROM BANK_OWNER"), "3\n");
+    EXPECT_EQ(Rows("SELECT blob_export(x'00', '" + setup.File("out") + "')"), "1\n")
+        << "what the administrator writes itself is run";
+    EXPECT_TRUE(std::filesystem::exists(setup.File("out")));
+}
+
 TEST_F(Rights, OfTheCatalogDoNotReachHowItsFileIsMadeUp)
 {
     Run("UPDATE TW_DBPRV SET ALLOW_INSERT = 1, ALLOW_DELETE = 1 WHERE USER_NAME = 'CLERK'");
