@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 /// The most digits that an integer of 64 bits always holds.
 constexpr std::size_t integerDigits = 18;
 
-/// What TW_FIELD allows to say of a field, in bytes.
+/// What the catalog allows to say of a field or a record, in bytes.
 constexpr std::int64_t mostBytes = 65535;
 
 constexpr const char* tableQuestion =
@@ -74,7 +74,8 @@ IntegerLimits LimitsOf(int bytes, bool isUnsigned)
 /// numbers; that they are no text is told where columns are described.
 void TakeDecimal(Column& column)
 {
-    column.digits = DigitsOf(*column.field) + static_cast<std::size_t>(-std::min(column.field->scale, 0));
+    column.digits = std::min<std::size_t>(DigitsOf(*column.field), mostDigits) +
+                    static_cast<std::size_t>(-std::min(column.field->scale, 0));
     column.scale = std::max(column.field->scale, 0);
     column.declaration = std::string(decimalText) + "(" + std::to_string(column.digits) + ", " +
                          std::to_string(column.scale) + ") COLLATE TARNWICK_DECIMAL";
@@ -111,7 +112,7 @@ void TakeSqlType(Column& column, const std::string& type, std::int64_t size, boo
                                            [&](const Known& k) { return EqualIgnoringCase(k.name, type); });
     if (found == std::end(known)) {
         column.shown = Shown::Text;
-        column.declaration = Sized("VARCHAR", std::max<std::int64_t>(size, 1));
+        column.declaration = Sized("VARCHAR", std::clamp<std::int64_t>(size, 1, mostBytes));
         return;
     }
     column.shown = found->shown;
@@ -188,7 +189,12 @@ void ReadFile(const Query& row, const Surroundings& surroundings, TableDefinitio
     definition.organisation = row.Text(7);
     definition.recordType = row.Text(8);
     definition.openString = row.Text(9);
-    definition.recordSize = static_cast<std::size_t>(std::clamp<std::int64_t>(row.Number(10), 0, mostBytes));
+    const std::int64_t size = row.Number(10);
+    if (size < 0 || size > mostBytes) {
+        definition.problem = "its file definition has the record size " + std::to_string(size);
+        return;
+    }
+    definition.recordSize = static_cast<std::size_t>(size);
     try {
         definition.path = DataFilePath(surroundings, row.Text(5), row.Text(3));
     } catch (const RecordError& error) {

@@ -115,6 +115,37 @@ TEST_F(RecordDefinitions, AFieldMustEndInsideAFixedRecord)
     EXPECT_TRUE(Holds(Failure("SELECT BALANCE FROM BANK_ACCOUNT"), "ends behind the record's 13 bytes"));
 }
 
+TEST_F(RecordDefinitions, ARecordMustHaveASizeThatCanBe)
+{
+    for (const char* size : {"65536", "-1", "4294967309"}) {
+        Run(std::string("UPDATE TW_FILE SET RECORD_SIZE = ") + size + " WHERE FILE_NAME = 'ACCOUNT'");
+        EXPECT_TRUE(
+            Holds(Failure("SELECT NAME FROM BANK_ACCOUNT"),
+                  std::string("The table BANK_ACCOUNT cannot be read: its file definition has the record size ") +
+                      size + "."))
+            << size;
+    }
+    WriteData("ACCOUNT.dat", accounts + std::string(65535 - accounts.size(), 'x') + accounts +
+                                 std::string(65535 - accounts.size(), 'x'));
+    Run("UPDATE TW_FILE SET RECORD_SIZE = 65535 WHERE FILE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nHarry\n");
+}
+
+TEST_F(RecordDefinitions, WhatAColumnIsSaidToHoldIsWhatAFieldCanHold)
+{
+    Make("WIDE", {{"WORDS", "STRING", 30000}, {"SUM", "STRING", 30000}},
+         std::string(30000, 'w') + "7" + std::string(29999, ' '));
+    Run("UPDATE TW_COLUMN SET PRECISION = 2000000000 WHERE COLUMN_NAME = 'WORDS'");
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'DECIMAL' WHERE COLUMN_NAME = 'SUM'");
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_WIDE", 6), "65535\n38\n");
+    const Result result = client.Execute("SELECT * FROM BANK_WIDE");
+    ASSERT_EQ(result.columns.size(), 2u) << result.diagnostic.message;
+    EXPECT_EQ(result.columns[0].size, 65535u);
+    EXPECT_EQ(result.columns[1].type, SQL_DECIMAL);
+    EXPECT_EQ(result.columns[1].size, 38u);
+    EXPECT_EQ(Rows("SELECT length(WORDS), SUM FROM BANK_WIDE"), "30000|7\n");
+}
+
 TEST_F(RecordDefinitions, AFieldMustHaveAPlaceAndAScaleThatCanBe)
 {
     Run("UPDATE TW_FIELD SET LENGTH = 0 WHERE FIELD_NAME = 'BALANCE'");
