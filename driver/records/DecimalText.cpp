@@ -119,9 +119,10 @@ std::string PlainDecimal(std::string_view text)
     return plain + "e" + std::to_string(number->power);
 }
 
-void RegisterDecimalCollation(sqlite3* engine)
+void RegisterDecimalCollations(sqlite3* engine)
 {
-    sqlite3_create_collation(engine, "TARNWICK_DECIMAL", SQLITE_UTF8, nullptr, Collate);
+    for (const char* name : {"TARNWICK_DECIMAL", "TARNWICK_LITERAL"})
+        sqlite3_create_collation(engine, name, SQLITE_UTF8, nullptr, Collate);
 }
 
 } // namespace tarnwick::records

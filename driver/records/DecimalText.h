@@ -16,7 +16,8 @@ int CompareDecimals(std::string_view left, std::string_view right);
 /// The one text that all texts of a number have in common; another text as it is.
 std::string PlainDecimal(std::string_view text);
 
-/// Makes the comparison a collation of the connection, under the name TARNWICK_DECIMAL.
-void RegisterDecimalCollation(sqlite3* engine);
+/// Makes the comparison a collation of the connection, under the name TARNWICK_DECIMAL, which is that of columns, and
+/// under TARNWICK_LITERAL, by which a comparison with a number of the statement can be told from one with a column.
+void RegisterDecimalCollations(sqlite3* engine);
 
 } // namespace tarnwick::records

@@ -5,12 +5,15 @@
 #include "Tokenizer.h"
 
 #include <algorithm>
+#include <map>
 #include <vector>
 
 namespace tarnwick::records
 {
 namespace
 {
+
+using Names = std::set<std::string>;
 
 bool IsDigit(char c)
 {
@@ -33,24 +36,119 @@ bool IsWord(const Token& token, std::string_view word)
     return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
 }
 
+bool IsName(const Token& token)
+{
+    return token.kind == Token::Kind::Name || token.kind == Token::Kind::String ||
+           (token.kind == Token::Kind::Word && !IsDigit(token.text.front()));
+}
+
+/// A name without its quotes, in upper case.
+std::string NameIn(const Token& token)
+{
+    return InUpperCase(token.kind == Token::Kind::Word ? token.text : token.text.substr(1, token.text.size() - 2));
+}
+
+/// Reads the names that a statement gives to columns of its own.
+class GivenNames
+{
+public:
+    GivenNames(std::string_view statement, Names& names) : m_tokens(Tokenize(statement)), m_names(names)
+    {
+        for (std::size_t i = 1; i < m_tokens.size(); ++i) {
+            const Token& before = m_tokens[i - 1];
+            const bool isGiven = before.text == ")" || (IsWord(before, "AS") && !IsType(i) && !IsItsOwn(i));
+            if (isGiven && IsName(m_tokens[i]))
+                m_names.insert(NameIn(m_tokens[i]));
+            if (before.text == "(")
+                ReadList(i);
+        }
+    }
+
+private:
+    /// Whether a CAST has its type there.
+    bool IsType(std::size_t i) const
+    {
+        for (std::size_t open = 0, place = i; place-- > 1;) {
+            if (m_tokens[place].text == ")")
+                ++open;
+            else if (m_tokens[place].text == "(" && open-- == 0)
+                return IsWord(m_tokens[place - 1], "CAST");
+        }
+        return false;
+    }
+
+    /// Whether a column that is selected as it stands keeps its name: `x.WIDE AS WIDE`.
+    bool IsItsOwn(std::size_t i) const
+    {
+        if (i < 3 || !IsName(m_tokens[i - 2]) || !IsName(m_tokens[i]) || NameIn(m_tokens[i - 2]) != NameIn(m_tokens[i]))
+            return false;
+        std::size_t first = i - 2;
+        while (first >= 2 && m_tokens[first - 1].text == ".")
+            first -= 2;
+        return first >= 1 && (m_tokens[first - 1].text == "," || IsWord(m_tokens[first - 1], "SELECT"));
+    }
+
+    /// The columns of a view or of a WITH: names in parentheses before AS and a SELECT.
+    void ReadList(std::size_t i)
+    {
+        Names list;
+        for (; i + 2 < m_tokens.size() && IsName(m_tokens[i]); i += 2) {
+            list.insert(NameIn(m_tokens[i]));
+            if (m_tokens[i + 1].text == ")" && IsWord(m_tokens[i + 2], "AS") && BeginsSelect(i + 3))
+                return m_names.merge(list);
+            if (m_tokens[i + 1].text != ",")
+                return;
+        }
+    }
+
+    bool BeginsSelect(std::size_t i) const
+    {
+        if (i >= m_tokens.size() || m_tokens[i].text == "(")
+            return i < m_tokens.size();
+        for (const char* word : {"SELECT", "WITH", "VALUES", "NOT", "MATERIALIZED"})
+            if (IsWord(m_tokens[i], word))
+                return true;
+        return false;
+    }
+
+    std::vector<Token> m_tokens;
+    Names& m_names;
+};
+
+/// What takes the place of a number.
+enum class Literal {
+    Text,    ///< its digits: the column in front of an IN says how they are compared
+    Decimal, ///< its digits with what makes even a floating point number compare with them by its value
+};
+
 /// Reads the comparisons of a statement.
 class Comparisons
 {
 public:
-    Comparisons(std::string_view statement, const std::function<bool(const std::string&)>& isDecimal)
-        : m_tokens(Tokenize(statement)), m_isDecimal(isDecimal)
+    using Test = std::function<bool(const std::string&)>;
+
+    Comparisons(std::string_view statement, const Test& isDecimal, const Names& given)
+        : m_tokens(Tokenize(statement)), m_isDecimal(isDecimal), m_given(given)
     {
+        for (std::size_t i = 0; i < m_tokens.size(); ++i)
+            if (IsWordThere(i, "json_each") || IsWordThere(i, "json_tree"))
+                ReadJson(i);
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
             if (IsDecimalColumn(i)) {
                 if (IsOperand(i))
                     ReadReversed(i);
                 else
-                    ReadComparison(i + 1);
+                    ReadComparison(i);
             }
     }
 
-    /// The numbers to be quoted, in their order.
-    const std::vector<std::string_view>& Numbers() const { return m_numbers; }
+    struct Number {
+        std::string_view text;
+        Literal literal;
+    };
+
+    /// The numbers to be replaced, by where they stand in the statement.
+    const std::map<const char*, Number>& Numbers() const { return m_numbers; }
 
 private:
     bool IsThere(std::size_t i, std::string_view text) const { return i < m_tokens.size() && m_tokens[i].text == text; }
@@ -61,10 +159,40 @@ private:
 
     bool IsDecimalColumn(std::size_t i) const
     {
-        const Token& token = m_tokens[i];
-        if (token.kind == Token::Kind::Name)
-            return m_isDecimal(InUpperCase(token.text.substr(1, token.text.size() - 2)));
-        return token.kind == Token::Kind::Word && m_isDecimal(InUpperCase(token.text));
+        const Token::Kind kind = m_tokens[i].kind;
+        if ((kind != Token::Kind::Name && kind != Token::Kind::Word) || !m_isDecimal(NameIn(m_tokens[i])))
+            return false;
+        return m_jsonTables.empty() || !MayBeJson(i);
+    }
+
+    /// Values of JSON are of no type, and to SQLite a number among them is less than any text.
+    bool MayBeJson(std::size_t i) const
+    {
+        const std::string name = NameIn(m_tokens[i]);
+        if (m_given.count(name) > 0)
+            return true;
+        if (i >= 2 && IsThere(i - 1, "."))
+            return m_jsonTables.count(NameIn(m_tokens[i - 2])) > 0;
+        for (const char* column : {"KEY", "VALUE", "ATOM", "ID", "PARENT"})
+            if (name == column)
+                return true;
+        return false;
+    }
+
+    /// The name of a table of JSON, and the one that a statement gives to it.
+    void ReadJson(std::size_t i)
+    {
+        m_jsonTables.insert(NameIn(m_tokens[i]));
+        if (!IsThere(++i, "("))
+            return;
+        for (int depth = 0; i < m_tokens.size(); ++i) {
+            depth += IsThere(i, "(") ? 1 : IsThere(i, ")") ? -1 : 0;
+            if (depth == 0)
+                break;
+        }
+        i += IsWordThere(i + 1, "AS") ? 2 : 1;
+        if (i < m_tokens.size() && IsName(m_tokens[i]))
+            m_jsonTables.insert(NameIn(m_tokens[i]));
     }
 
     /// Whether the column, qualified or not, is what an operator in front of it takes. The comparison behind it is not
@@ -114,13 +242,13 @@ private:
             --begin;
         if (begin > 0 && (IsThere(begin - 1, "-") || IsThere(begin - 1, "+")))
             --begin;
-        const bool isKnown = !m_numbers.empty() && m_tokens[begin].text.data() <= m_numbers.back().data();
-        if (end < name && begin < end && begin > 0 && OpensExpression(begin - 1) && !isKnown)
+        if (end < name && begin < end && begin > 0 && OpensExpression(begin - 1))
             TakeNumber(begin);
     }
 
-    void ReadComparison(std::size_t i)
+    void ReadComparison(std::size_t column)
     {
+        std::size_t i = column + 1;
         if (IsWordThere(i, "IS"))
             return ReadIdentity(i + 1);
         if (IsWordThere(i, "NOT"))
@@ -132,9 +260,8 @@ private:
             return;
         }
         if (IsWordThere(i, "IN") && IsThere(i + 1, "(")) {
-            i = TakeNumber(i + 2);
-            while (IsThere(i, ","))
-                i = TakeNumber(i + 1);
+            if (m_given.count(NameIn(m_tokens[column])) == 0)
+                ReadList(i + 2);
             return;
         }
         const std::size_t first = i;
@@ -142,6 +269,17 @@ private:
             ++i;
         if (i > first)
             TakeNumber(i);
+    }
+
+    /// All numbers of a list, whatever stands between them.
+    void ReadList(std::size_t i)
+    {
+        TakeNumber(i, Literal::Text);
+        for (int depth = 0; i < m_tokens.size() && depth >= 0; ++i) {
+            depth += IsThere(i, "(") ? 1 : IsThere(i, ")") ? -1 : 0;
+            if (depth == 0 && IsThere(i, ","))
+                TakeNumber(i + 1, Literal::Text);
+        }
     }
 
     void ReadIdentity(std::size_t i)
@@ -154,7 +292,7 @@ private:
     }
 
     /// Gives the place behind the number that begins there.
-    std::size_t TakeNumber(std::size_t i)
+    std::size_t TakeNumber(std::size_t i, Literal literal = Literal::Decimal)
     {
         const std::size_t first = i;
         if (IsThere(i, "-") || IsThere(i, "+"))
@@ -166,11 +304,11 @@ private:
             ++i;
         }
         const bool isOneNumber = begin == first || (begin < i && Touches(begin));
-        const bool isCalculated = IsThere(i, "+") || IsThere(i, "-") || IsThere(i, "*") || IsThere(i, "/");
+        const bool isCalculated = i < m_tokens.size() && IsOperator(m_tokens[i]) && !IsComparison(i);
         if (digits > exactRealDigits && isOneNumber && !isCalculated) {
             const char* const from = m_tokens[first].text.data();
-            m_numbers.emplace_back(
-                from, static_cast<std::size_t>(m_tokens[i - 1].text.data() + m_tokens[i - 1].text.size() - from));
+            const char* const end = m_tokens[i - 1].text.data() + m_tokens[i - 1].text.size();
+            m_numbers.emplace(from, Number{{from, static_cast<std::size_t>(end - from)}, literal});
         }
         return i;
     }
@@ -181,8 +319,10 @@ private:
     }
 
     std::vector<Token> m_tokens;
-    const std::function<bool(const std::string&)>& m_isDecimal;
-    std::vector<std::string_view> m_numbers;
+    const Test& m_isDecimal;
+    const Names& m_given;
+    Names m_jsonTables;
+    std::map<const char*, Number> m_numbers;
 };
 
 } // namespace
@@ -201,16 +341,25 @@ bool MayHoldLongNumber(std::string_view statement)
     return false;
 }
 
-std::string QuoteLongNumbers(std::string statement, const std::function<bool(const std::string&)>& isDecimal)
+void CollectGivenNames(std::string_view statement, Names& names)
+{
+    GivenNames(statement, names);
+}
+
+std::string QuoteLongNumbers(std::string statement, const std::function<bool(const std::string&)>& isDecimal,
+                             Names given)
 {
     if (!MayHoldLongNumber(statement))
         return statement;
-    const Comparisons comparisons(statement, isDecimal);
+    CollectGivenNames(statement, given);
+    const Comparisons comparisons(statement, isDecimal, given);
     std::string quoted;
     const char* copied = statement.data();
-    for (const std::string_view number : comparisons.Numbers()) {
-        quoted.append(copied, number.data()).append("'").append(number).append("'");
-        copied = number.data() + number.size();
+    for (const auto& [place, number] : comparisons.Numbers()) {
+        const bool isDecimalText = number.literal == Literal::Decimal;
+        quoted.append(copied, place).append(isDecimalText ? "CAST('" : "'").append(number.text);
+        quoted.append(isDecimalText ? "' AS TEXT) COLLATE TARNWICK_LITERAL" : "'");
+        copied = place + number.text.size();
     }
     const char* const end = statement.data() + statement.size();
     return quoted.append(copied, end);

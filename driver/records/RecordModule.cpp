@@ -133,7 +133,8 @@ bool CanLookUp(const ScannedTable& table, sqlite3_index_info& plan, int which)
     const std::size_t column = ColumnAt(table, constraint.iColumn);
     if (column >= table.table->Definition().columns.size() || !table.table->Decoder(column))
         return false;
-    // What is compared with a constant, or with the few of a list, is best read once and from the beginning.
+    // What is compared with a constant, or with the few of a list, is best read once and from the beginning. Constants
+    // with a collation, which SQLite does not tell, are long numbers, whose collation is no column's.
     sqlite3_value* constant = nullptr;
     if (sqlite3_vtab_rhs_value(&plan, which, &constant) == SQLITE_OK || sqlite3_vtab_in(&plan, which, -1) != 0)
         return false;

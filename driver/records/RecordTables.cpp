@@ -95,7 +95,7 @@ std::vector<std::string> TablesNamedIn(std::string_view statement)
 RecordTables::RecordTables(sqlite3* engine, Surroundings surroundings, BadFields badFields)
     : m_engine(engine), m_surroundings(std::move(surroundings)), m_badFields(badFields)
 {
-    RegisterDecimalCollation(engine);
+    RegisterDecimalCollations(engine);
 }
 
 void RecordTables::MakeReady(std::string_view statement)
@@ -158,17 +158,21 @@ std::string RecordTables::WithExactNumbers(std::string statement) const
         return statement;
     Names done;
     Names columns;
-    CollectDecimals(statement, done, columns);
-    return QuoteLongNumbers(std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; });
+    Names given;
+    CollectDecimals(statement, done, columns, given);
+    return QuoteLongNumbers(
+        std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; }, std::move(given));
 }
 
-void RecordTables::CollectDecimals(std::string_view statement, Names& done, Names& columns) const
+void RecordTables::CollectDecimals(std::string_view statement, Names& done, Names& columns, Names& given) const
 {
     for (const std::string& name : TablesNamedIn(statement)) {
         if (!done.insert(InUpperCase(name)).second)
             continue;
-        for (Query view(m_engine, viewQuestion, {name}); view.Next();)
-            CollectDecimals(view.Text(0), done, columns);
+        for (Query view(m_engine, viewQuestion, {name}); view.Next();) {
+            CollectGivenNames(view.Text(0), given);
+            CollectDecimals(view.Text(0), done, columns, given);
+        }
         if (const auto table = Find(name))
             for (const Column& column : table->Definition().columns)
                 if (column.shown == Shown::Decimal)

@@ -55,7 +55,7 @@ private:
 
     /// Publishes the table that `name` means in some surroundings, if it is not in `tables` as it is defined now.
     void Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers, Names& done);
-    void CollectDecimals(std::string_view statement, Names& done, Names& columns) const;
+    void CollectDecimals(std::string_view statement, Names& done, Names& columns, Names& given) const;
     void WithdrawTable(const RecordTable& table);
     std::shared_ptr<const RecordTable> FindIn(const Tables& tables, std::string_view name) const;
 

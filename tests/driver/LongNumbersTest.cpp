@@ -12,29 +12,50 @@ std::string Quoted(const std::string& statement)
     return QuoteLongNumbers(statement, [](const std::string& name) { return name == "WIDE"; });
 }
 
+/// The text that is to come out, in which `#` stands around numbers that become decimal ones.
+std::string WithDecimals(const std::string& text)
+{
+    std::string whole;
+    bool isNumber = false;
+    for (const char c : text) {
+        if (c != '#') {
+            whole += c;
+            continue;
+        }
+        isNumber = !isNumber;
+        whole += isNumber ? "CAST('" : "' AS TEXT) COLLATE TARNWICK_LITERAL";
+    }
+    return whole;
+}
+
 } // namespace
 
 TEST(LongNumbers, AreQuotedWhereADecimalColumnIsComparedWithThem)
 {
     const char* const statements[][2] = {
-        {"W WHERE WIDE = 12345678901234567.89", "W WHERE WIDE = '12345678901234567.89'"},
+        {"W WHERE WIDE = 12345678901234567.89", "W WHERE WIDE = #12345678901234567.89#"},
         {"[Wide]>=-12345678901234567.89 OR x.\"WIDE\" <> 1234567890123456",
-         "[Wide]>='-12345678901234567.89' OR x.\"WIDE\" <> '1234567890123456'"},
-        {"WIDE NOT BETWEEN -1 AND 1234567890123456.5 AND 1", "WIDE NOT BETWEEN -1 AND '1234567890123456.5' AND 1"},
+         "[Wide]>=#-12345678901234567.89# OR x.\"WIDE\" <> #1234567890123456#"},
+        {"WIDE NOT BETWEEN -1 AND 1234567890123456.5 AND 1", "WIDE NOT BETWEEN -1 AND #1234567890123456.5# AND 1"},
         {"WIDE IN (1, 1234567890123456.5, -.12345678901234567)",
          "WIDE IN (1, '1234567890123456.5', '-.12345678901234567')"},
-        {"WHERE 12345678901234567.89 = x.WIDE", "WHERE '12345678901234567.89' = x.WIDE"},
+        {"WHERE 12345678901234567.89 = x.WIDE", "WHERE #12345678901234567.89# = x.WIDE"},
         {"(-12345678901234567 <= [WIDE]) AND WIDE = 12345678901234567",
-         "('-12345678901234567' <= [WIDE]) AND WIDE = '12345678901234567'"},
-        {"WIDE BETWEEN 1 AND 12345678901234567 = WIDE", "WIDE BETWEEN 1 AND '12345678901234567' = WIDE"},
+         "(#-12345678901234567# <= [WIDE]) AND WIDE = #12345678901234567#"},
+        {"WIDE BETWEEN 1 AND 12345678901234567 = WIDE", "WIDE BETWEEN 1 AND #12345678901234567# = WIDE"},
         {"WIDE IS 12345678901234567 OR WIDE IS NOT -12345678901234567",
-         "WIDE IS '12345678901234567' OR WIDE IS NOT '-12345678901234567'"},
-        {"WIDE IS NOT DISTINCT FROM 12345678901234567", "WIDE IS NOT DISTINCT FROM '12345678901234567'"},
-        {"1 < 2 AND (WIDE < 12345678901234567)", "1 < 2 AND (WIDE < '12345678901234567')"},
-        {"NOT b.x.WIDE < 12345678901234567", "NOT b.x.WIDE < '12345678901234567'"},
+         "WIDE IS #12345678901234567# OR WIDE IS NOT #-12345678901234567#"},
+        {"WIDE IS NOT DISTINCT FROM 12345678901234567", "WIDE IS NOT DISTINCT FROM #12345678901234567#"},
+        {"1 < 2 AND (WIDE < 12345678901234567)", "1 < 2 AND (WIDE < #12345678901234567#)"},
+        {"WIDE IN (?, 12345678901234567, MAX(1, 1234567890123456), (2), 1234567890123456.5)",
+         "WIDE IN (?, '12345678901234567', MAX(1, 1234567890123456), (2), '1234567890123456.5')"},
+        {"WIDE IN ((SELECT 1 WHERE WIDE > 12345678901234567), 12345678901234568) OR WIDE = 12345678901234569",
+         "WIDE IN ((SELECT 1 WHERE WIDE > #12345678901234567#), '12345678901234568') OR WIDE = #12345678901234569#"},
+        {"WIDE IN (1) AND x IN (1, 12345678901234567)", "WIDE IN (1) AND x IN (1, 12345678901234567)"},
+        {"NOT b.x.WIDE < 12345678901234567", "NOT b.x.WIDE < #12345678901234567#"},
     };
     for (const auto& statement : statements)
-        EXPECT_EQ(Quoted(statement[0]), statement[1]);
+        EXPECT_EQ(Quoted(statement[0]), WithDecimals(statement[1]));
 }
 
 TEST(LongNumbers, AreLeftAsTheyAreAnywhereElse)
@@ -70,6 +91,28 @@ TEST(LongNumbers, AreLeftAsTheyAreAnywhereElse)
                                   "= WIDE",
                                   "WIDE IS NOT NULL",
                                   "WIDE = 1234567890123456e1",
+                                  "WIDE = 12345678901234567 % 5",
+                                  "WIDE = 12345678901234567 || 'x'",
                                   "12345678901234567 12345678901234567 WIDE"})
         EXPECT_EQ(Quoted(statement), statement);
+}
+
+TEST(LongNumbers, StayNumbersInTheListsOfWhatIsGivenTheName)
+{
+    const std::string list = " IN (12345678901234567)";
+    for (const std::string given :
+         {"SELECT * FROM (SELECT SUM(X) AS WIDE FROM T) WHERE WIDE", "SELECT SUM(X) [Wide] FROM T WHERE \"WIDE\"",
+          "SELECT SUM(X) AS 'wide' FROM T WHERE WIDE", "WITH V(A, Wide) AS (SELECT 1, 2) SELECT * FROM V WHERE WIDE",
+          "SELECT 1 + x.WIDE AS WIDE FROM T x WHERE WIDE", "SELECT OTHER AS WIDE FROM T WHERE WIDE"})
+        EXPECT_EQ(Quoted(given + list), given + list);
+    const std::string quoted = " IN ('12345678901234567')";
+    for (const std::string own :
+         {"SELECT CAST(X AS WIDE) FROM T WHERE WIDE", "SELECT NO, x.WIDE AS [Wide] FROM T x WHERE WIDE",
+          "SELECT WIDE AS WIDE FROM T WHERE WIDE", "SELECT SUM(WIDE) AS TOTAL FROM T WHERE (1) AND WIDE"})
+        EXPECT_EQ(Quoted(own + list), own + quoted);
+    std::set<std::string> names;
+    CollectGivenNames("CREATE VIEW V(NO, [Wide]) AS SELECT NO, SUM(X) FROM T", names);
+    EXPECT_EQ(QuoteLongNumbers(
+                  "WIDE" + list, [](const std::string&) { return true; }, names),
+              "WIDE" + list);
 }

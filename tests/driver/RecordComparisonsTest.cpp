@@ -67,6 +67,51 @@ TEST_F(RecordComparisons, WhatIsCalculatedFromWideDecimalsIsANumber)
     EXPECT_EQ(Rows("SELECT NAME FROM BANK_SOME"), "less\n");
 }
 
+TEST_F(RecordComparisons, WhatOnlyBearsAWideDecimalsNameIsComparedByItsValue)
+{
+    Make("SUMS", sums, wideSums);
+    Run("CREATE VIEW TOTALS AS SELECT NAME, SUM(WIDE) AS WIDE FROM BANK_SUMS GROUP BY NAME");
+    Run("CREATE VIEW LISTED(NAME, WIDE) AS SELECT NAME, SUM(WIDE) FROM BANK_SUMS GROUP BY NAME");
+    for (const std::string table : {"(SELECT NAME, SUM(WIDE) AS WIDE FROM BANK_SUMS GROUP BY NAME)", "TOTALS", "LISTED",
+                                    "(SELECT NAME, SUM(WIDE) WIDE FROM BANK_SUMS GROUP BY NAME)",
+                                    "(SELECT NAME, 1 * WIDE AS WIDE FROM BANK_SUMS)"}) {
+        const std::string select = "SELECT COUNT(*) FROM " + table + " WHERE ";
+        EXPECT_EQ(Rows(select + "WIDE > 11345678901234567.8"), "3\n") << table;
+        EXPECT_EQ(Rows(select + "WIDE > 22345678901234567.8"), "0\n") << table;
+        EXPECT_EQ(Rows(select + "22345678901234567.8 > WIDE"), "4\n") << table;
+        EXPECT_EQ(Rows(select + "WIDE BETWEEN -22345678901234567.8 AND 11345678901234567.8"), "1\n") << table;
+        EXPECT_EQ(Rows(select + "WIDE IN (12345678901234567.8)"), "3\n") << table;
+    }
+}
+
+TEST_F(RecordComparisons, ValuesOfJsonThatBearAWideDecimalsNameAreNumbers)
+{
+    Make("VALS", {{"VALUE", "PACKED", 10, 2}}, "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x8C");
+    const std::string json = "json_each('[3, 12345678901234567, 12345678901234569]')";
+    const std::string wide = " AND v.VALUE > 12345678901234567.5 AND v.VALUE < 12345678901234567.9";
+    for (const std::string& condition :
+         {json + " WHERE json_each.value < 12345678901234568", json + " j WHERE j.value <= 12345678901234568",
+          json + " AS j WHERE 12345678901234568 > j.value",
+          "(SELECT value AS N FROM " + json + " WHERE value < 12345678901234568) WHERE 1 = 1"})
+        EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_VALS v, " + condition + wide), "2\n") << condition;
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_VALS, (SELECT atom AS VALUE FROM " + json +
+                   ") j WHERE j.value < 12345678901234568"),
+              "2\n");
+}
+
+TEST_F(RecordComparisons, WhatIsChosenFromWideDecimalsComparesAsItIsTold)
+{
+    Make("SUMS", sums, wideSums);
+    const std::string having = "SELECT NAME FROM BANK_SUMS GROUP BY NAME HAVING ";
+    EXPECT_EQ(Rows(having + "MAX(WIDE) + 0 > 100 ORDER BY 1"), "one\ntri\ntwo\n");
+    EXPECT_EQ(Rows(having + "CAST(COALESCE(MAX(WIDE), 0) AS TEXT) COLLATE TARNWICK_DECIMAL > 100 ORDER BY 1"),
+              "one\ntri\ntwo\n");
+    EXPECT_EQ(Rows(having + "CAST(MAX(WIDE) AS TEXT) COLLATE TARNWICK_DECIMAL > '12345678901234567.88' ORDER BY 1"),
+              "tri\ntwo\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS GROUP BY NAME ORDER BY MAX(WIDE) COLLATE TARNWICK_DECIMAL"),
+              "less\none\ntwo\ntri\n");
+}
+
 TEST_F(RecordComparisons, WideDecimalsAreExactOnBothSidesAndThroughViews)
 {
     Make("SUMS", sums, wideSums);
@@ -115,6 +160,18 @@ TEST_F(RecordComparisons, JoinedRecordsAreLookedUp)
               "6667\n");
     EXPECT_EQ(Rows("SELECT SUM((SELECT COUNT(*) FROM BANK_MORE b WHERE b.NO = a.NO)) FROM BANK_MANY a"), "6667\n");
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_MANY a WHERE a.NO IN (SELECT NO FROM BANK_MORE)"), "6667\n");
+}
+
+TEST_F(RecordComparisons, LongNumbersKeepJoinsFromReadingOverAndOver)
+{
+    const std::vector<FieldRow> fields = {{"NO", "ZONED-U", 6}, {"WIDE", "PACKED", 10, 2}};
+    Make("MANY", fields, Numbered(20000, 1, "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x9C"));
+    for (const std::string comparison : {"=", ">="})
+        for (const std::string kind : {"JOIN", "LEFT JOIN"})
+            EXPECT_EQ(Rows("SELECT COUNT(b.NO) FROM BANK_MANY a " + kind + " BANK_MANY b ON b.WIDE " + comparison +
+                           " 12345678901234567.89 AND a.NO = b.NO"),
+                      "20000\n")
+                << comparison << kind;
 }
 
 TEST_F(RecordComparisons, LookingUpFindsWhatReadingFinds)
