@@ -5,6 +5,7 @@
 #include "Query.h"
 #include "RecordModule.h"
 #include "Text.h"
+#include "Tokenizer.h"
 
 #include <sqlite3.h>
 
@@ -94,6 +95,28 @@ void Privileges::Guard()
             Introduce(m_engine, std::string("pragma_") + pragma);
     }
     sqlite3_set_authorizer(m_engine, Authorize, this);
+}
+
+std::string Privileges::RefusalToReplace(std::string_view statement) const
+{
+    if (m_mayDoEverything)
+        return {};
+    const std::vector<Token> tokens = Tokenize(statement);
+    const auto isAt = [&](std::size_t i, const char* word) {
+        return i < tokens.size() && EqualIgnoringCase(tokens[i].text, word);
+    };
+    for (std::size_t i = 0; i < tokens.size(); ++i) {
+        const bool isInsert = isAt(i, "REPLACE") && isAt(i + 1, "INTO");
+        const bool isUpdate = isAt(i, "UPDATE") && isAt(i + 1, "OR") && isAt(i + 2, "REPLACE");
+        if (!isInsert && !isUpdate)
+            continue;
+        std::size_t name = i + (isInsert ? 2 : 3);
+        if (isAt(name + 1, "."))
+            name += 2;
+        if (name < tokens.size() && Check(Delete, BareName(tokens[name]).c_str()) != SQLITE_OK)
+            return TakeRefusal();
+    }
+    return {};
 }
 
 std::string Privileges::TakeRefusal()

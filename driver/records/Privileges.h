@@ -30,6 +30,10 @@ public:
     /// Holds the statements of the connection to the rights from now on. The object must outlive the connection.
     void Guard();
 
+    /// Why a statement is refused that may put rows in place of others: SQLite removes those without asking whether
+    /// that is allowed. Empty if it is not refused, or does nothing of the kind. The tables that it names are ready.
+    std::string RefusalToReplace(std::string_view statement) const;
+
     /// Why the last statement of this thread was refused, in a whole sentence that holds the word "privileges"; empty
     /// if none was since the last call.
     static std::string TakeRefusal();

@@ -45,24 +45,6 @@ bool IsName(const Token& token, bool behindWord)
     return token.kind == Token::Kind::Word && first > '9';
 }
 
-/// The name in a token. A doubled quote inside stands for one; brackets have none.
-std::string NameIn(const Token& token)
-{
-    if (token.kind != Token::Kind::Name && token.kind != Token::Kind::String)
-        return std::string(token.text);
-    const char quote = token.text.front();
-    const std::string_view inner = token.text.substr(1, token.text.size() - 2);
-    if (quote == '[')
-        return std::string(inner);
-    std::string name;
-    for (std::size_t i = 0; i < inner.size(); ++i) {
-        name += inner[i];
-        if (inner[i] == quote)
-            ++i;
-    }
-    return name;
-}
-
 /// Names that SQLite has in every database.
 bool IsEngines(std::string_view name)
 {
@@ -84,7 +66,7 @@ std::vector<std::string> TablesNamedIn(std::string_view statement)
         behindFrom = behindFrom || IsWord(tokens[i], "FROM");
         if (!OpensTablePlace(tokens[i], behindFrom) || !IsName(tokens[i + 1], IsTableWord(tokens[i])))
             continue;
-        std::string name = NameIn(tokens[i + 1]);
+        std::string name = BareName(tokens[i + 1]);
         const bool isOther = ColumnsOfCatalogTable(name) || IsEngines(name) || IsWord(tokens[i + 1], "SELECT");
         if (!isOther && std::find(names.begin(), names.end(), name) == names.end())
             names.push_back(std::move(name));

@@ -33,6 +33,8 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
         if (connection) {
             connection->tables->MakeReady(rewritten);
             rewritten = connection->tables->WithExactNumbers(std::move(rewritten));
+            if (const std::string refusal = connection->privileges->RefusalToReplace(rewritten); !refusal.empty())
+                return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
         }
     } catch (const records::RecordError& error) {
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());

@@ -7,6 +7,9 @@ namespace tarnwick
 namespace
 {
 
+/// SQLite reads a byte order mark at the beginning of a token as a blank.
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 bool IsBlank(char c)
 {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
@@ -40,6 +43,8 @@ private:
         const char next = At(m_position + 1);
         if (IsBlank(c))
             ++m_position;
+        else if (m_text.substr(m_position, byteOrderMark.size()) == byteOrderMark)
+            m_position += byteOrderMark.size();
         else if (c == '-' && next == '-')
             m_position = std::min(m_text.find('\n', m_position), m_text.size());
         else if (c == '/' && next == '*')
@@ -114,6 +119,23 @@ private:
 std::vector<Token> Tokenize(std::string_view statement)
 {
     return Scanner(statement).Run();
+}
+
+std::string BareName(const Token& token)
+{
+    if (token.kind != Token::Kind::Name && token.kind != Token::Kind::String)
+        return std::string(token.text);
+    const char quote = token.text.front();
+    const std::string_view inner = token.text.substr(1, token.text.size() - 2);
+    if (quote == '[')
+        return std::string(inner);
+    std::string name;
+    for (std::size_t i = 0; i < inner.size(); ++i) {
+        name += inner[i];
+        if (inner[i] == quote)
+            ++i;
+    }
+    return name;
 }
 
 } // namespace tarnwick

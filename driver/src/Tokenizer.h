@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -20,9 +21,14 @@ struct Token {
     std::string_view text; ///< points into the statement
 };
 
-/// Splits a statement into its tokens. Blanks and comments (`--` to the end of the line, `/* */`) are left out.
+/// Splits a statement into its tokens. Blanks, byte order marks and comments (`--` to the end of the line, `/* */`) are
+/// left out.
 /// A `#` opens a literal only where a value can begin: not right behind a letter, digit or underscore. The literal
 /// ends at the next `#` of the same line.
 std::vector<Token> Tokenize(std::string_view statement);
+
+/// The name that a token gives, without its quotes: a doubled quote inside stands for one, brackets have none. A string
+/// is a name where only a name can stand.
+std::string BareName(const Token& token);
 
 } // namespace tarnwick

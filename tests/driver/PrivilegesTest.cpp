@@ -167,6 +167,39 @@ TEST_F(Rights, ToInsertAndToDeleteAreGrantedOneByOne)
     ExpectRefused(keeper, "SELECT * FROM TW_DB", "read the table TW_DB");
 }
 
+TEST_F(Rights, ToDeleteAreNeededToPutARowInPlaceOfAnother)
+{
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
+        "ALLOW_DELETE) VALUES ('MAKER', 'TW', 'DATABASE', 1, 1, 0, 0), ('CHANGER', 'TW', 'DATABASE', 1, 0, 1, 0), "
+        "('KEEPER', 'TW', 'DATABASE', 1, 1, 1, 1)");
+    const std::string before = Rows("SELECT * FROM TW_FILE ORDER BY 1");
+    const std::string place = "TW_FILE (FILE_NAME, REMARKS) VALUES ('ACCOUNT', 'replaced')";
+    const std::string statements[] = {"REPLACE INTO " + place,
+                                      "replace /* x */ into main . [tw_file] (FILE_NAME) VALUES ('ACCOUNT')",
+                                      "INSERT OR REPLACE INTO " + place,
+                                      "\xEF\xBB\xBFREPLACE INTO " + place,
+                                      "WITH x AS (SELECT 1) REPLACE INTO " + place,
+                                      "EXPLAIN REPLACE INTO " + place,
+                                      "REPLACE INTO 'TW_FILE' (FILE_NAME) SELECT replace('ACCOUNT', 'X', 'Y')"};
+    for (const std::string& statement : statements) {
+        ExpectRefused(As("MAKER"), statement, "delete from the table ");
+        const Result prepared = As("MAKER").Prepared(statement);
+        EXPECT_EQ(prepared.diagnostic.state, "42000") << statement;
+        EXPECT_NE(prepared.diagnostic.message.find("privileges to delete from the table "), std::string::npos);
+    }
+    for (const char* statement :
+         {"UPDATE OR REPLACE TW_FILE SET FILE_NAME = 'OWNER' WHERE FILE_NAME = 'ACCOUNT'",
+          "WITH x AS (SELECT 1) UPDATE OR REPLACE main.TW_FILE SET FILE_NAME = 'OWNER' WHERE FILE_NAME = 'ACCOUNT'"})
+        ExpectRefused(As("CHANGER"), statement, "delete from the table TW_FILE");
+    EXPECT_EQ(Rows("SELECT * FROM TW_FILE ORDER BY 1"), before);
+
+    Run(As("MAKER"), "INSERT INTO TW_FILE (FILE_NAME) SELECT replace('NxW', 'x', 'E') WHERE 0 OR replace('a', 'a', 1)");
+    Run(As("CHANGER"), "UPDATE TW_FILE SET REMARKS = 'REPLACE INTO' WHERE FILE_NAME = 'NEW' OR replace('', 'a', 'b')");
+    Run(As("KEEPER"), "REPLACE INTO TW_FILE (FILE_NAME, REMARKS) VALUES ('NEW', 'kept')");
+    Run("UPDATE OR REPLACE TW_FILE SET FILE_NAME = 'NEWER' WHERE FILE_NAME = 'NEW'");
+    EXPECT_EQ(Rows("SELECT REMARKS FROM TW_FILE WHERE FILE_NAME = 'NEWER'"), "kept\n");
+}
+
 TEST_F(Rights, OfADatabaseWhoseNameBeginsLikeTheCatalogsAreItsOwn)
 {
     Run("INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY) SELECT 'TW_OLD', DEFAULT_DIRECTORY FROM TW_DB "
