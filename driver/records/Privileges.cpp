@@ -49,6 +49,18 @@ int AuthorizeOwn(int action, const char* first, const char* second)
     return reachesBeyond ? SQLITE_DENY : SQLITE_OK;
 }
 
+/// The catalog's spelling of a user's name: the given one if there is a user of just that name, else the first that
+/// differs from it in case alone; nothing for an unknown user.
+std::optional<std::string> Spelled(sqlite3* engine, const std::string& user)
+{
+    Query name(engine,
+               "SELECT USER_NAME FROM (SELECT USER_NAME FROM TW_USER UNION SELECT USER_NAME FROM TW_DBPRV"
+               "                       UNION SELECT USER_NAME FROM TW_TBLPRV)"
+               " WHERE USER_NAME = ?1 COLLATE NOCASE ORDER BY USER_NAME <> ?1, USER_NAME LIMIT 1",
+               {user});
+    return name.Next() ? std::optional(name.Text(0)) : std::nullopt;
+}
+
 /// Makes SQLite acquainted with a function that gives rows. It declares the function's columns at its first use on a
 /// connection, which to an authorizer looks like the making of a table.
 void Introduce(sqlite3* engine, const std::string& function)
@@ -63,27 +75,35 @@ void Introduce(sqlite3* engine, const std::string& function)
 
 Privileges::Privileges(sqlite3* engine, std::string user, Locate locate)
     : m_engine(engine), m_user(std::move(user)), m_locate(std::move(locate)),
-      m_mayDoEverything(m_user.empty() || EqualIgnoringCase(m_user, administrator))
+      m_mayDoEverything(m_user.empty() || m_user == administrator)
 {
     if (m_mayDoEverything)
         return;
+    const auto name = Spelled(engine, m_user);
+    m_mayDoEverything = EqualIgnoringCase(m_user, administrator) && name != m_user;
+    if (name && !m_mayDoEverything)
+        ReadRights(*name);
+}
+
+void Privileges::ReadRights(const std::string& name)
+{
     const auto read = [](const Query& row) {
         return Rights{{row.Number(2) != 0, row.Number(3) != 0, row.Number(4) != 0, row.Number(5) != 0}};
     };
-    for (Query row(engine,
+    for (Query row(m_engine,
                    "SELECT DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE"
-                   "  FROM TW_DBPRV WHERE USER_NAME = ?1 COLLATE NOCASE",
-                   {m_user});
+                   "  FROM TW_DBPRV WHERE USER_NAME = ?1",
+                   {name});
          row.Next();) {
-        m_databases[InUpperCase(row.Text(0))] = read(row);
-        m_byTable[InUpperCase(row.Text(0))] = EqualIgnoringCase(row.Text(1), "TABLE");
+        m_databases[row.Text(0)] = read(row);
+        m_byTable[row.Text(0)] = EqualIgnoringCase(row.Text(1), "TABLE");
     }
-    for (Query row(engine,
+    for (Query row(m_engine,
                    "SELECT DATABASE_NAME, TABLE_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE"
-                   "  FROM TW_TBLPRV WHERE USER_NAME = ?1 COLLATE NOCASE",
-                   {m_user});
+                   "  FROM TW_TBLPRV WHERE USER_NAME = ?1",
+                   {name});
          row.Next();)
-        m_tables[{InUpperCase(row.Text(0)), InUpperCase(row.Text(1))}] = read(row);
+        m_tables[{row.Text(0), row.Text(1)}] = read(row);
 }
 
 void Privileges::Guard()
@@ -131,11 +151,9 @@ bool Privileges::MayUse(Right right, std::string_view name) const
     std::optional<Place> place;
     if (!ColumnsOfCatalogTable(name))
         place = m_locate(name);
-    if (place)
-        place = {InUpperCase(place->first), InUpperCase(place->second)};
-    else if (StartsWithIgnoringCase(name, "TW_"))
+    if (!place && StartsWithIgnoringCase(name, "TW_"))
         place = {"TW", InUpperCase(name.substr(3))};
-    else
+    if (!place)
         return right == Select;
     const auto database = m_databases.find(place->first);
     if (database == m_databases.end())

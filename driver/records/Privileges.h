@@ -14,7 +14,9 @@ namespace tarnwick::records
 
 /// What a user may do with the catalog's tables and with those over records. `ADMIN`, and whoever gives no name, may do
 /// everything, whatever the catalog holds. Any other user has the rights that the catalog gave when the connection was
-/// opened: those of its row for the database or, at the security level `TABLE`, those of its row for the table. The
+/// opened: those of its row for the database or, at the security level `TABLE`, those of its row for the table. A name
+/// is given in any case, but where the catalog has users who differ only in that, each has its own rights: the name in
+/// just the given case goes first, and `Admin` is `ADMIN` only if there is no user of that name. The
 /// catalog's tables are those of the database `TW`. Nobody but `ADMIN` changes how the catalog's file is made up.
 class Privileges
 {
@@ -44,6 +46,7 @@ private:
         bool allowed[4] = {};
     };
 
+    void ReadRights(const std::string& name);
     static int Authorize(void* self, int action, const char* first, const char* second, const char* database,
                          const char* trigger);
     bool MayUse(Right right, std::string_view name) const;
@@ -54,7 +57,7 @@ private:
     std::string m_user;
     Locate m_locate;
     bool m_mayDoEverything;
-    std::map<std::string, Rights> m_databases;
+    std::map<std::string, Rights> m_databases; ///< by their names as the catalog writes them, as the tables are
     std::map<Place, Rights> m_tables;
     std::map<std::string, bool> m_byTable; ///< databases at the security level TABLE
 };

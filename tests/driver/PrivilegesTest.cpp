@@ -200,6 +200,44 @@ TEST_F(Rights, ToDeleteAreNeededToPutARowInPlaceOfAnother)
     EXPECT_EQ(Rows("SELECT REMARKS FROM TW_FILE WHERE FILE_NAME = 'NEWER'"), "kept\n");
 }
 
+TEST_F(Rights, OfUsersThatDifferInCaseAreTheirOwn)
+{
+    Run("INSERT INTO TW_USER (USER_NAME) VALUES ('BOSS'), ('Boss'), ('boss')");
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT) VALUES "
+        "('BOSS', 'BANK', 'DATABASE', 1), ('Boss', 'TW', 'TABLE', 1), ('Boss', 'BANK', 'DATABASE', 0)");
+    Run("INSERT INTO TW_TBLPRV (USER_NAME, DATABASE_NAME, TABLE_NAME, ALLOW_SELECT) VALUES "
+        "('Boss', 'TW', 'FILE', 1), ('BOSS', 'TW', 'DB', 1)");
+    EXPECT_EQ(Rows(As("BOSS"), "SELECT NO FROM BANK_OWNER"), "3\n");
+    ExpectRefused(As("BOSS"), "SELECT * FROM TW_FILE", "read the table TW_FILE");
+    EXPECT_EQ(Rows(As("Boss"), "SELECT COUNT(*) FROM TW_FILE WHERE FILE_NAME = 'OWNER'"), "1\n");
+    for (const char* statement : {"SELECT NO FROM BANK_OWNER", "SELECT * FROM TW_DB"})
+        ExpectRefused(As("Boss"), statement, "read the table");
+    for (const char* statement : {"SELECT NO FROM BANK_OWNER", "SELECT * FROM TW_FILE"})
+        ExpectRefused(As("boss"), statement, "read the table");
+    EXPECT_EQ(Rows(As("bOSS"), "SELECT NO FROM BANK_OWNER"), "3\n") << "the first of those that differ in case alone";
+}
+
+TEST_F(Rights, OfTheAdministratorAreNotThoseOfAUserOfAlmostItsName)
+{
+    EXPECT_EQ(Rows(As("Admin"), "SELECT NO FROM BANK_OWNER"), "3\n") << "there is no other user of that name";
+    Run("INSERT INTO TW_USER (USER_NAME) VALUES ('Admin')");
+    ExpectRefused(As("Admin"), "SELECT NO FROM BANK_OWNER", "read the table BANK_OWNER");
+    EXPECT_EQ(Rows(As("ADMIN"), "SELECT NO FROM BANK_OWNER"), "3\n");
+    EXPECT_EQ(Rows(As("aDMIN"), "SELECT NO FROM BANK_OWNER"), "3\n");
+}
+
+TEST_F(Rights, OfDatabasesThatDifferInCaseAreThoseOfEach)
+{
+    Run("INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY) SELECT 'Bank', DEFAULT_DIRECTORY FROM TW_DB "
+        "WHERE DATABASE_NAME = 'BANK'");
+    for (const char* table : {"TW_TABLE", "TW_COLUMN"})
+        Run(std::string("UPDATE ") + table + " SET DATABASE_NAME = 'Bank' WHERE TABLE_NAME = 'OWNER'");
+    ExpectRefused(As("AUDITOR"), "SELECT NO FROM BANK_OWNER", "read the table");
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, ALLOW_SELECT) VALUES ('OTHER', 'Bank', 1)");
+    EXPECT_EQ(Rows(As("OTHER"), "SELECT NO FROM BANK_OWNER"), "3\n");
+    ExpectRefused(As("OTHER"), "SELECT NO FROM BANK_ACCOUNT", "read the table");
+}
+
 TEST_F(Rights, OfADatabaseWhoseNameBeginsLikeTheCatalogsAreItsOwn)
 {
     Run("INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY) SELECT 'TW_OLD', DEFAULT_DIRECTORY FROM TW_DB "
