@@ -109,4 +109,15 @@ bool MappedFile::WasCut(bool now) const
     return m_wasCut;
 }
 
+void RecentFiles::Keep(std::shared_ptr<const MappedFile> file)
+{
+    for (std::shared_ptr<const MappedFile>& kept : m_files)
+        if (kept && kept->Path() == file->Path()) {
+            kept = std::move(file);
+            return;
+        }
+    m_files[m_next] = std::move(file);
+    m_next = (m_next + 1) % most;
+}
+
 } // namespace tarnwick::records

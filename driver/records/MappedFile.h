@@ -2,6 +2,7 @@
 
 #include "CutGuard.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -48,6 +49,22 @@ private:
     unsigned long m_node;
     mutable std::int64_t m_askedAt = 0; ///< nanoseconds of a coarse clock
     mutable bool m_wasCut = false;
+};
+
+/// The files that were opened last on a connection, kept for the next statements that read them. Nothing else keeps a
+/// file beyond the statement that reads it, so that a connection holds no more of them than it needs, however many
+/// tables it comes to read. For one thread at a time.
+class RecentFiles
+{
+public:
+    static constexpr std::size_t most = 8;
+
+    /// Keeps a file in place of the one that stood at its path before, or else of the one that was opened first.
+    void Keep(std::shared_ptr<const MappedFile> file);
+
+private:
+    std::array<std::shared_ptr<const MappedFile>, most> m_files;
+    std::size_t m_next = 0;
 };
 
 } // namespace tarnwick::records

@@ -37,7 +37,7 @@ struct Published {
 
 struct VirtualTable : sqlite3_vtab {
     VirtualTable(sqlite3* engine, const Published& published)
-        : sqlite3_vtab{}, scanned{engine, published.table, published.unfiltered, false, 0, {}},
+        : sqlite3_vtab{}, scanned{engine, published.table, published.unfiltered, false, 0, {}, {}},
           readers(published.readers)
     {
     }

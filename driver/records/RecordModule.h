@@ -19,7 +19,8 @@ enum class BadFields { Error, Null };
 class RecordTable
 {
 public:
-    RecordTable(TableDefinition definition, BadFields badFields);
+    /// `recent` takes the files that the table opens.
+    RecordTable(TableDefinition definition, BadFields badFields, std::shared_ptr<RecentFiles> recent);
 
     const TableDefinition& Definition() const { return m_definition; }
     const RecordFormat& Format() const { return m_format; }
@@ -51,8 +52,8 @@ public:
     /// The statement that gives the places and numbers of the records that meet the criteria.
     std::string CriteriaStatement() const;
 
-    /// The data file, mapped anew if another stands there or its size has changed; for one connection, whose statements
-    /// SQLite lets in one after the other. Throws RecordError.
+    /// The data file, mapped anew if another stands there, its size has changed or nobody has it any more; for one
+    /// connection, whose statements SQLite lets in one after the other. Throws RecordError.
     std::shared_ptr<const MappedFile> File() const;
 
     /// The data file as `File` gave it last: what the criteria's own statement reads, so that it tells of the records
@@ -67,7 +68,8 @@ private:
     std::vector<std::size_t> m_visible;
     std::vector<std::string> m_columnProblems;
     std::vector<std::unique_ptr<FieldDecoder>> m_decoders;
-    mutable std::shared_ptr<const MappedFile> m_file;
+    std::shared_ptr<RecentFiles> m_recent;
+    mutable std::weak_ptr<const MappedFile> m_file;
 };
 
 /// Whose statements may read a table.

@@ -24,8 +24,10 @@ RecordScan::RecordScan(ScannedTable& table) : m_table(table)
 
 RecordScan::~RecordScan()
 {
-    if (--m_table.scans == 0)
-        m_table.lookUps.clear();
+    if (--m_table.scans > 0)
+        return;
+    m_table.lookUps.clear();
+    m_table.file.reset();
 }
 
 void RecordScan::Begin()
@@ -140,6 +142,7 @@ void RecordScan::Open(std::shared_ptr<const MappedFile> file)
     m_chosen.reset();
     m_found.reset();
     m_file = std::move(file);
+    m_table.file = m_file;
     m_records.emplace(Table().Format(), m_file->Content());
 }
 

@@ -31,6 +31,7 @@ struct ScannedTable {
     bool unfiltered; ///< all records, whatever the criteria says: for the criteria's own statement
     bool insideCriteria = false;
     int scans = 0;
+    std::shared_ptr<const MappedFile> file; ///< what was read last, while there are scans
     std::map<std::size_t, LookUps> lookUps; ///< by column, while there are scans
 };
 

@@ -43,8 +43,8 @@ std::string PlaceProblem(const Field& field, const RecordFormat& format)
 
 } // namespace
 
-RecordTable::RecordTable(TableDefinition definition, BadFields badFields)
-    : m_definition(std::move(definition)), m_badFields(badFields)
+RecordTable::RecordTable(TableDefinition definition, BadFields badFields, std::shared_ptr<RecentFiles> recent)
+    : m_definition(std::move(definition)), m_badFields(badFields), m_recent(std::move(recent))
 {
     std::string reason = m_definition.problem;
     try {
@@ -106,14 +106,18 @@ std::string RecordTable::CriteriaStatement() const
 
 std::shared_ptr<const MappedFile> RecordTable::File() const
 {
-    if (!m_file || !m_file->IsCurrent())
-        m_file = MappedFile::Open(ExistingPath(m_definition));
-    return m_file;
+    if (auto file = m_file.lock(); file && file->IsCurrent())
+        return file;
+    const auto file = MappedFile::Open(ExistingPath(m_definition));
+    m_recent->Keep(file);
+    m_file = file;
+    return file;
 }
 
 std::shared_ptr<const MappedFile> RecordTable::LastFile() const
 {
-    return m_file ? m_file : File();
+    const auto file = m_file.lock();
+    return file ? file : File();
 }
 
 } // namespace tarnwick::records

@@ -124,7 +124,7 @@ void RecordTables::Renew(const std::string& name, const Surroundings& surroundin
     }
     const std::string criteria = definition->criteria;
     if (!known || known->Definition() != *definition) {
-        const auto table = std::make_shared<const RecordTable>(std::move(*definition), m_badFields);
+        const auto table = std::make_shared<const RecordTable>(std::move(*definition), m_badFields, m_recentFiles);
         if (Publish(m_engine, table, readers) != SQLITE_OK)
             throw RecordError(sqlite3_errmsg(m_engine));
         const std::lock_guard lock(m_mutex);

@@ -62,6 +62,7 @@ private:
     sqlite3* m_engine;
     Surroundings m_surroundings;
     BadFields m_badFields;
+    std::shared_ptr<RecentFiles> m_recentFiles = std::make_shared<RecentFiles>();
     Tables m_tables;
     Tables m_joined; ///< those that only criteria may read
 

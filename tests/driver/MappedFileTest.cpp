@@ -59,13 +59,26 @@ protected:
             file << "abcdefgh";
     }
 
-    void Prepare()
+    void Prepare(const std::string& statement = "SELECT F FROM B_T")
     {
         sqlite3_finalize(m_statement);
         m_statement = nullptr;
-        m_tables->MakeReady("SELECT F FROM B_T");
-        ASSERT_EQ(sqlite3_prepare_v2(m_engine, "SELECT F FROM B_T", -1, &m_statement, nullptr), SQLITE_OK)
+        m_tables->MakeReady(statement);
+        ASSERT_EQ(sqlite3_prepare_v2(m_engine, statement.c_str(), -1, &m_statement, nullptr), SQLITE_OK)
             << sqlite3_errmsg(m_engine);
+    }
+
+    /// How many data files of the test this process has open, those that are deleted meanwhile included.
+    std::size_t OpenDataFiles() const
+    {
+        std::size_t open = 0;
+        std::error_code gone;
+        for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+            const std::string file = std::filesystem::read_symlink(entry.path(), gone).string();
+            if (file.starts_with(m_folder.Path().string()) && file.find(".dat") != std::string::npos)
+                ++open;
+        }
+        return open;
     }
 
     /// Gives the table a criteria that does something to the data file. A deterministic function without arguments is
@@ -184,6 +197,44 @@ TEST_F(ChangingFile, WrittenAnewInItsOldSizeIsACutFileWhereItWasReadMeanwhile)
     WriteAll();
     EXPECT_TRUE(file->WasCut(true));
     EXPECT_FALSE(file->IsCurrent());
+}
+
+TEST_F(ChangingFile, IsStillGuardedOnceManyOthersWereRead)
+{
+    constexpr int tables = 600;
+    const std::string script = "CREATE TEMP TABLE N AS WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM c "
+                               "WHERE n < " +
+                               std::to_string(tables) +
+                               ") SELECT n FROM c;"
+                               "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION) "
+                               "SELECT 'B', 'T' || n, 'T', 't' || n || '.dat' FROM N;"
+                               "INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NAME, FIELD_NAME, "
+                               "SQL_TYPE_NAME, PRECISION, VISIBLE) "
+                               "SELECT 'B', 'T' || n, 'F', 'F', 'VARCHAR', 8, 1 FROM N;";
+    ASSERT_EQ(sqlite3_exec(m_engine, script.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(m_engine);
+    for (int i = 1; i <= tables; ++i) {
+        std::ofstream(m_folder.File("t" + std::to_string(i) + ".dat")) << "abcdefgh";
+        Prepare("SELECT F FROM B_T" + std::to_string(i));
+        ASSERT_EQ(Step(2), 1) << i;
+        ASSERT_EQ(m_answer, SQLITE_DONE) << i;
+        ASSERT_LE(OpenDataFiles(), RecentFiles::most) << i;
+    }
+    Prepare();
+    ASSERT_EQ(Step(10), 10);
+    std::filesystem::resize_file(Path(), 0);
+    EXPECT_LT(Step(recordCount), recordCount - 10);
+    EXPECT_EQ(sqlite3_errmsg(m_engine), "The data file '" + Path() + "' was cut while it was read.");
+}
+
+TEST_F(ChangingFile, IsNotKeptInPlaceOfTheOneThatStandsThereNow)
+{
+    for (int i = 0; i < 20; ++i) {
+        Prepare();
+        ASSERT_EQ(Step(recordCount + 1), recordCount);
+        std::ofstream(m_folder.File("new.dat")) << std::string(8 * recordCount, 'x');
+        std::filesystem::rename(m_folder.File("new.dat"), Path());
+    }
+    EXPECT_LE(OpenDataFiles(), 1u);
 }
 
 TEST(MappedFile, ManyMappingsComeAndGo)
