@@ -15,7 +15,7 @@ DragItem mdiMain::NodeToDragItem(const TreeNode* node) const
     DragItem item;
     Routine routine("mdimain.NodeToDragItem");
     routine.run([&] {
-        if (!node)
+        if (!node || !node->Payload())
             return;
         const CNode& payload = m_nodes.Item(*node);
         item.Node = payload.Key;

@@ -82,6 +82,14 @@ std::vector<Type> types()
     };
 }
 
+void expectEmpty(const DragItem& item)
+{
+    EXPECT_EQ(item.Node, QString());
+    EXPECT_EQ(item.NodeType, QString());
+    EXPECT_EQ(item.Keys, QStringList());
+    EXPECT_EQ(item.DragIcon, QString());
+}
+
 class Mouse : public MainWindowTest
 {
 protected:
@@ -389,11 +397,16 @@ TEST_F(Mouse, AnItemWithoutATypeOrWithoutAPaneShowsNothing)
 TEST_F(Mouse, NoNodeGivesAnEmptyItem)
 {
     start();
-    const DragItem item = window->NodeToDragItem(nullptr);
-    EXPECT_EQ(item.Node, QString());
-    EXPECT_EQ(item.NodeType, QString());
-    EXPECT_EQ(item.Keys, QStringList());
-    EXPECT_EQ(item.DragIcon, QString());
+    expectEmpty(window->NodeToDragItem(nullptr));
+}
+
+TEST_F(Mouse, ANodeWithoutAPayloadGivesAnEmptyItem)
+{
+    start();
+    clickExpander(key());
+    expectEmpty(window->NodeToDragItem(&window->tvwExplorer().Nodes().Add(nullptr, u"bare"_s, u"Bare"_s)));
+    expectEmpty(window->NodeToDragItem(&window->tvwExplorer().Nodes().Add(find(key()), u"barer"_s, u"Barer"_s)));
+    EXPECT_TRUE(errors.shown().empty());
 }
 
 TEST_F(Mouse, ASpecialColumnHasItsFourKeyPartsAndNoPicture)
