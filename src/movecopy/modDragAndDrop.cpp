@@ -165,10 +165,10 @@ bool modDragAndDrop::DoDragDrop(TreeView* tree, const DragItem& source, const Dr
             refresh(*route, source, target);
         if (departures.took(shown))
             showTarget(*route, target);
-        mdiMain::instance().Status(u"Ready"_s);
     });
     if (tree)
         tree->setDropHighlight(nullptr);
     mdiMain::instance().setDragging(false);
+    mdiMain::instance().Status(u"Ready"_s);
     return dropped;
 }

@@ -20,20 +20,23 @@ namespace
 const QStringList payroll{u"FI"_s, u"fi=PAYROLL"_s};
 const QStringList depot{u"DB"_s, u"db=DEPOT"_s};
 
-/// Writes down which routines run when a move of the pointer reaches a widget.
-class MovesAt final : public QObject
+/// Writes down which routines run when an event of a kind reaches a widget.
+class StacksAt final : public QObject
 {
 public:
-    explicit MovesAt(QWidget& widget) { widget.installEventFilter(this); }
+    StacksAt(QWidget& widget, QEvent::Type type) : m_type(type) { widget.installEventFilter(this); }
 
     bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::MouseMove)
+        if (event->type() == m_type)
             stacks.push_back(frmTWErr::CallStack());
         return false;
     }
 
     std::vector<QStringList> stacks;
+
+private:
+    QEvent::Type m_type;
 };
 
 } // namespace
@@ -92,6 +95,7 @@ TEST_F(DragAndDrop, WhatIsRefusedShowsAnotherPictureUntilItIsAllowedAgain)
     EXPECT_EQ(bothCatalogs(), before);
     EXPECT_EQ(tree().DropHighlight(), nullptr);
     EXPECT_EQ(tree().DragIcon(), QString());
+    EXPECT_EQ(statusText(), u"Ready"_s);
 }
 
 TEST_F(DragAndDrop, AFieldIsRefusedByTheFilesOfTheCatalog)
@@ -241,6 +245,18 @@ TEST_F(DragAndDrop, ADatasourceNeverBeginsADragAndDropsNothing)
     EXPECT_FALSE(window->isDragging());
 }
 
+TEST_F(DragAndDrop, ThePictureChangesWithinTheRoutineThatJudges)
+{
+    show(key(payroll));
+    grab(key(payroll));
+    const StacksAt seen(*tree().viewport(), QEvent::CursorChange);
+    moveOver(key());
+    EXPECT_FALSE(dropAllowed());
+    EXPECT_EQ(seen.stacks,
+              (std::vector{QStringList{u"modDragAndDrop.DoDragOver"_s, u"mdiMain.tvwExplorer_DragOver"_s}}));
+    type(Qt::Key_Escape);
+}
+
 TEST_F(DragAndDrop, WithoutADragOrWithoutItemsNothingIsJudged)
 {
     const DragItem file = item(u"fi"_s, {datasource, u"PAYROLL"_s});
@@ -275,6 +291,37 @@ TEST_F(DragAndDrop, CancelAtTheQuestionLeavesTheTreeAlone)
     EXPECT_EQ(said(), QStringList());
     EXPECT_EQ(wholeTree(), before);
     EXPECT_EQ(selectedKey(), key(payroll));
+    EXPECT_EQ(statusText(), u"Ready"_s);
+}
+
+TEST_F(DragAndDrop, TheHighlightStandsUntilTheDropHasEnded)
+{
+    show(key(payroll));
+    TreeNode& highlit = node(there({u"FI"_s}));
+    const auto answer = [&](const QString& button) {
+        dialogs.expect(u"frmMoveCopy"_s, [&, button](DialogForm& dialog) {
+            EXPECT_EQ(tree().DropHighlight(), &highlit);
+            DialogScript::click(dialog, button);
+        });
+    };
+    answer(u"cmdCancel"_s);
+    dragTo(key(payroll), there({u"FI"_s}));
+    EXPECT_EQ(tree().DropHighlight(), nullptr);
+
+    const auto drop = [&](const DragItem& target) {
+        tree().setDropHighlight(&highlit);
+        window->setDragging(true);
+        const DragItem file = item(u"fi"_s, {datasource, u"PAYROLL"_s});
+        DoDragOver(&tree(), file, target);
+        EXPECT_FALSE(DoDragDrop(&tree(), file, target));
+        EXPECT_EQ(tree().DropHighlight(), nullptr);
+        EXPECT_FALSE(window->isDragging());
+    };
+    drop(item(u"db"_s, {other, u"DEPOT"_s}));
+    EXPECT_FALSE(dropAllowed());
+    answer(u"cmdCancel"_s);
+    drop(item(u"FI"_s, {other}));
+    EXPECT_TRUE(dropAllowed());
 }
 
 TEST_F(DragAndDrop, AConnectionThatGoesWhileTheQuestionIsUpEndsIt)
@@ -353,7 +400,7 @@ TEST_F(DragAndDrop, WhatTheUserDoesMeanwhileWaitsForTheEndOfTheDrop)
     const QStringList columns{u"DB"_s, u"db=DEPOT"_s, u"TA"_s, u"ta=PARTS"_s, u"CO"_s};
     show(key(column));
     show(there(columns));
-    MovesAt seen(*tree().viewport());
+    StacksAt seen(*tree().viewport(), QEvent::MouseMove);
     grab(key(column));
     moveOver(there(columns));
     dialogs.expect(u"frmMoveCopy"_s, [](DialogForm& dialog) { DialogScript::click(dialog, u"cmdCopy"_s); });
