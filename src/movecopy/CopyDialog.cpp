@@ -40,14 +40,15 @@ CopyDialog::CopyDialog(const char* name, const QString& title) : DialogForm(QStr
     setMinimumWidth(400);
 }
 
-void CopyDialog::addOriginal(const QString& name, const QString& prompt, QLabel*& label)
+QLabel* CopyDialog::addOriginal(const QString& name, const QString& prompt)
 {
-    label = new QLabel(this);
+    auto* label = new QLabel(this);
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setAccessibleName(QString(prompt).remove(u'&').remove(u':'));
     m_rows->addRow(prompt, label);
+    return label;
 }
 
 void CopyDialog::addEntry(const QString& prompt, QWidget& entry)

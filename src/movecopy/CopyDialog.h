@@ -27,7 +27,7 @@ protected:
 
     /// Sets a dialog up for what is to be copied, proposes a name, and returns when the dialog has closed.
     template <class Dialog, class SetUp>
-    static void show(const char* name, dao::Database& db, SetUp setUp)
+    static void present(const char* name, dao::Database& db, SetUp setUp)
     {
         Routine routine(routineName(name, "Display"));
         routine.run([&] {
@@ -41,7 +41,7 @@ protected:
     }
 
     /// A text that is only read.
-    void addOriginal(const QString& name, const QString& prompt, QLabel*& label);
+    QLabel* addOriginal(const QString& name, const QString& prompt);
     void addEntry(const QString& prompt, QWidget& entry);
     /// The entry of the name of the copy.
     void addName(const QString& name, const QString& prompt);

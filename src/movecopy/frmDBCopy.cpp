@@ -23,13 +23,13 @@ constexpr auto formName = "frmDBCopy";
 
 frmDBCopy::frmDBCopy() : CopyDialog(formName, tr("Copy Database"))
 {
-    addOriginal(u"lblDB"_s, tr("Original Database:"), m_label);
+    m_label = addOriginal(u"lblDB"_s, tr("Original Database:"));
     addName(u"txtDB"_s, tr("New Database:"));
 }
 
 void frmDBCopy::Display(dao::Database& db, const QString& database)
 {
-    show<frmDBCopy>(formName, db, [&](frmDBCopy& form) {
+    present<frmDBCopy>(formName, db, [&](frmDBCopy& form) {
         form.m_original = database;
         form.m_label->setText(database);
     });

@@ -18,5 +18,5 @@ private:
     Collection collection() const override;
 
     QString m_original;
-    QLabel* m_label;
+    QLabel* m_label = nullptr;
 };

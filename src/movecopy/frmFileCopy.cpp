@@ -22,13 +22,13 @@ constexpr auto formName = "frmFileCopy";
 
 frmFileCopy::frmFileCopy() : CopyDialog(formName, tr("Copy File"))
 {
-    addOriginal(u"lblFilename"_s, tr("Source File:"), m_label);
+    m_label = addOriginal(u"lblFilename"_s, tr("Source File:"));
     addName(u"txtFilename"_s, tr("New Filename:"));
 }
 
 void frmFileCopy::Display(dao::Database& db, const QString& file)
 {
-    show<frmFileCopy>(formName, db, [&](frmFileCopy& form) {
+    present<frmFileCopy>(formName, db, [&](frmFileCopy& form) {
         form.m_original = file;
         form.m_label->setText(file);
     });

@@ -24,8 +24,8 @@ constexpr auto formName = "frmTableCopy";
 
 frmTableCopy::frmTableCopy() : CopyDialog(formName, tr("Copy Table"))
 {
-    addOriginal(u"lblDB"_s, tr("Original Database:"), m_databaseLabel);
-    addOriginal(u"lblTable"_s, tr("Original Table:"), m_label);
+    m_databaseLabel = addOriginal(u"lblDB"_s, tr("Original Database:"));
+    m_label = addOriginal(u"lblTable"_s, tr("Original Table:"));
     m_databases = new DropDown(this);
     m_databases->setObjectName(u"cboDB"_s);
     addEntry(tr("New Database:"), *m_databases);
@@ -34,7 +34,7 @@ frmTableCopy::frmTableCopy() : CopyDialog(formName, tr("Copy Table"))
 
 void frmTableCopy::Display(dao::Database& db, const QString& database, const QString& table)
 {
-    show<frmTableCopy>(formName, db, [&](frmTableCopy& form) {
+    present<frmTableCopy>(formName, db, [&](frmTableCopy& form) {
         form.m_originalDatabase = database;
         form.m_original = table;
         form.m_databaseLabel->setText(database);

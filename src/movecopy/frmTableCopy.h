@@ -21,7 +21,7 @@ private:
 
     QString m_originalDatabase;
     QString m_original;
-    QLabel* m_databaseLabel;
-    QLabel* m_label;
-    DropDown* m_databases;
+    QLabel* m_databaseLabel = nullptr;
+    QLabel* m_label = nullptr;
+    DropDown* m_databases = nullptr;
 };

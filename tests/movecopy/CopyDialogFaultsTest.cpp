@@ -1,6 +1,7 @@
 #include "CopyDialogFixture.h"
 
 #include "Commands.h"
+#include "DropDown.h"
 #include "modDatabase.h"
 
 using namespace Qt::StringLiterals;
@@ -142,6 +143,46 @@ TEST_F(CopyDialogFaults, OfASourceThatIsGoneAreReportedAndTheDialogStays)
     EXPECT_EQ(errors.shown().front().number, u"3021"_s);
     EXPECT_EQ(errors.shown().front().trappedIn, u"frmFileCopy.cmdOk_Click"_s);
     EXPECT_EQ(statements.writes(), QStringList());
+}
+
+TEST_F(CopyDialogFaults, OfWhatIsReadBeforeTheyShowLeaveTheirEntriesEmpty)
+{
+    const auto failing = [&](const QString& command, const QString& dialog, const DragItem& source,
+                             const DialogScript::Action& action) {
+        statements.clear();
+        statements.failAt(1);
+        errors.expect(Press::Ignore);
+        dialogs.expect(dialog, action);
+        commands::run(command, source);
+        verify();
+        EXPECT_EQ(statements.writes(), QStringList());
+        EXPECT_EQ(frmTWErr::CallStack(), QStringList());
+        return errors.shown().back().trappedIn;
+    };
+    const auto expectNoName = [this](const QString& entry) {
+        return [=, this](DialogForm& dialog) {
+            EXPECT_EQ(DialogScript::text(dialog, entry), QString());
+            press(dialog, cancel);
+        };
+    };
+    EXPECT_EQ(failing(u"mnu_FileCopy"_s, u"frmFileCopy"_s, item(u"fi"_s, {datasource, u"PAYROLL"_s}),
+                      expectNoName(u"txtFilename"_s)),
+              u"modDatabase.FindUniqueName"_s);
+    EXPECT_EQ(
+        failing(u"mnu_DBCopy"_s, u"frmDBCopy"_s, item(u"db"_s, {datasource, u"SALES"_s}), expectNoName(u"txtDB"_s)),
+        u"modDatabase.FindUniqueName"_s);
+    const auto expectNoDatabase = [&](DialogForm& dialog) {
+        const auto* databases = dialog.findChild<DropDown*>(u"cboDB"_s);
+        EXPECT_EQ(databases->count(), 0);
+        EXPECT_EQ(databases->currentText(), QString());
+        boxes.expectInform(u"Please select a Database for the new Table."_s);
+        press(dialog, ok);
+        EXPECT_TRUE(dialog.isVisible());
+        press(dialog, cancel);
+    };
+    EXPECT_EQ(failing(u"mnu_TableCopy"_s, u"frmTableCopy"_s, item(u"ta"_s, {datasource, u"SALES"_s, u"ORDERS"_s}),
+                      expectNoDatabase),
+              u"modBoundControls.PopulateList"_s);
 }
 
 TEST_F(CopyDialogFaults, AsideTheCopyEndsOnItsCollection)

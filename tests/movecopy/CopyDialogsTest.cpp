@@ -136,17 +136,23 @@ TEST_F(CopyDialogs, TellWhatTheyAreForAndWhatTheirEntriesMean)
         // A text that is only read takes no shortcut from its prompt.
         EXPECT_TRUE(isPrompted || qobject_cast<QLabel*>(widget)) << prompt.toStdString();
     };
+    const auto proposed = [](DialogForm& dialog, const QString& entry, const QString& proposal) {
+        auto* edit = dialog.findChild<QLineEdit*>(entry);
+        EXPECT_EQ(dialog.focusWidget(), edit);
+        EXPECT_EQ(edit->selectedText(), proposal);
+    };
     copyFile([&](DialogForm& dialog) {
         EXPECT_EQ(dialog.windowTitle(), u"Copy File"_s);
         named(dialog, u"lblFilename"_s, u"Source File:"_s);
         named(dialog, u"txtFilename"_s, u"New Filename:"_s);
-        EXPECT_EQ(dialog.focusWidget(), dialog.findChild<QLineEdit*>(u"txtFilename"_s));
+        proposed(dialog, u"txtFilename"_s, u"PAYROLL1"_s);
         press(dialog, cancel);
     });
     copyDatabase([&](DialogForm& dialog) {
         EXPECT_EQ(dialog.windowTitle(), u"Copy Database"_s);
         named(dialog, u"lblDB"_s, u"Original Database:"_s);
         named(dialog, u"txtDB"_s, u"New Database:"_s);
+        proposed(dialog, u"txtDB"_s, u"SALES1"_s);
         press(dialog, cancel);
     });
     copyTable([&](DialogForm& dialog) {
@@ -155,8 +161,38 @@ TEST_F(CopyDialogs, TellWhatTheyAreForAndWhatTheirEntriesMean)
         named(dialog, u"lblTable"_s, u"Original Table:"_s);
         named(dialog, u"cboDB"_s, u"New Database:"_s);
         named(dialog, u"txtTable"_s, u"New Table:"_s);
+        proposed(dialog, u"txtTable"_s, u"ORDERS1"_s);
         press(dialog, cancel);
     });
+}
+
+TEST_F(CopyDialogs, StandOnTheCallStackWhileTheyAreUp)
+{
+    const auto cancelUnder = [this](const QString& routine) {
+        return [=, this](DialogForm& dialog) {
+            EXPECT_TRUE(frmTWErr::CallStack().contains(routine)) << routine.toStdString();
+            press(dialog, cancel);
+        };
+    };
+    copyFile(cancelUnder(u"frmFileCopy.Display"_s));
+    copyDatabase(cancelUnder(u"frmDBCopy.Display"_s));
+    copyTable(cancelUnder(u"frmTableCopy.Display"_s));
+}
+
+TEST_F(CopyDialogs, EnterInTheNameCopies)
+{
+    const auto enterIn = [](const QString& entry) {
+        return [=](DialogForm& dialog) {
+            QTest::keyClick(dialog.findChild<QLineEdit*>(entry), Qt::Key_Return);
+            EXPECT_FALSE(dialog.isVisible());
+        };
+    };
+    copyFile(enterIn(u"txtFilename"_s));
+    EXPECT_EQ(rowsOf(datasource, u"TW_FILE"_s, u"FILE_NAME = 'PAYROLL1'"_s).size(), 1);
+    copyDatabase(enterIn(u"txtDB"_s));
+    EXPECT_EQ(rowsOf(datasource, u"TW_DB"_s, u"DATABASE_NAME = 'SALES1'"_s).size(), 1);
+    copyTable(enterIn(u"txtTable"_s));
+    EXPECT_EQ(rowsOf(datasource, u"TW_TABLE"_s, u"DATABASE_NAME = 'SALES' AND TABLE_NAME = 'ORDERS1'"_s).size(), 1);
 }
 
 TEST_F(CopyDialogs, ANameOfDigitsAloneLeavesNothingToMakeOneFrom)
@@ -339,10 +375,12 @@ TEST_F(CopyDialogs, ANameForATableIsSoughtInTheDatabaseThatIsChosen)
 TEST_F(CopyDialogs, ATableNeedsADatabase)
 {
     copyTable([&](DialogForm& dialog) {
-        dialog.findChild<DropDown*>(u"cboDB"_s)->setCurrentIndex(-1);
+        auto* databases = dialog.findChild<DropDown*>(u"cboDB"_s);
+        databases->setCurrentIndex(-1);
         boxes.expectInform(u"Please select a Database for the new Table."_s);
         press(dialog, ok);
         EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(dialog.focusWidget(), databases);
         press(dialog, cancel);
     });
     EXPECT_EQ(statements.writes(), QStringList());
@@ -371,11 +409,25 @@ TEST_F(CopyDialogs, MissingNumbersStayMissing)
     change(u"UPDATE TW_COLUMN SET PRECISION = NULL WHERE COLUMN_NAME = 'AMOUNT'"_s);
     change(u"UPDATE TW_FIELD SET SCALE = NULL WHERE FIELD_NAME = 'SALARY'"_s);
     change(u"UPDATE TW_FILE SET RECORD_SIZE = NULL WHERE FILE_NAME = 'PAYROLL'"_s);
+    change(u"UPDATE TW_TABLE SET NUMBER_COLUMNS = NULL WHERE TABLE_NAME = 'ORDERS'"_s);
+    for (const char* privileges : {"TW_DBPRV", "TW_TBLPRV"})
+        change(u"UPDATE %1 SET ALLOW_SELECT = NULL, ALLOW_INSERT = NULL, ALLOW_UPDATE = NULL, ALLOW_DELETE = NULL "
+               "WHERE DATABASE_NAME = 'SALES'"_s.arg(QLatin1String(privileges)));
+    copyDatabase([&](DialogForm& dialog) { press(dialog, ok); });
     copyTable([&](DialogForm& dialog) { press(dialog, ok); });
     copyFile([&](DialogForm& dialog) { press(dialog, ok); });
     EXPECT_EQ(world.value(datasource, u"SELECT PRECISION FROM TW_COLUMN WHERE TABLE_NAME = 'ORDERS1' "
                                       "AND COLUMN_NAME = 'AMOUNT'"_s),
               u"<null>"_s);
+    for (const char* copied : {"TABLE_NAME = 'ORDERS1'", "DATABASE_NAME = 'SALES1'"})
+        EXPECT_EQ(world.value(datasource, u"SELECT NUMBER_COLUMNS FROM TW_TABLE WHERE "_s + QLatin1String(copied)),
+                  u"<null>"_s)
+            << copied;
+    const QString none = u"<null>|<null>|<null>|<null>|"_s;
+    EXPECT_EQ(rowsOf(datasource, u"TW_DBPRV"_s, u"DATABASE_NAME = 'SALES1'"_s),
+              QStringList{u"CLERK|SALES1|||"_s + none + u'|'});
+    EXPECT_EQ(rowsOf(datasource, u"TW_TBLPRV"_s, u"DATABASE_NAME = 'SALES1' OR TABLE_NAME = 'ORDERS1'"_s),
+              (QStringList{u"SALES1|ORDERS|CLERK|"_s + none, u"SALES|ORDERS1|CLERK|"_s + none}));
     EXPECT_EQ(world.value(datasource, u"SELECT SCALE FROM TW_FIELD WHERE FILE_NAME = 'PAYROLL1' "
                                       "AND FIELD_NAME = 'SALARY'"_s),
               u"<null>"_s);
