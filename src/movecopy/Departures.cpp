@@ -1,7 +1,5 @@
 #include "Departures.h"
 
-#include <utility>
-
 namespace
 {
 
@@ -9,11 +7,16 @@ Departures* current = nullptr;
 
 }
 
-Departures::Departures() : m_outer(std::exchange(current, this)) {}
+Departures::Departures()
+{
+    // A drop runs to its end before another one can begin.
+    Q_ASSERT(!current);
+    current = this;
+}
 
 Departures::~Departures()
 {
-    current = m_outer;
+    current = nullptr;
 }
 
 void Departures::note(const QString& node)

@@ -4,7 +4,7 @@
 #include <QString>
 
 /// For as long as one lives: the objects whose rows the routines of a drop take away, be it from where they were or
-/// where another one takes their place.
+/// where another one takes their place. There is one at a time.
 class Departures
 {
 public:
@@ -20,6 +20,5 @@ public:
     bool took(const QString& node) const;
 
 private:
-    Departures* m_outer;
     QSet<QString> m_nodes;
 };
