@@ -89,6 +89,7 @@ void MoveCopyTest::expectQuestion(const QString& prompt, const QString& button)
 void MoveCopyTest::expectGoOn(const QString& prompt, const QString& button)
 {
     dialogs.expect(u"frmYesToAll"_s, [prompt, button](DialogForm& dialog) {
+        EXPECT_TRUE(frmTWErr::CallStack().contains(u"frmYesToAll.GetAnswer"_s));
         EXPECT_EQ(dialog.findChild<QLabel*>(u"lblPrompt"_s)->text(), prompt);
         DialogScript::click(dialog, button);
     });

@@ -60,6 +60,17 @@ protected:
         return rows;
     }
 
+    /// There is one row of the copy, and it differs from the original in its name alone.
+    void expectCopied(const QString& table, const QString& column, const QString& original, const QString& copy) const
+    {
+        const auto named = [&](QString name) {
+            return rowsOf(datasource, table, column + " = '"_L1 + name.replace(u'\'', u"''"_s) + u'\'');
+        };
+        QStringList rows = named(copy);
+        EXPECT_EQ(rows.size(), 1) << table.toStdString();
+        EXPECT_EQ(rows.replaceInStrings(copy, original), named(original)) << table.toStdString();
+    }
+
     /// What the user does in a dialog: gives the copy a name.
     DialogScript::Action under(const QString& entry, const QString& name) const
     {
@@ -134,6 +145,29 @@ TEST_F(WholeRows, OfAUserAndItsPrivilegesArriveAsTheyWere)
         << writes[1].toStdString();
     EXPECT_TRUE(writes[2].endsWith(u"VALUES ('SALES', 'ORDERS', 'CLERK', '1', '2', '3', '4', 'a')"_s))
         << writes[2].toStdString();
+}
+
+TEST_F(WholeRows, OfMissingNumbersInQuotedPlacesGoAsEmptyTexts)
+{
+    change(u"UPDATE TW_FILE SET RECORD_SIZE = NULL WHERE "_s + ofPayroll);
+    for (const char* table : {"TW_DBPRV", "TW_TBLPRV"})
+        change(u"UPDATE %1 SET ALLOW_SELECT = NULL, ALLOW_INSERT = NULL, ALLOW_UPDATE = NULL, ALLOW_DELETE = NULL "
+               "WHERE "_s.arg(QLatin1String(table)) +
+               ofClerk);
+    changeOther(u"INSERT INTO TW_USER (USER_NAME) VALUES ('CLERK')"_s);
+    EXPECT_TRUE(modDragAndDrop::DragFileToDSN(item(u"fi"_s, {datasource, u"PAYROLL"_s}), item(u"FI"_s, {other}),
+                                              DragMode::Copy));
+    EXPECT_TRUE(modDragAndDrop::DragDBPRVToDB(item(u"dbprv"_s, {datasource, u"SALES"_s, u"CLERK"_s}),
+                                              item(u"db"_s, {other, u"SALES"_s}), DragMode::Copy));
+    EXPECT_TRUE(modDragAndDrop::DragTBLPRVToTable(item(u"tblprv"_s, {datasource, u"SALES"_s, u"ORDERS"_s, u"CLERK"_s}),
+                                                  item(u"ta"_s, {other, u"SALES"_s, u"ORDERS"_s}), DragMode::Copy));
+    const QStringList writes = statements.writes();
+    ASSERT_EQ(writes.size(), 4);
+    EXPECT_TRUE(writes[0].endsWith(u"VALUES ('PAYROLL', 'a', '', 'b', 'c', 'd')"_s)) << writes[0].toStdString();
+    EXPECT_TRUE(writes[2].endsWith(u"VALUES ('CLERK', 'SALES', 'a', 'b', '', '', '', '', 'c', 'd')"_s))
+        << writes[2].toStdString();
+    EXPECT_TRUE(writes[3].endsWith(u"VALUES ('SALES', 'ORDERS', 'CLERK', '', '', '', '', 'a')"_s))
+        << writes[3].toStdString();
 }
 
 TEST_F(WholeRows, OfADatabaseAreCopiedUnderItsNewNameAlone)
@@ -238,6 +272,38 @@ TEST_F(WholeRows, OfDatabasesWithNamesOfAnyKindArriveAsTheyAre)
         EXPECT_EQ(rowsOf(datasource, table, owned), QStringList());
     }
     EXPECT_EQ(after, before);
+}
+
+TEST_F(WholeRows, OfCopiesWithNamesOfAnyKindArriveAsTheyAre)
+{
+    change(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('P''5')"_s);
+    change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME) VALUES ('P''5', 1, 'F''4')"_s);
+    change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('O''B%1')"_s);
+    change(u"INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME) VALUES ('O''B%1', 'T''%2', 'P''5')"_s);
+    change(u"INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME) "
+           "VALUES ('O''B%1', 'T''%2', 1, 'C''3', 'F''4')"_s);
+    change(u"INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME) VALUES ('O''HARA%1', 'O''B%1')"_s);
+    change(u"INSERT INTO TW_TBLPRV (DATABASE_NAME, TABLE_NAME, USER_NAME) VALUES ('O''B%1', 'T''%2', 'O''HARA%1')"_s);
+    const auto accept = [this](const QString& entry, const QString& proposal) {
+        return [=, this](DialogForm& dialog) {
+            EXPECT_EQ(dialog.findChild<QLineEdit*>(entry)->text(), proposal);
+            press(dialog, ok);
+        };
+    };
+    const QStringList owner{u"DB"_s, u"db=O'B%1"_s};
+    copy(owner, u"mnu_DBCopy"_s, u"frmDBCopy"_s, accept(u"txtDB"_s, u"O'B%"_s));
+    for (const char* table : {"TW_DB", "TW_TABLE", "TW_COLUMN", "TW_DBPRV", "TW_TBLPRV"})
+        expectCopied(QLatin1String(table), u"DATABASE_NAME"_s, u"O'B%1"_s, u"O'B%"_s);
+    copy(owner + QStringList{u"TA"_s, u"ta=T'%2"_s}, u"mnu_TableCopy"_s, u"frmTableCopy"_s,
+         accept(u"txtTable"_s, u"T'%"_s));
+    change(u"DELETE FROM TW_TABLE WHERE DATABASE_NAME = 'O''B%'"_s);
+    change(u"DELETE FROM TW_COLUMN WHERE DATABASE_NAME = 'O''B%'"_s);
+    change(u"DELETE FROM TW_TBLPRV WHERE DATABASE_NAME = 'O''B%'"_s);
+    for (const char* table : {"TW_TABLE", "TW_COLUMN", "TW_TBLPRV"})
+        expectCopied(QLatin1String(table), u"TABLE_NAME"_s, u"T'%2"_s, u"T'%"_s);
+    copy({u"FI"_s, u"fi=P'5"_s}, u"mnu_FileCopy"_s, u"frmFileCopy"_s, accept(u"txtFilename"_s, u"P'"_s));
+    for (const char* table : {"TW_FILE", "TW_FIELD"})
+        expectCopied(QLatin1String(table), u"FILE_NAME"_s, u"P'5"_s, u"P'"_s);
 }
 
 TEST_F(WholeRows, OfUsersWithNamesOfAnyKindArriveAsTheyAre)
