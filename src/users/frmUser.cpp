@@ -1,6 +1,7 @@
 #include "frmUser.h"
 
 #include "Boxes.h"
+#include "CConnections.h"
 #include "Database.h"
 #include "Privileges.h"
 #include "Recordset.h"
@@ -105,19 +106,21 @@ void frmUser::updateRow()
 /// The user stands under each database and table that it has rights on.
 void frmUser::renameNodes(const QString& from, const QString& to)
 {
-    // The tree may yield, and the pane show another user by then.
-    dao::Database& catalog = db();
-    const QString databases = "DSN="_L1 + datasource() + ":DB="_L1 + datasource() + ":db="_L1;
+    // The tree may yield, and by then the pane show another user, or this one's datasource be disconnected.
+    const QString owner = datasource();
+    const auto privilegesOf = [&](const QString& select) -> std::unique_ptr<dao::Recordset> {
+        const CConnection* connection = CConnections::instance().find(owner);
+        return connection ? connection->db()->OpenRecordset(select + privileges::ofUser(to)) : nullptr;
+    };
+    const QString databases = "DSN="_L1 + owner + ":DB="_L1 + owner + ":db="_L1;
     PasswordPane::renameNodes(from, to);
-    for (const auto rows =
-             catalog.OpenRecordset("SELECT DATABASE_NAME FROM TW_DBPRV WHERE "_L1 + privileges::ofUser(to));
-         !rows->Eof(); rows->MoveNext()) {
+    for (const auto rows = privilegesOf(u"SELECT DATABASE_NAME FROM TW_DBPRV WHERE "_s); rows && !rows->Eof();
+         rows->MoveNext()) {
         const QString database = rows->View(0).toString();
         renameNode(databases + database + ":DBPRV="_L1 + database + ":dbprv="_L1, from, to);
     }
-    for (const auto rows = catalog.OpenRecordset("SELECT DATABASE_NAME, TABLE_NAME FROM TW_TBLPRV WHERE "_L1 +
-                                                 privileges::ofUser(to));
-         !rows->Eof(); rows->MoveNext()) {
+    for (const auto rows = privilegesOf(u"SELECT DATABASE_NAME, TABLE_NAME FROM TW_TBLPRV WHERE "_s);
+         rows && !rows->Eof(); rows->MoveNext()) {
         const QString database = rows->View(0).toString();
         const QString table = rows->View(1).toString();
         renameNode(databases + database + ":TA="_L1 + database + ":ta="_L1 + table + ":TBLPRV="_L1 + table +
