@@ -14,6 +14,9 @@ namespace tarnwick::records
 namespace
 {
 
+/// A day without a year may be any of those that some year has.
+constexpr int leapYear = 4;
+
 /// The first year that two digits can mean.
 constexpr int firstShortYear = 1950;
 
@@ -78,7 +81,7 @@ void Write(const Moment& moment, MomentPart part, std::string& text)
     if (part == MomentPart::Timestamp)
         text += ' ';
     add(std::snprintf(buffer.data(), buffer.size(), "%02d:%02d:%02d", moment.hour, moment.minute, moment.second));
-    if (moment.hundredths > 0)
+    if (part == MomentPart::Timestamp && moment.hundredths > 0)
         add(std::snprintf(buffer.data(), buffer.size(), ".%02d", moment.hundredths));
 }
 
@@ -98,7 +101,10 @@ DateFormat::DateFormat(std::string_view format)
         });
         const bool known = token != std::end(tokens);
         m_pieces.push_back({known ? token->part : Part::Literal, known ? token->text.size() : 1, format.front()});
-        m_hasYear = m_hasYear || m_pieces.back().part == Part::Year4 || m_pieces.back().part == Part::Year2;
+        const Part part = m_pieces.back().part;
+        m_hasYear = m_hasYear || part == Part::Year4 || part == Part::Year2;
+        m_hasTime =
+            m_hasTime || part == Part::Hour || part == Part::Minute || part == Part::Second || part == Part::Hundredths;
         format.remove_prefix(m_pieces.back().width);
     }
 }
@@ -156,6 +162,8 @@ DateFormat::Reading DateFormat::Read(std::string_view text, Moment& moment) cons
     if (IsEmpty(text))
         return Reading::Empty;
     moment = {};
+    if (!m_hasYear)
+        moment.year = leapYear;
     for (const Piece& piece : m_pieces) {
         // Values come without the blanks at their end.
         if (text.empty() && piece.part == Part::Literal && piece.literal == ' ')

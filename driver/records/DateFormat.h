@@ -28,7 +28,7 @@ struct Moment {
 /// What an SQL type shows of a moment.
 enum class MomentPart { Date, Time, Timestamp };
 
-/// `YYYY-MM-DD`, `hh:mm:ss` or both; hundredths of a second only where they are not zero.
+/// `YYYY-MM-DD`, `hh:mm:ss` or both; behind both, hundredths of a second where they are not zero.
 void Write(const Moment& moment, MomentPart part, std::string& text);
 
 /// The format of a date or time that is kept as text: `YYYY` and `YY` the year, `MM` and `MMM` (Jan) the month, `DD`
@@ -38,6 +38,10 @@ class DateFormat
 {
 public:
     explicit DateFormat(std::string_view format);
+
+    /// Whether it says of which year a day is, and anything of a time.
+    bool HasYear() const { return m_hasYear; }
+    bool HasTime() const { return m_hasTime; }
 
     enum class Reading { Moment, Empty, Wrong };
 
@@ -58,6 +62,7 @@ private:
 
     std::vector<Piece> m_pieces;
     bool m_hasYear = false;
+    bool m_hasTime = false;
 };
 
 } // namespace tarnwick::records

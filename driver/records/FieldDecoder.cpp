@@ -1,5 +1,6 @@
 #include "FieldDecoder.h"
 
+#include "Bits.h"
 #include "FieldNumber.h"
 #include "Floats.h"
 #include "Text.h"
@@ -104,6 +105,12 @@ std::shared_ptr<const CodePage> PageOf(const StorageType& type, const std::share
     return type.ebcdic && !filePage->IsEbcdic() ? CodePage::Find("EBCDIC-037") : filePage;
 }
 
+bool IsFloat(Kind kind)
+{
+    return kind == Kind::IeeeFloat || kind == Kind::VaxF || kind == Kind::VaxD || kind == Kind::VaxG ||
+           kind == Kind::Base16Float;
+}
+
 bool IsCharacters(Kind kind)
 {
     return kind == Kind::Text || kind == Kind::CountedText || kind == Kind::ZeroText || kind == Kind::Moment;
@@ -121,22 +128,17 @@ const char* TakeCounted(std::string_view& bytes)
     return nullptr;
 }
 
-/// A binary number of up to 8 bytes.
-std::uint64_t BitsOf(std::string_view bytes, bool highByteFirst)
-{
-    std::uint64_t bits = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        bits = bits << 8 | ByteAt(bytes, highByteFirst ? i : bytes.size() - 1 - i);
-    return bits;
-}
-
 } // namespace
 
 std::size_t DigitsOf(const Field& field)
 {
     constexpr std::array<std::size_t, 9> binaryDigits = {0, 3, 5, 8, 10, 13, 15, 17, 20};
+    const Sign sign = field.type.sign;
     switch (field.type.kind) {
     case Kind::Digits:
+        return sign == Sign::LeadingSeparate || sign == Sign::TrailingSeparate
+                   ? std::max<std::size_t>(field.length, 1) - 1
+                   : field.length;
     case Kind::Text:
     case Kind::ZeroText:
         return field.length / (field.type.utf16 ? 2 : 1);
@@ -154,24 +156,47 @@ std::size_t DigitsOf(const Field& field)
 FieldDecoder::FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page,
                            IntegerLimits limits)
     : m_type(field.type), m_scale(field.scale), m_shown(shown), m_limits(limits), m_page(PageOf(field.type, page)),
-      m_ebcdicDigits(page->IsEbcdic()), m_formatWidth(0), m_read(ReaderOf(field))
+      m_ebcdicDigits(page->IsEbcdic())
 {
     const std::string& format = field.format.empty() ? field.type.format : field.format;
-    if (format.empty())
-        return;
-    m_format.emplace(format);
+    if (!format.empty())
+        m_format.emplace(format);
     m_formatWidth = format.size();
+    m_problem = ProblemOf(field);
+    m_read = m_problem ? &FieldDecoder::Refuse : ReaderOf(field.type.kind);
 }
 
-FieldDecoder::Read FieldDecoder::ReaderOf(const Field& field) const
+const char* FieldDecoder::ProblemOf(const Field& field) const
 {
+    const Kind kind = field.type.kind;
     if (field.isEncrypted)
-        return &FieldDecoder::RefuseEncrypted;
-    if (m_shown == Shown::Bytes && field.type.kind != Kind::Unknown)
+        return "the field is encrypted, and there is no key to read it";
+    if (kind == Kind::Unknown)
+        return "the storage type is not known";
+    if (m_shown == Shown::Bytes)
+        return nullptr;
+    if (IsCharacters(kind) && !m_page)
+        return "this system cannot convert its code page";
+    if (kind == Kind::Bytes || kind == Kind::Hexadecimal)
+        return m_shown == Shown::Text ? nullptr : "bytes are no number and no date";
+    if (kind == Kind::VmsTime || kind == Kind::UnixTime)
+        return m_shown == Shown::Text || IsMoment() ? nullptr : "a date is no number";
+    if (IsFloat(kind) && (IsMoment() || m_shown == Shown::Bit))
+        return "a floating point number is no date and no bit";
+    if (!IsMoment())
+        return nullptr;
+    if (!m_format)
+        return "the field has no format";
+    if (m_shown == Shown::Time)
+        return m_format->HasTime() ? nullptr : "the field's format has no time";
+    return m_format->HasYear() ? nullptr : "the field's format has no year";
+}
+
+FieldDecoder::Read FieldDecoder::ReaderOf(Kind kind) const
+{
+    if (m_shown == Shown::Bytes)
         return &FieldDecoder::ReadRaw;
-    if (IsCharacters(field.type.kind) && !m_page)
-        return &FieldDecoder::RefusePage;
-    switch (field.type.kind) {
+    switch (kind) {
     case Kind::Text:
     case Kind::Moment:
         return &FieldDecoder::ReadText;
@@ -203,12 +228,12 @@ FieldDecoder::Read FieldDecoder::ReaderOf(const Field& field) const
     case Kind::Unknown:
         break;
     }
-    return &FieldDecoder::RefuseType;
+    return &FieldDecoder::Refuse;
 }
 
 bool FieldDecoder::MayEndEarly() const
 {
-    return IsCharacters(m_type.kind);
+    return IsCharacters(m_type.kind) || (m_type.kind == Kind::Digits && m_type.sign == Sign::InFront);
 }
 
 MomentPart FieldDecoder::Part() const
@@ -218,19 +243,9 @@ MomentPart FieldDecoder::Part() const
     return m_shown == Shown::Time ? MomentPart::Time : MomentPart::Timestamp;
 }
 
-const char* FieldDecoder::RefuseEncrypted(std::string_view, Value&, std::string&) const
+const char* FieldDecoder::Refuse(std::string_view, Value&, std::string&) const
 {
-    return "the field is encrypted, and there is no key to read it";
-}
-
-const char* FieldDecoder::RefusePage(std::string_view, Value&, std::string&) const
-{
-    return "this system cannot convert its code page";
-}
-
-const char* FieldDecoder::RefuseType(std::string_view, Value&, std::string&) const
-{
-    return "the storage type is not known";
+    return m_problem;
 }
 
 /// The bytes of a field whose column takes bytes, without a count and what follows the end of a text.
@@ -251,7 +266,7 @@ const char* FieldDecoder::ReadText(std::string_view bytes, Value& value, std::st
     std::string_view text;
     if (!m_page->Convert(bytes, room, text))
         return noCharacters;
-    return ShowText(TrimmedEnd(text), text.data() == bytes.data(), value, room);
+    return ShowText(TrimmedEnd(text), value, room);
 }
 
 const char* FieldDecoder::ReadCountedText(std::string_view bytes, Value& value, std::string& room) const
@@ -261,7 +276,7 @@ const char* FieldDecoder::ReadCountedText(std::string_view bytes, Value& value, 
     std::string_view text;
     if (!m_page->Convert(bytes, room, text))
         return noCharacters;
-    return ShowText(text, text.data() == bytes.data(), value, room);
+    return ShowText(text, value, room);
 }
 
 const char* FieldDecoder::ReadZeroText(std::string_view bytes, Value& value, std::string& room) const
@@ -269,7 +284,7 @@ const char* FieldDecoder::ReadZeroText(std::string_view bytes, Value& value, std
     std::string_view text;
     if (!m_page->Convert(bytes.substr(0, bytes.find('\0')), room, text))
         return noCharacters;
-    return ShowText(text, text.data() == bytes.data(), value, room);
+    return ShowText(text, value, room);
 }
 
 const char* FieldDecoder::ReadDigits(std::string_view bytes, Value& value, std::string& room) const
@@ -403,12 +418,10 @@ const char* FieldDecoder::ReadBoolean(std::string_view bytes, Value& value, std:
 
 const char* FieldDecoder::ReadBytes(std::string_view bytes, Value& value, std::string& room) const
 {
-    if (m_shown != Shown::Text)
-        return "bytes are no number and no date";
     room.clear();
     for (const char byte : bytes)
         AppendHexadecimal(byte, room);
-    value = Value::Text(room, false);
+    value = Value::Text(room);
     return nullptr;
 }
 

@@ -60,14 +60,17 @@ std::size_t DigitsOf(const Field& field);
 
 /// Decodes one field for one column.
 ///
-/// Nothing but the bytes given is read. No bytes, blanks where a number or a date would stand, and dates of only zeros,
-/// are null.
+/// Nothing but the bytes given is read. No bytes, blanks where a number or a date would stand, and dates of only zeros
+/// in characters or digits, are null; a moment that is counted in binary has a zero like any other.
 class FieldDecoder
 {
 public:
     /// `page` is that of the file.
     FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page,
                  IntegerLimits limits = {});
+
+    /// Why no bytes of the field can be a value of the column; null if some can.
+    const char* Problem() const { return m_problem; }
 
     /// Decodes the field's bytes. Null, or why they are no value; the text completes "the bytes ... are no INTEGER-4:
     /// ". `room` is lent for text and bytes that are not in the record as such.
@@ -87,7 +90,8 @@ private:
     struct Decimal;
     using Read = const char* (FieldDecoder::*)(std::string_view, Value&, std::string&) const;
 
-    Read ReaderOf(const Field& field) const;
+    const char* ProblemOf(const Field& field) const;
+    Read ReaderOf(StorageType::Kind kind) const;
 
     const char* ReadText(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadCountedText(std::string_view bytes, Value& value, std::string& room) const;
@@ -101,12 +105,10 @@ private:
     const char* ReadVmsTime(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadUnixTime(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadRaw(std::string_view bytes, Value& value, std::string& room) const;
-    const char* RefusePage(std::string_view bytes, Value& value, std::string& room) const;
-    const char* RefuseEncrypted(std::string_view bytes, Value& value, std::string& room) const;
-    const char* RefuseType(std::string_view bytes, Value& value, std::string& room) const;
+    const char* Refuse(std::string_view bytes, Value& value, std::string& room) const;
 
     const char* ShowInteger(const Decimal& decimal, Value& value) const;
-    const char* ShowText(std::string_view text, bool inRecord, Value& value, std::string& room) const;
+    const char* ShowText(std::string_view text, Value& value, std::string& room) const;
     const char* ShowTextAsNumber(std::string_view text, Value& value, std::string& room) const;
     const char* ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const;
     const char* ShowDecimal(const Decimal& decimal, Value& value, std::string& room) const;
@@ -123,7 +125,8 @@ private:
     std::shared_ptr<const CodePage> m_page;
     bool m_ebcdicDigits;
     std::optional<DateFormat> m_format;
-    std::size_t m_formatWidth;
+    std::size_t m_formatWidth = 0;
+    const char* m_problem;
     Read m_read;
 };
 

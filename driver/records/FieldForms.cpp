@@ -3,17 +3,17 @@
 #include "FieldNumber.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 namespace tarnwick::records
 {
 
-const char* FieldDecoder::ShowText(std::string_view text, bool inRecord, Value& value, std::string& room) const
+const char* FieldDecoder::ShowText(std::string_view text, Value& value, std::string& room) const
 {
     if (m_shown == Shown::Text) {
-        value = Value::Text(text, inRecord);
+        value = Value::Text(text);
         return nullptr;
     }
     return IsMoment() ? ShowTextAsMoment(text, value, room) : ShowTextAsNumber(text, value, room);
@@ -21,8 +21,6 @@ const char* FieldDecoder::ShowText(std::string_view text, bool inRecord, Value& 
 
 const char* FieldDecoder::ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const
 {
-    if (!m_format)
-        return "the field has no format";
     Moment moment;
     switch (m_format->Read(text, moment)) {
     case DateFormat::Reading::Empty:
@@ -43,7 +41,7 @@ const char* FieldDecoder::ShowTextAsNumber(std::string_view text, Value& value, 
         value = Value::Null();
         return nullptr;
     }
-    text.remove_prefix(first);
+    text = text.substr(first, text.find_last_not_of(' ') - first + 1);
     Decimal decimal;
     if (text.front() == '+' || text.front() == '-') {
         decimal.negative = text.front() == '-';
@@ -98,7 +96,7 @@ const char* FieldDecoder::ShowDecimal(const Decimal& decimal, Value& value, std:
     case Shown::Decimal:
     case Shown::Text:
         WriteDecimal(decimal.negative && decimal.magnitude != 0, decimal.magnitude, decimal.scale, room);
-        value = Value::Text(room, false);
+        value = Value::Text(room);
         return nullptr;
     case Shown::Bit:
         value = Value::Integer(decimal.magnitude != 0 ? 1 : 0);
@@ -140,23 +138,20 @@ const char* FieldDecoder::ShowReal(double real, Value& value, std::string& room)
         value = Value::Integer(number);
         return nullptr;
     }
-    if (m_shown != Shown::Text && m_shown != Shown::Decimal)
-        return "a floating point number is no date and no run of bytes";
     std::array<char, 40> text;
-    const int length = std::snprintf(text.data(), text.size(), "%.15g", real);
-    room.assign(text.data(), static_cast<std::size_t>(length));
-    value = Value::Text(room, false);
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), real, std::chars_format::general,
+                                       static_cast<int>(exactRealDigits));
+    room.assign(text.data(), written.ptr);
+    value = Value::Text(room);
     return nullptr;
 }
 
 const char* FieldDecoder::ShowMoment(const Moment& moment, Value& value, std::string& room) const
 {
-    if (!IsMoment() && m_shown != Shown::Text)
-        return "a date is no number";
     if (!moment.IsReal())
         return reasons::beyondYears;
     Write(moment, Part(), room);
-    value = Value::Text(room, false);
+    value = Value::Text(room);
     return nullptr;
 }
 

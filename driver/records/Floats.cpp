@@ -1,5 +1,7 @@
 #include "Floats.h"
 
+#include "Bits.h"
+
 #include <array>
 #include <bit>
 #include <charconv>
@@ -12,14 +14,6 @@ namespace
 {
 
 using Kind = StorageType::Kind;
-
-std::uint64_t Bits(std::string_view bytes, bool highByteFirst)
-{
-    std::uint64_t bits = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        bits = bits << 8 | static_cast<unsigned char>(bytes[highByteFirst ? i : bytes.size() - 1 - i]);
-    return bits;
-}
 
 /// VAX numbers are words of 16 bits, the most significant first, each with its low byte first.
 std::uint64_t WordBits(std::string_view bytes)
@@ -61,7 +55,7 @@ std::optional<double> DecodeVax(std::string_view bytes, int size, int exponentBi
 double DecodeBase16(std::string_view bytes)
 {
     const int size = static_cast<int>(bytes.size()) * 8;
-    const std::uint64_t bits = Bits(bytes, true);
+    const std::uint64_t bits = BitsOf(bytes, true);
     const auto exponent = static_cast<int>(bits >> (size - 8) & 0x7F);
     const std::uint64_t fraction = bits & ((std::uint64_t{1} << (size - 8)) - 1);
     const double number = std::ldexp(static_cast<double>(fraction), 4 * (exponent - 64) - (size - 8));
@@ -70,7 +64,7 @@ double DecodeBase16(std::string_view bytes)
 
 std::optional<double> DecodeIeee(std::string_view bytes, bool highByteFirst)
 {
-    const std::uint64_t bits = Bits(bytes, highByteFirst);
+    const std::uint64_t bits = BitsOf(bytes, highByteFirst);
     const double number = bytes.size() == 4
                               ? static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(bits)))
                               : std::bit_cast<double>(bits);
@@ -102,7 +96,10 @@ std::optional<double> DecodeFloat(Kind kind, bool highByteFirst, std::string_vie
     if (bytes.size() != 4 && bytes.size() != 8)
         return std::nullopt;
     const auto number = Decode(kind, highByteFirst, bytes);
-    return number && bytes.size() == 4 ? Shortest(*number) : number;
+    if (!number)
+        return std::nullopt;
+    // Behind the addition, zero has no sign.
+    return (bytes.size() == 4 ? Shortest(*number) : *number) + 0.0;
 }
 
 } // namespace tarnwick::records

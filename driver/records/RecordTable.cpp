@@ -66,6 +66,10 @@ RecordTable::RecordTable(TableDefinition definition, BadFields badFields, std::s
             column.field && m_columnProblems.back().empty()
                 ? std::make_unique<FieldDecoder>(*column.field, column.shown, m_format.page, column.limits)
                 : nullptr);
+        if (m_decoders.back() && m_decoders.back()->Problem()) {
+            m_columnProblems.back() = m_decoders.back()->Problem();
+            m_decoders.back().reset();
+        }
     }
 }
 

@@ -15,13 +15,12 @@ struct Value {
     std::int64_t integer = 0;
     double real = 0;
     std::string_view text;
-    bool inRecord = false; ///< `text` points into the record
 
     static Value Null() { return {}; }
-    static Value Integer(std::int64_t number) { return {Kind::Integer, number, 0, {}, false}; }
-    static Value Real(double number) { return {Kind::Real, 0, number, {}, false}; }
-    static Value Text(std::string_view text, bool inRecord) { return {Kind::Text, 0, 0, text, inRecord}; }
-    static Value Bytes(std::string_view bytes) { return {Kind::Bytes, 0, 0, bytes, true}; }
+    static Value Integer(std::int64_t number) { return {Kind::Integer, number, 0, {}}; }
+    static Value Real(double number) { return {Kind::Real, 0, number, {}}; }
+    static Value Text(std::string_view text) { return {Kind::Text, 0, 0, text}; }
+    static Value Bytes(std::string_view bytes) { return {Kind::Bytes, 0, 0, bytes}; }
 };
 
 } // namespace tarnwick::records

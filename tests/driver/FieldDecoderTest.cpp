@@ -94,6 +94,13 @@ std::string Shows(const Field& field, Shown shown, const std::string& bytes, con
     return "?";
 }
 
+bool LiesIn(const std::string& whole, std::string_view part)
+{
+    const std::less_equal<const char*> isUpTo;
+    return part.empty() ||
+           (isUpTo(whole.data(), part.data()) && isUpTo(part.data() + part.size(), whole.data() + whole.size()));
+}
+
 struct NumberCase {
     const char* type;
     std::string bytes;
@@ -131,6 +138,21 @@ const NumberCase numbers[] = {
     {"ZONED", "\xF1\xF2\xC3", 0, "123", "EBCDIC-037"},
     {"ZONED", "\xF1\xF2\xD3", 1, "-12.3", "EBCDIC-1047"},
     {"ZONED", "\x40\x40\x40", 0, "~", "EBCDIC-037"},
+    {"ZONED", "\xF1\xA2", 0, "12", "EBCDIC-037"},
+    {"ZONED", "\xF1\xE2", 0, "12", "EBCDIC-037"},
+    {"ZONED", "\xF1\xB2", 0, "-12", "EBCDIC-037"},
+    {"ZONED", "\xF1\xC2\xF3", 0, "!a character is no digit", "EBCDIC-037"},
+    {"ZONED", "\xF1\x92\xF3", 0, "!a character is no digit", "EBCDIC-037"},
+    {"ZONED", "\xF1\x92", 0, "!a character is no digit", "EBCDIC-037"},
+    {"ZONED-LO", "\xD1\xF2\xF3", 0, "-123", "EBCDIC-037"},
+    {"ZONED-LO", "\xC1\xF2", 1, "1.2", "EBCDIC-037"},
+    {"ZONED-RO", "\xF1\xD2", 0, "-12", "EBCDIC-037"},
+    {"ZONED-LS", "\x60\xF1\xF2", 0, "-12", "EBCDIC-037"},
+    {"ZONED-LS", "\x4E\xF1\xF2", 0, "12", "EBCDIC-037"},
+    {"ZONED-U", "\xF0\xF7", 0, "7", "EBCDIC-037"},
+    {"ZONED-NUM", "\xF1\xD0", 0, "-10", "EBCDIC-1047"},
+    {"NUMERIC", "\x40\x60\xF1\x4B\xF5", 0, "-1.5", "EBCDIC-037"},
+    {"NUMERIC", "\xF4\xF2\x40", 0, "42", "EBCDIC-037"},
     {"ZONED-NUM", "1234p", 0, "-12340"},
     {"ZONED-NUM", "1234y", 0, "-12349"},
     {"ZONED-S", "1234-", 2, "-12.34"},
@@ -181,6 +203,26 @@ const NumberCase numbers[] = {
     {"INTEGER-5-BE", "\xFF\xFF\xFF\xFF\x00"s, 0, "-256"},
     {"INTEGER-8", "\x00\x00\x00\x00\x00\x00\x00\x80"s, 0, "-9223372036854775808"},
     {"INTEGER-8-BE", "\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 0, "9223372036854775807"},
+    {"INTEGER-2", "\x00\x80"s, 0, "-32768"},
+    {"INTEGER-2", "\xFF\x7F", 0, "32767"},
+    {"INTEGER-3", "\x00\x00\x80"s, 0, "-8388608"},
+    {"INTEGER-3", "\xFF\xFF\x7F", 0, "8388607"},
+    {"INTEGER-4", "\x00\x00\x00\x80"s, 0, "-2147483648"},
+    {"INTEGER-4", "\xFF\xFF\xFF\x7F", 0, "2147483647"},
+    {"INTEGER-5", "\x00\x00\x00\x00\x80"s, 0, "-549755813888"},
+    {"INTEGER-5", "\xFF\xFF\xFF\xFF\x7F", 0, "549755813887"},
+    {"INTEGER-6", "\xFF\xFF\xFF\xFF\xFF\x7F", 0, "140737488355327"},
+    {"INTEGER-7", "\x00\x00\x00\x00\x00\x00\x80"s, 0, "-36028797018963968"},
+    {"INTEGER-2-BE", "\x80\x00"s, 0, "-32768"},
+    {"INTEGER-2-BE", "\x7F\xFF", 0, "32767"},
+    {"INTEGER-3-BE", "\x80\x00\x00"s, 0, "-8388608"},
+    {"INTEGER-3-BE", "\x7F\xFF\xFF", 0, "8388607"},
+    {"INTEGER-4-BE", "\x80\x00\x00\x00"s, 0, "-2147483648"},
+    {"INTEGER-4-BE", "\x7F\xFF\xFF\xFF", 0, "2147483647"},
+    {"INTEGER-5-BE", "\x80\x00\x00\x00\x00"s, 0, "-549755813888"},
+    {"INTEGER-5-BE", "\x7F\xFF\xFF\xFF\xFF", 0, "549755813887"},
+    {"INTEGER-6-BE", "\x80\x00\x00\x00\x00\x00"s, 0, "-140737488355328"},
+    {"INTEGER-6-BE", "\x7F\xFF\xFF\xFF\xFF\xFF", 0, "140737488355327"},
     {"UNSIGNED-1", "\xFF", 0, "255"},
     {"UNSIGNED-2", "\xFF\xFF", 0, "65535"},
     {"UNSIGNED-2-BE", "\xFF\x00"s, 1, "6528.0"},
@@ -219,6 +261,20 @@ const RealCase reals[] = {
     {"D-FLOAT", "\x49\x41\xDA\x0F\x21\xA2\xC2\x68", "3.1415926535897931"},
     {"G-FLOAT", "\x10\x40\x00\x00\x00\x00\x00\x00"s, "1"},
     {"G-FLOAT", "\x18\xC0\x00\x00\x00\x00\x00\x00"s, "-1.5"},
+    {"FLOAT-4", "\x00\x00\x00\x80"s, "0"},
+    {"FLOAT-4", "\x01\x00\x00\x00"s, "9.9999999999999998e-46"},
+    {"FLOAT-8-BE", "\x80\x00\x00\x00\x00\x00\x00\x00"s, "0"},
+    {"F-FLOAT", "\xFF\x7F\xFF\xFF", "1.7014117e+38"},
+    {"F-FLOAT", "\x80\x00\x00\x00"s, "2.9387360000000002e-39"},
+    {"D-FLOAT", "\xFF\x7F\xFF\xFF\xFF\xFF\xFF\xFF", "1.7014118346046923e+38"},
+    {"D-FLOAT", "\x80\x00\x00\x00\x00\x00\x00\x00"s, "2.9387358770557188e-39"},
+    {"G-FLOAT", "\xFF\x7F\xFF\xFF\xFF\xFF\xFF\xFF", "8.9884656743115785e+307"},
+    {"G-FLOAT", "\x10\x00\x00\x00\x00\x00\x00\x00"s, "5.5626846462680035e-309"},
+    {"HEX-FLOAT-4", "\x80\x00\x00\x00"s, "0"},
+    {"HEX-FLOAT-4", "\x7F\xFF\xFF\xFF", "7.2370051459731155e+75"},
+    {"HEX-FLOAT-4", "\x00\x10\x00\x00"s, "5.3976053469340279e-79"},
+    {"HEX-FLOAT-8", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", "-7.2370055773322622e+75"},
+    {"HEX-FLOAT-8", "\x00\x00\x00\x00\x00\x00\x00\x01"s, "1.1985091468012028e-94"},
     {"HEX-FLOAT-4", "\x41\x10\x00\x00"s, "1"},
     {"HEX-FLOAT-4", "\xC2\x76\xA0\x00"s, "-118.625"},
     {"HEX-FLOAT-8", "\x40\x19\x99\x99\x99\x99\x99\x9A", "0.10000000000000001"},
@@ -298,7 +354,7 @@ const TextCase texts[] = {
     {"TIME", "23.59", "hh.mm", Shown::Time, "23:59:00"},
     {"TIME", "00:00:00", "", Shown::Time, "00:00:00"},
     {"TIME", "24:00:00", "", Shown::Time, "!they do not follow the field's format, or there is no such day or time"},
-    {"TIME", "12595907", "hhmmsscc", Shown::Time, "12:59:59.07"},
+    {"TIME", "12595907", "hhmmsscc", Shown::Time, "12:59:59"},
     {"TIME-HHMMSS", "070809", "", Shown::Time, "07:08:09"},
     {"TIMESTAMP", "1998-12-31 23:59:58", "", Shown::Timestamp, "1998-12-31 23:59:58"},
     {"TIMESTAMP-8", "\x00\x40\xEB\x4B\x67\x95\x7C\x00"s, "", Shown::Timestamp, "1970-01-01 00:00:00"},
@@ -310,6 +366,34 @@ const TextCase texts[] = {
      "!it is beyond the years that a date can show"},
     {"SECONDS-4", std::string(9, '\0'), "", Shown::Timestamp, "!the number is too large for its column"},
     {"TIMESTAMP-8", "\x01", "", Shown::Timestamp, "!the field is not of 8 bytes"},
+    {"STRING-COUNTED", "\x05\x00\x31\x32   "s, "", Shown::Integer, "12"},
+    {"STRING-ZERO", " 12.5  \0x"s, "", Shown::Real, "12.5"},
+    {"DATE", std::string(10, '\0'), "", Shown::Date, "~"},
+    {"DATE", std::string(10, '\0'), "", Shown::Date, "~", "EBCDIC-037"},
+    {"DATE", "", "", Shown::Date, "~"},
+    {"DATE", std::string(10, '\xFF'), "", Shown::Date,
+     "!they do not follow the field's format, or there is no such day or time"},
+    {"DATE-YYYYMMDD", std::string(8, '9'), "", Shown::Date,
+     "!they do not follow the field's format, or there is no such day or time"},
+    {"DATE", "02/29", "MM/DD", Shown::Date, "!the field's format has no year"},
+    {"DATE", "02/29", "MM/DD", Shown::Text, "02/29"},
+    {"DATE", "02/29 12:30", "MM/DD hh:mm", Shown::Time, "12:30:00"},
+    {"DATE", "02/30 12:30", "MM/DD hh:mm", Shown::Time,
+     "!they do not follow the field's format, or there is no such day or time"},
+    {"DATE", "1998-12-31", "", Shown::Time, "!the field's format has no time"},
+    {"TIME", "23:59:59", "", Shown::Date, "!the field's format has no year"},
+    {"TIME", "23:59:59", "", Shown::Timestamp, "!the field's format has no year"},
+    {"TIMESTAMP", "1998-12-31 23:59:58", "", Shown::Date, "1998-12-31"},
+    {"TIMESTAMP", "1998-12-31 23:59:58", "", Shown::Time, "23:59:58"},
+    {"TIMESTAMP", "1998123123595907", "YYYYMMDDhhmmsscc", Shown::Timestamp, "1998-12-31 23:59:59.07"},
+    {"TIMESTAMP-8", "\x80\x8F\xFD\x4B\x67\x95\x7C\x00"s, "", Shown::Timestamp, "1970-01-01 00:00:00.12"},
+    {"TIMESTAMP-8", std::string(8, '\0'), "", Shown::Timestamp, "1858-11-17 00:00:00"},
+    {"SECONDS-4", std::string(4, '\0'), "", Shown::Timestamp, "1970-01-01 00:00:00"},
+    {"STRING", "1998", "", Shown::Date, "!the field has no format"},
+    {"BINARY-STRING", "1998", "", Shown::Integer, "!bytes are no number and no date"},
+    {"SECONDS-4", std::string(4, '\0'), "", Shown::Integer, "!a date is no number"},
+    {"FLOAT-4", std::string(4, '\0'), "YYYY", Shown::Date, "!a floating point number is no date and no bit"},
+    {"FLOAT-8-BE", "\x3F\xB9\x99\x99\x99\x99\x99\x9A", "", Shown::Text, "0.1"},
     {"ZONED-U", "19981231", "YYYYMMDD", Shown::Date, "1998-12-31"},
     {"PACKED", "\x00\x10\x20\x3C"s, "YYMMDD", Shown::Date, "2001-02-03"},
     {"PACKED", "\x01\x99\x90\x10\x1D", "YYYYMMDD", Shown::Date, "!it is negative, and no date is"},
@@ -392,8 +476,32 @@ TEST(FieldDecoder, PlainTextIsNotCopied)
     Value value;
     std::string room;
     ASSERT_EQ(decoder.Decode(bytes, value, room), nullptr);
-    EXPECT_TRUE(value.inRecord);
     EXPECT_EQ(value.text.data(), bytes.data());
+}
+
+TEST(FieldDecoder, ASignInAPlaceOfItsOwnIsNoDigit)
+{
+    const std::pair<const char*, std::size_t> digits[] = {{"ZONED", 16},    {"ZONED-U", 16}, {"NUMERIC", 16},
+                                                          {"ZONED-LO", 16}, {"ZONED-S", 15}, {"ZONED-LS", 15}};
+    for (const auto& [type, count] : digits)
+        EXPECT_EQ(DigitsOf(MakeField(type, 16)), count) << type;
+}
+
+TEST(FieldDecoder, WhatNoBytesCanBeIsKnownBeforeAnyAreRead)
+{
+    const auto problem = [](const Field& field, Shown shown) {
+        const char* const text = FieldDecoder(field, shown, CodePage::Utf8()).Problem();
+        return std::string(text ? text : "none");
+    };
+    EXPECT_EQ(problem(MakeField("TIME", 8), Shown::Date), "the field's format has no year");
+    EXPECT_EQ(problem(MakeField("STRING", 8), Shown::Date), "the field has no format");
+    EXPECT_EQ(problem(MakeField("TIME", 8), Shown::Time), "none");
+    EXPECT_EQ(problem(MakeField("FLOAT-4", 4), Shown::Bytes), "none");
+    EXPECT_EQ(problem(MakeField("ZONED", 4), Shown::Text), "none");
+    Field unknown = MakeField("ZONED", 4);
+    unknown.type.kind = StorageType::Kind::Unknown;
+    for (const Shown shown : {Shown::Text, Shown::Bytes})
+        EXPECT_EQ(problem(unknown, shown), "the storage type is not known");
 }
 
 TEST(FieldDecoder, AnEncryptedFieldIsRefused)
@@ -443,11 +551,7 @@ TEST(FieldDecoder, RandomBytesAreAValueOrARefusalInEveryForm)
                         byte = static_cast<char>(random() % 3 == 0 ? '0' + random() % 10 : random());
                     Value value;
                     const char* const reason = decoder.Decode(bytes, value, room);
-                    if (!reason && (value.kind == Value::Kind::Text || value.kind == Value::Kind::Bytes) &&
-                        value.inRecord && !value.text.empty()) {
-                        EXPECT_GE(value.text.data(), bytes.data());
-                        EXPECT_LE(value.text.data() + value.text.size(), bytes.data() + bytes.size());
-                    }
+                    EXPECT_TRUE(reason || LiesIn(bytes, value.text) || LiesIn(room, value.text));
                 }
             }
 }

@@ -158,6 +158,44 @@ TEST_F(RecordDefinitions, AFieldMustHaveAPlaceAndAScaleThatCanBe)
     EXPECT_EQ(Rows("SELECT NO FROM BANK_ACCOUNT"), "1\n2\n");
 }
 
+TEST_F(RecordDefinitions, AColumnThatNoBytesCanFillIsToldWhateverBadFieldsSays)
+{
+    OdbcClient lenient;
+    Connect(lenient, "BadFields=Null");
+    const char* const changes[][2] = {
+        {"UPDATE TW_FIELD SET ENCRYPTED = 1 WHERE FIELD_NAME = 'BALANCE'", "the field is encrypted"},
+        {"UPDATE TW_FIELD SET ENCRYPTED = 0 WHERE FIELD_NAME = 'BALANCE'", ""},
+        {"UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'DATE' WHERE FIELD_NAME = 'BALANCE'", "the field has no format"},
+        {"UPDATE TW_FIELD SET FORMAT = 'MMDD' WHERE FIELD_NAME = 'BALANCE'", "the field's format has no year"},
+        {"UPDATE TW_LOCDT SET ATTRIBUTES = 'FLOAT' WHERE LOCAL_TYPE_NAME = 'PACKED'", "the storage type is not known"}};
+    for (const auto& change : changes) {
+        Run(change[0]);
+        if (*change[1] == '\0')
+            EXPECT_EQ(Rows(lenient, "SELECT BALANCE FROM BANK_ACCOUNT"), "123.45\n-7.5\n");
+        else
+            for (OdbcClient* on : {&client, &lenient})
+                EXPECT_TRUE(
+                    Holds(Failure(*on, "SELECT BALANCE FROM BANK_ACCOUNT"),
+                          std::string("The column BALANCE of the table BANK_ACCOUNT cannot be read: ") + change[1]))
+                    << change[0];
+        EXPECT_EQ(Rows(lenient, "SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n");
+    }
+}
+
+TEST_F(RecordDefinitions, ASignInAPlaceOfItsOwnMakesNoColumnWider)
+{
+    Make("SIGNS", {{"PRICE", "ZONED-S", 16, 2}, {"COUNT", "ZONED-LS", 19}, {"WIDE", "ZONED-S", 20}},
+         "000000000012345+-000000000000000007"
+         "1234567890123456789-");
+    const Result result = client.Execute("SELECT * FROM BANK_SIGNS");
+    ASSERT_EQ(result.columns.size(), 3u) << result.diagnostic.message;
+    EXPECT_EQ(result.columns[0].type, SQL_DOUBLE);
+    EXPECT_EQ(result.columns[1].type, SQL_BIGINT);
+    EXPECT_EQ(result.columns[2].type, SQL_DECIMAL);
+    EXPECT_EQ(result.columns[2].size, 19u);
+    EXPECT_EQ(Rows("SELECT * FROM BANK_SIGNS"), "123.45|-7|-1234567890123456789\n");
+}
+
 TEST_F(RecordDefinitions, TwoColumnsOfOneNameMakeNoTable)
 {
     Run("UPDATE TW_COLUMN SET COLUMN_NAME = 'no' WHERE COLUMN_NAME = 'NAME'");

@@ -52,6 +52,14 @@ TEST_F(RecordFiles, WhatIsThereOfACutLastRecordIsReadWithoutItsHead)
     }
 }
 
+TEST_F(RecordFiles, ANumberMayLackTheBlanksThatWereLeftOutAtItsLinesEnd)
+{
+    Make("LINES", {{"KIND", "STRING", 1}, {"N", "NUMERIC", 5}}, "A42\nB  7\nC\nD -\nE ", "SEQUENTIAL", "VARIABLE");
+    EXPECT_EQ(Rows("SELECT N FROM BANK_LINES WHERE KIND <> 'D'"), "42\n7\n~\n~\n");
+    EXPECT_TRUE(Holds(Failure("SELECT N FROM BANK_LINES"), "record 4, field N: the bytes 20 2D cannot be read as "
+                                                           "NUMERIC: it has no digits."));
+}
+
 TEST_F(RecordFiles, ALengthThatCannotBeIsToldWhateverBadFieldsSays)
 {
     Make("COUNTED", worded, "\x08\x00"s + "01abcdef" + "\x70\x00"s + "02abcdef" + "\x08\x00"s + "03abcdef",
