@@ -88,17 +88,19 @@ protected:
                                                                                           : QDialogButtonBox::Open);
             ASSERT_NE(accept, nullptr);
             // Until its folder is read, a dialog goes back to its suggestion and knows no file; what was typed before
-            // that is judged anew only when it is typed anew.
+            // that is judged anew only when it is typed anew. What an entry without the focus held once stays selected.
             const auto isTaken = [&] {
-                return accept->isEnabled() && dialog.selectedFiles().value(0).startsWith(name);
+                const QStringList files = dialog.selectedFiles();
+                return accept->isEnabled() && files.size() == 1 && files[0].startsWith(name);
             };
             const bool taken = QTest::qWaitFor(
                 [&] {
-                    if (!isTaken()) {
+                    edit->setFocus();
+                    if (edit->hasFocus() && !isTaken()) {
                         edit->clear();
                         edit->setText(name);
                     }
-                    return isTaken();
+                    return edit->hasFocus() && isTaken();
                 },
                 30'000);
             EXPECT_TRUE(taken) << name.toStdString();
