@@ -82,6 +82,7 @@ RecordTables::RecordTables(sqlite3* engine, Surroundings surroundings, BadFields
 
 void RecordTables::MakeReady(std::string_view statement)
 {
+    const std::lock_guard lock(m_makingReady);
     Names done;
     MakeNamesReady(statement, done);
 }
@@ -195,6 +196,7 @@ std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
         text += " AND DATABASE_NAME = ?2 COLLATE NOCASE";
         parameters.push_back(m_surroundings.defaultDatabase);
     }
+    const std::lock_guard lock(m_makingReady);
     std::vector<std::string> names;
     for (Query row(m_engine, text + " ORDER BY 1", parameters); row.Next();)
         names.push_back(row.Text(0));

@@ -24,8 +24,8 @@ public:
     RecordTables(sqlite3* engine, Surroundings surroundings, BadFields badFields);
 
     /// Makes ready what a statement names behind FROM, JOIN and the like, and what the views and criteria that it names
-    /// ask for. A table without a definition is withdrawn;
-    /// trouble with one is kept for SQLite to report when it is used. Throws RecordError if the catalog cannot be read.
+    /// ask for. A table without a definition is withdrawn; trouble with one is kept for SQLite to report when it is
+    /// used. Throws RecordError if the catalog cannot be read.
     void MakeReady(std::string_view statement);
 
     /// The statement with the numbers quoted that are compared with decimal columns of tables that it or a view in it
@@ -65,6 +65,11 @@ private:
     std::shared_ptr<RecentFiles> m_recentFiles = std::make_shared<RecentFiles>();
     Tables m_tables;
     Tables m_joined; ///< those that only criteria may read
+
+    /// One thread at a time makes ready, from the reading of a definition to its table: an older definition, read by
+    /// another thread, never takes the place of a newer one. SQLite is called meanwhile; so what it calls back into
+    /// must not wait for this.
+    std::mutex m_makingReady;
 
     /// Guards the tables, and is never held while SQLite is called: SQLite calls back into `Find` under its own lock.
     mutable std::mutex m_mutex;

@@ -1,6 +1,11 @@
+#include "RecordTables.h"
 #include "Command.h"
 #include "RecordsFixture.h"
 
+#include <sqlite3.h>
+
+#include <atomic>
+#include <future>
 #include <thread>
 
 namespace
@@ -344,6 +349,48 @@ TEST_F(Records, ManyThreadsReadOnOneConnection)
         });
     for (std::thread& thread : threads)
         thread.join();
+}
+
+TEST_F(Records, AnOlderDefinitionOfAnotherThreadNeverComesBack)
+{
+    Make("ACCOUNT", account, accounts);
+    Run("UPDATE TW_DB SET DEFAULT_DIRECTORY = 'DATA:' WHERE DATABASE_NAME = 'BANK'");
+    sqlite3* engine = nullptr;
+    ASSERT_EQ(sqlite3_open(setup.File("c.cat").c_str(), &engine), SQLITE_OK);
+    std::promise<void> hasReadOld;
+    std::promise<void> hasMadeNewReady;
+    std::atomic<bool> isFirst = true;
+    // The first thread to read the definition asks for its directory amid that, and waits there for the second one, as
+    // long as that does not wait in its turn.
+    const auto directoryOf = [&](const std::string&) {
+        if (isFirst.exchange(false)) {
+            hasReadOld.set_value();
+            hasMadeNewReady.get_future().wait_for(std::chrono::milliseconds(200));
+        }
+        return setup.File("data");
+    };
+    const char* const query = "SELECT COUNT(*) FROM BANK_ACCOUNT";
+    {
+        tarnwick::records::RecordTables tables(engine, {"", setup.File(""), directoryOf},
+                                               tarnwick::records::BadFields::Error);
+        std::thread older([&] { tables.MakeReady(query); });
+        hasReadOld.get_future().wait();
+        EXPECT_EQ(sqlite3_exec(engine, "UPDATE TW_TABLE SET CRITERIA = 'NO = 2' WHERE TABLE_NAME = 'ACCOUNT'", nullptr,
+                               nullptr, nullptr),
+                  SQLITE_OK)
+            << sqlite3_errmsg(engine);
+        tables.MakeReady(query);
+        hasMadeNewReady.set_value();
+        older.join();
+        std::string count;
+        const auto take = [](void* text, int, char** cells, char**) {
+            *static_cast<std::string*>(text) = cells[0];
+            return 0;
+        };
+        EXPECT_EQ(sqlite3_exec(engine, query, take, &count, nullptr), SQLITE_OK) << sqlite3_errmsg(engine);
+        EXPECT_EQ(count, "1");
+        sqlite3_close(engine);
+    }
 }
 
 TEST_F(Records, TheOpenStringNamesTheCodePage)
