@@ -30,19 +30,25 @@ const HasZeros neverHasZeros{false}; ///< of mappings that are not guarded
 struct sigaction previous;
 std::uintptr_t pageSize;
 
+std::uintptr_t PageOf(std::uintptr_t address)
+{
+    return address & ~(pageSize - 1);
+}
+
 /// Puts zeros from the page of an address to the end of its mapping.
 bool Replace(std::uintptr_t address)
 {
     for (Guarded& place : places) {
         const std::uintptr_t begin = place.begin.load(std::memory_order_acquire);
-        const std::uintptr_t end = begin + place.size.load(std::memory_order_acquire);
+        // A mapping reaches to the end of its last page.
+        const std::uintptr_t end = PageOf(begin + place.size.load(std::memory_order_acquire) + pageSize - 1);
         if (begin == 0 || address < begin || address >= end)
             continue;
         // Another thread may have given the place to another mapping in between, and the size was that one's.
         if (place.begin.load(std::memory_order_acquire) != begin)
             continue;
         place.hasZeros.store(true, std::memory_order_relaxed);
-        const std::uintptr_t page = address & ~(pageSize - 1);
+        const std::uintptr_t page = PageOf(address);
         return ::mmap(reinterpret_cast<void*>(page), end - page, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1,
                       0) != MAP_FAILED;
     }

@@ -87,6 +87,16 @@ void SendAndReadOn(int expectedCalls)
     ::_exit(isZero && mapping->HasZeros() && calls == expectedCalls ? 0 : 1);
 }
 
+/// Reads what lies behind the content but in its last page, as whoever reads several bytes at a time may do.
+void ReadBehindTheContent()
+{
+    const NamelessFile guarded;
+    const auto mapping = MappedFile::Open(guarded.Path());
+    guarded.Clear();
+    const volatile char* const behind = mapping->Content().data() + mapping->Content().size() + 5;
+    ::_exit(*behind == '\0' && mapping->HasZeros() ? 0 : 1);
+}
+
 class CutGuardDeathTest : public ::testing::Test
 {
 protected:
@@ -118,6 +128,11 @@ TEST_F(CutGuardDeathTest, SignalsOfOthersGoToTheHandlerOfBeforeWithWhatItIsToldO
     EXPECT_EXIT((Handle(+end), FaultOutsideTheGuard()), ::testing::ExitedWithCode(exitOfInformed), "");
     const auto count = [](int, siginfo_t* info, void*) { calls = calls + (info->si_code <= 0 ? 1 : 100); };
     EXPECT_EXIT((Handle(+count), SendAndReadOn(1)), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(CutGuardDeathTest, TheGuardReachesToTheEndOfTheLastPage)
+{
+    EXPECT_EXIT(ReadBehindTheContent(), ::testing::ExitedWithCode(0), "");
 }
 
 TEST_F(CutGuardDeathTest, AnIgnoredSignalLeavesTheGuardInItsPlace)
