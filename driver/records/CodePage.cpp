@@ -21,7 +21,8 @@ void* Open(const std::string& name)
     return converter == reinterpret_cast<iconv_t>(-1) ? nullptr : converter;
 }
 
-/// Converts all of `bytes` into `target`; gives the bytes written, or nothing if a character is not whole or unknown.
+/// Converts all of `bytes` into `target`; gives the bytes written, or nothing, with the reason in `errno`: E2BIG for
+/// too little room, another for a character that is not whole or unknown.
 std::optional<std::size_t> Run(void* converter, std::string_view bytes, char* target, std::size_t room)
 {
     auto* const state = static_cast<iconv_t>(converter);
@@ -30,7 +31,7 @@ std::optional<std::size_t> Run(void* converter, std::string_view bytes, char* ta
     std::size_t left = bytes.size();
     char* to = target;
     std::size_t free = room;
-    if (::iconv(state, &from, &left, &to, &free) == failed || left > 0)
+    if (::iconv(state, &from, &left, &to, &free) == failed)
         return std::nullopt;
     // Where a character can be composed with the next one, the last is held back until it is asked for.
     if (::iconv(state, nullptr, nullptr, &to, &free) == failed)
@@ -103,8 +104,8 @@ std::shared_ptr<const CodePage> CodePage::Find(std::string_view name)
     return page;
 }
 
-/// Pages in which some byte only begins a character or may be composed with the next one, or that keep a state, are
-/// converted as streams.
+/// Pages in which some byte only begins a character or may be composed with the next one, or stands for several
+/// characters, or that keep a state, are converted as streams.
 void CodePage::FillTable()
 {
     for (std::size_t i = 0; i < m_table.size(); ++i) {
@@ -117,7 +118,7 @@ void CodePage::FillTable()
         char* to = m_table[i].bytes.data();
         std::size_t free = m_table[i].bytes.size();
         const bool converted = ::iconv(state, &from, &left, &to, &free) != failed;
-        if (!converted && errno == EINVAL)
+        if (!converted && (errno == EINVAL || errno == E2BIG))
             m_way = Way::Stream;
         if (converted && free == m_table[i].bytes.size()) {
             m_way = Way::Stream;
@@ -159,9 +160,14 @@ bool CodePage::ConvertByTable(std::string_view bytes, std::string& room) const
 
 bool CodePage::ConvertByStream(std::string_view bytes, std::string& room) const
 {
-    // No character of a page takes more than four bytes of UTF-8 for each of its own.
+    // Hardly a character of a page takes more than four bytes of UTF-8 for each of its own; but a syllable of Tamil
+    // does.
     room.resize(4 * bytes.size());
-    const auto length = Run(m_converter, bytes, room.data(), room.size());
+    auto length = Run(m_converter, bytes, room.data(), room.size());
+    while (!length && errno == E2BIG) {
+        room.resize(2 * room.size() + 8);
+        length = Run(m_converter, bytes, room.data(), room.size());
+    }
     room.resize(length.value_or(0));
     return length.has_value();
 }

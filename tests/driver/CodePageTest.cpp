@@ -47,6 +47,38 @@ TEST(CodePage, NothingStaysBehindForTheNextText)
     }
 }
 
+TEST(CodePage, AByteMayStandForSeveralCharacters)
+{
+    const std::string syllable = "ஸ்ரீ";
+    EXPECT_EQ(Converted("TSCII", "\x82"), syllable);
+    EXPECT_EQ(Converted("TSCII", std::string(20, '\x82') + "a"), [&] {
+        std::string twenty;
+        for (int i = 0; i < 20; ++i)
+            twenty += syllable;
+        return twenty + "a";
+    }());
+}
+
+TEST(CodePage, PagesOfSeveralBytesAreReadWithTheirShifts)
+{
+    EXPECT_EQ(Converted("EUC-JP", "\xC6\xFC\xCB\xDC\x41"), "日本A");
+    EXPECT_EQ(Converted("EUC-JP", "\x8E\xB1\x8F\xB0\xA1"), "ｱ丂");
+    EXPECT_EQ(Converted("EUC-JP", "\xC6"), "!");
+    EXPECT_EQ(Converted("EUC-JP", "\xC6\x41"), "!");
+    EXPECT_EQ(Converted("IBM939", "\xC8\x0E\x45\x62\x45\x66\x0F\xF1"), "H日本1");
+    EXPECT_TRUE(CodePage::Find("IBM939")->IsEbcdic());
+    const auto page = CodePage::Find("IBM939");
+    std::string room;
+    std::string_view text;
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(page->Convert("\x0E\x45\x62", room, text)) << "a field may end in shifted characters";
+        EXPECT_EQ(text, "日");
+        ASSERT_TRUE(page->Convert("\xF1\xF2", room, text)) << "and the next one begins without a shift";
+        EXPECT_EQ(text, "12");
+        EXPECT_FALSE(page->Convert("\x0E\x45", room, text));
+    }
+}
+
 TEST(CodePage, AsciiIsTakenAsItStandsWhereAPageHoldsIt)
 {
     const std::string bytes = "Harry";
