@@ -67,6 +67,32 @@ RecordCursor::Step RecordCursor::CutShort(std::size_t wanted, std::size_t head)
     return Step::Short;
 }
 
+/// A slot whose length is there may hold all of its record, or none.
+RecordCursor::Step RecordCursor::CutSlotShort(std::size_t wanted)
+{
+    std::size_t length = m_format.recordSize;
+    if (m_format.countBytes > 0 && Left() >= m_format.countBytes) {
+        length = ReadCount(m_next);
+        if (length > m_format.recordSize)
+            return CorruptSlot(length);
+    }
+    if (length == 0) {
+        m_bytes = {};
+        m_next = m_content.size();
+        return Step::End;
+    }
+    CutShort(wanted, m_format.countBytes);
+    m_bytes = m_bytes.substr(0, length);
+    m_mayBeEmpty = m_format.countBytes == 0 && IsZero(m_bytes);
+    return Step::Short;
+}
+
+RecordCursor::Step RecordCursor::CorruptSlot(std::size_t length)
+{
+    return Corrupt("its length is " + std::to_string(length) + ", and its slot has room for " +
+                   std::to_string(m_format.recordSize));
+}
+
 std::size_t RecordCursor::ReadCount(std::size_t position) const
 {
     std::size_t count = 0;
@@ -123,14 +149,19 @@ RecordCursor::Step RecordCursor::NextCounted()
         if (Left() - head < size && m_format.recordSize > 0 && size > m_format.recordSize)
             return Corrupt("its length is " + std::to_string(size) + ", which is more than the " +
                            std::to_string(m_format.recordSize) + " bytes of a record and than the rest of the file");
+        const std::string_view filler = m_content.substr(m_next + m_format.countBytes, m_format.fillerBytes);
+        const bool isDeleted = m_format.fillerMarksDeleted && !IsZero(filler);
+        if (Left() - head < size && isDeleted)
+            break;
         if (Left() - head < size)
             return CutShort(head + size, head);
-        const std::string_view filler = m_content.substr(m_next + m_format.countBytes, m_format.fillerBytes);
         m_bytes = m_content.substr(m_next + head, size);
         m_next += head + size;
-        if (!m_format.fillerMarksDeleted || IsZero(filler))
+        if (!isDeleted)
             return Step::Record;
     }
+    m_bytes = {};
+    m_next = m_content.size();
     return Step::End;
 }
 
@@ -141,12 +172,11 @@ RecordCursor::Step RecordCursor::NextSlot()
         ++m_number;
         m_position = m_next;
         if (Left() < size)
-            return CutShort(size, m_format.countBytes);
+            return CutSlotShort(size);
         m_bytes = m_content.substr(m_next + m_format.countBytes, m_format.recordSize);
         const std::size_t length = m_format.countBytes > 0 ? ReadCount(m_next) : m_format.recordSize;
         if (length > m_format.recordSize)
-            return Corrupt("its length is " + std::to_string(length) + ", and its slot has room for " +
-                           std::to_string(m_format.recordSize));
+            return CorruptSlot(length);
         m_next += size;
         if (m_format.countBytes > 0 ? length > 0 : !IsZero(m_bytes)) {
             m_bytes = m_bytes.substr(0, length);

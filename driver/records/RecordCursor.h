@@ -18,9 +18,13 @@ public:
 
     enum class Step { Record, End, Short, Corrupt };
 
-    /// Goes to the next record, or the first. `Short` is a record that the content ends in. `Corrupt` is one whose
-    /// length cannot be: nobody knows where the next one begins. `Reason` tells more of both; they are the last step.
+    /// Goes to the next record, or the first. `Short` is a record that the content ends in; what is known to be an
+    /// empty slot or a deleted record is none. `Corrupt` is one whose length cannot be: nobody knows where the next one
+    /// begins. `Reason` tells more of both; they are the last step.
     Step Next();
+
+    /// Whether a short record is a slot without a length of which only zero bytes are there, as of an empty one.
+    bool MayBeEmpty() const { return m_mayBeEmpty; }
 
     /// Goes to a record whose place `Next` gave once, or, in other content than that, to what is at or behind that
     /// place.
@@ -39,7 +43,9 @@ private:
     Step NextCounted();
     Step NextSlot();
     Step Corrupt(std::string reason);
+    Step CorruptSlot(std::size_t length);
     Step CutShort(std::size_t wanted, std::size_t head = 0);
+    Step CutSlotShort(std::size_t wanted);
     std::size_t ReadCount(std::size_t position) const;
     std::size_t Left() const { return m_content.size() - m_next; }
 
@@ -50,6 +56,7 @@ private:
     std::uint64_t m_position = 0;
     std::uint64_t m_number = 0;
     std::string_view m_bytes;
+    bool m_mayBeEmpty = false;
     std::string m_reason;
 };
 

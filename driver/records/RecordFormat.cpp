@@ -2,7 +2,9 @@
 
 #include "Text.h"
 
+#include <algorithm>
 #include <charconv>
+#include <initializer_list>
 
 namespace tarnwick::records
 {
@@ -140,11 +142,21 @@ Kind PlainKind(std::string_view organisation, bool isVariable)
     return isVariable ? Kind::Lines : Kind::Fixed;
 }
 
+/// An empty text stands for the first of the words.
+void RequireOneOf(const char* what, std::string_view text, std::initializer_list<const char*> words)
+{
+    const auto is = [&](const char* word) { return EqualIgnoringCase(text, word); };
+    if (!text.empty() && std::none_of(words.begin(), words.end(), is))
+        throw RecordError("the " + std::string(what) + " '" + std::string(text) + "' is not known");
+}
+
 } // namespace
 
 RecordFormat RecordFormat::Read(std::string_view organisation, std::string_view recordType, std::string_view openString,
                                 std::size_t recordSize)
 {
+    RequireOneOf("file organisation", organisation, {"SEQUENTIAL", "RELATIVE", "INDEXED"});
+    RequireOneOf("record type", recordType, {"FIXED", "VARIABLE"});
     const bool isVariable = EqualIgnoringCase(recordType, "VARIABLE");
     const bool isIndexed = EqualIgnoringCase(organisation, "INDEXED");
     RecordFormat format;

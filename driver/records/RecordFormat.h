@@ -59,8 +59,8 @@ struct RecordFormat {
 
     std::shared_ptr<const CodePage> page = CodePage::Utf8();
 
-    /// From the columns of a row of `TW_FILE`. Throws RecordError for a word that nothing is known of, and for a file
-    /// that cannot be laid out so.
+    /// From the columns of a row of `TW_FILE`; no organisation is SEQUENTIAL, and no record type FIXED. Throws
+    /// RecordError for a word that nothing is known of, and for a file that cannot be laid out so.
     static RecordFormat Read(std::string_view organisation, std::string_view recordType, std::string_view openString,
                              std::size_t recordSize);
 };

@@ -90,7 +90,7 @@ void RecordScan::StepRecord()
 {
     using Step = RecordCursor::Step;
     const Step step = m_records->Next();
-    m_isAtEnd = step == Step::End;
+    m_isAtEnd = step == Step::End || (step == Step::Short && m_records->MayBeEmpty());
     if (step != Step::Record || m_records->Number() % askedEach == 0)
         RefuseCutFile(step != Step::Record);
     if (step == Step::Corrupt || (step == Step::Short && Table().WhenBad() == BadFields::Error))

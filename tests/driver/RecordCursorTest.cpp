@@ -105,6 +105,12 @@ const FormatCase formats[] = {
     {"RELATIVE", "VARIABLE", "SLOT-8", 2, "\x02\0\0\0\0\0\0\0ab"s, "1:ab "},
     {"RELATIVE", "FIXED", "SLOT-4", 2, "\x09\0\0\0ab"s, "! its length is 9, and its slot has room for 2"},
     {"RELATIVE", "FIXED", "SLOT-4", 9, "\x05\0\0\0ab"s, "~ab the file ends inside the record: 6 bytes of 13 are there"},
+    {"RELATIVE", "FIXED", "SLOT-4", 2, "\x02\0\0\0ab\0\0\0\0x"s, "1:ab "},
+    {"RELATIVE", "FIXED", "SLOT-4", 2, "\x02\0\0\0ab\0\0\0\0"s, "1:ab "},
+    {"RELATIVE", "FIXED", "SLOT-4", 9, "\x03\0\0\0abcde"s,
+     "~abc the file ends inside the record: 9 bytes of 13 are there"},
+    {"RELATIVE", "FIXED", "SLOT-4", 9, "\x0A\0\0\0abcde"s, "! its length is 10, and its slot has room for 9"},
+    {"RELATIVE", "FIXED", "SLOT-4", 2, "\x02\0\0"s, "~ the file ends inside the record: 3 bytes of 6 are there"},
     {"INDEXED", "FIXED", "", 2, "ab\ncd\0ef\n"s, "1:ab 3:ef "},
     {"INDEXED", "FIXED", "", 2, "ab\ncd"s, "1:ab ~cd the file ends inside the record: 2 bytes of 3 are there"},
     {"INDEXED", "FIXED", "SKIP-1", 2, ".ab\n"s, "1:ab "},
@@ -114,6 +120,16 @@ const FormatCase formats[] = {
      "b\x00\x01\x00\x00"
      "c"s,
      "1:a 3:c "},
+    {"INDEXED", "VARIABLE", "", 9,
+     "\x00\x01\x00\x00"
+     "a\x00\x05\x00\x01"
+     "bc"s,
+     "1:a "},
+    {"INDEXED", "VARIABLE", "", 9,
+     "\x00\x01\x00\x00"
+     "a\x00\x05\x00\x00"
+     "bc"s,
+     "1:a ~bc the file ends inside the record: 6 bytes of 9 are there"},
 };
 
 } // namespace
@@ -162,6 +178,21 @@ TEST(RecordCursor, SeekPassesOverWhatIsNoRecordAnyMore)
     EXPECT_EQ(cursor.Number(), 3u);
 }
 
+TEST(RecordCursor, ACutSlotOfOnlyZerosMayBeAnEmptyOne)
+{
+    using Step = RecordCursor::Step;
+    const RecordFormat format = RecordFormat::Read("RELATIVE", "FIXED", "", 3);
+    for (const auto& [content, mayBeEmpty] : {std::pair("abc\0\0"s, true), std::pair("abc\0d"s, false)}) {
+        RecordCursor cursor(format, content);
+        EXPECT_EQ(cursor.Next(), Step::Record);
+        EXPECT_FALSE(cursor.MayBeEmpty());
+        EXPECT_EQ(cursor.Next(), Step::Short);
+        EXPECT_EQ(cursor.MayBeEmpty(), mayBeEmpty);
+        EXPECT_EQ(cursor.Bytes(), content.substr(3));
+        EXPECT_EQ(cursor.Next(), Step::End);
+    }
+}
+
 TEST(RecordCursor, RandomContentIsWalkedToItsEnd)
 {
     std::mt19937 random(7);
@@ -194,6 +225,11 @@ TEST(RecordFormat, WhatCannotBeLaidOutIsRefused)
     };
     EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "", 0), "the record size is 0");
     EXPECT_EQ(refusal("RELATIVE", "FIXED", "", 0), "the record size is 0");
+    EXPECT_EQ(refusal("VSAM", "FIXED", "", 4), "the file organisation 'VSAM' is not known");
+    EXPECT_EQ(refusal("INDEX", "FIXED", "", 4), "the file organisation 'INDEX' is not known");
+    EXPECT_EQ(refusal("SEQUENTIAL", "SPANNED", "", 4), "the record type 'SPANNED' is not known");
+    EXPECT_EQ(refusal("Relative", "Variable", "", 4), "none");
+    EXPECT_EQ(refusal("", "", "", 4), "none");
     EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "", 0), "none");
     EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_KLINGON", 4),
               "the open string has the word 'KLINGON', which is no record format and no code page");

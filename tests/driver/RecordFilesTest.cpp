@@ -52,6 +52,36 @@ TEST_F(RecordFiles, WhatIsThereOfACutLastRecordIsReadWithoutItsHead)
     }
 }
 
+TEST_F(RecordFiles, WhatIsKnownToBeNoRecordIsNoneWhereTheFileIsCut)
+{
+    Make("LONGER", worded, "\x08\0\0\0"s + "01abcdef" + "\0\0\0\0"s + "..", "RELATIVE", "FIXED", "SLOT-4");
+    Make("PLAIN", worded, "01abcdef\0\0\0"s, "RELATIVE");
+    Make("VARIED", worded, "\x00\x04\x00\x00"s + "01ab" + "\x00\x08\x00\x01"s + "02c", "INDEXED", "VARIABLE");
+    for (const std::string table : {"BANK_LONGER", "BANK_PLAIN", "BANK_VARIED"}) {
+        EXPECT_EQ(Rows(lenient, "SELECT NO FROM " + table), "1\n") << table;
+        EXPECT_EQ(Rows(lenient, "SELECT NO FROM " + table + " WHERE NO IN (SELECT NO FROM " + table + ")"), "1\n");
+    }
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_LONGER"), "1\n");
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_VARIED"), "1\n");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_PLAIN"), "record 2: the file ends inside the record: 3 bytes of 8"))
+        << "what is gone may have been a record";
+    Make("WHOLE", worded, "\x04\0\0\0"s + "01abcd", "RELATIVE", "FIXED", "SLOT-4");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_WHOLE"), "1|ab\n")
+        << "what follows a record in its slot is not its own";
+}
+
+TEST_F(RecordFiles, AnOrganisationThatIsNotKnownIsTold)
+{
+    Make("ODD", worded, "01abcdef");
+    Run("UPDATE TW_FILE SET FILE_ORGANISATION = 'VSAM'");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_ODD"),
+                      "The table BANK_ODD cannot be read: the file organisation 'VSAM' is not known."));
+    Run("UPDATE TW_FILE SET FILE_ORGANISATION = 'SEQUENTIAL', RECORD_TYPE = 'UNDEFINED'");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_ODD"), "the record type 'UNDEFINED' is not known."));
+    Run("UPDATE TW_FILE SET RECORD_TYPE = ''");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_ODD"), "1|abcdef\n");
+}
+
 TEST_F(RecordFiles, ANumberMayLackTheBlanksThatWereLeftOutAtItsLinesEnd)
 {
     Make("LINES", {{"KIND", "STRING", 1}, {"N", "NUMERIC", 5}}, "A42\nB  7\nC\nD -\nE ", "SEQUENTIAL", "VARIABLE");
