@@ -16,9 +16,12 @@
 #include "modGUI.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QToolButton>
 
+#include <algorithm>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -41,10 +44,26 @@ QStringList headings(const dao::Fields& fields)
     return columns;
 }
 
+/// The records. The statement above them has what is left of the pane once a good look at them has its room.
+class RecordGrid final : public CellGrid
+{
+public:
+    using CellGrid::CellGrid;
+
+    QSize sizeHint() const override
+    {
+        constexpr int goodLook = 10;
+        const int headings = std::max(horizontalHeader()->sizeHint().height(), horizontalHeader()->minimumHeight());
+        const int records = qBound(1, Rows(), goodLook) * verticalHeader()->defaultSectionSize();
+        const int bar = horizontalScrollBar()->sizeHint().height();
+        return {CellGrid::sizeHint().width(), headings + records + bar + 2 * frameWidth()};
+    }
+};
+
 } // namespace
 
 frmTableData::frmTableData(QWidget* parent)
-    : PaneForm(u"frmTableData"_s, parent), m_grid(new CellGrid(u"dbgEdit"_s, this)), m_explain(new QLabel(this)),
+    : PaneForm(u"frmTableData"_s, parent), m_grid(new RecordGrid(u"dbgEdit"_s, this)), m_explain(new QLabel(this)),
       m_caption(new QLabel), m_data(buildDataControl())
 {
     m_explain->setObjectName(u"lblExplain"_s);
@@ -54,6 +73,7 @@ frmTableData::frmTableData(QWidget* parent)
     body()->addWidget(m_grid, 1);
     body()->addWidget(m_data);
     body()->addStretch(0);
+    explain({});
     m_grid->hide();
     m_data->hide();
     connect(m_grid, &CellGrid::RowColChange, this, &frmTableData::datPrimary_Reposition);
@@ -92,6 +112,13 @@ void frmTableData::resizeEvent(QResizeEvent* event)
     routine.run([&] { PaneForm::resizeEvent(event); });
 }
 
+/// Without an explanation there is no line for it either.
+void frmTableData::explain(const QString& text)
+{
+    m_explain->setText(text);
+    m_explain->setVisible(!text.isEmpty());
+}
+
 void frmTableData::moveTo(int row)
 {
     if (m_grid->Rows() > 0)
@@ -108,7 +135,7 @@ void frmTableData::Display(const QString& datasource, const QString& database, c
         m_grid->hide();
         m_data->hide();
         lblDescription()->clear();
-        m_explain->clear();
+        explain({});
         refreshButton().setEnabled(false);
         m_tableKey = "DSN="_L1 + datasource + ":DB="_L1 + datasource + ":db="_L1 + database + ":TA="_L1 + database +
                      ":ta="_L1 + table + ':'_L1;
@@ -116,9 +143,9 @@ void frmTableData::Display(const QString& datasource, const QString& database, c
             return;
         const QString only = definitions::defaultDatabase(datasource);
         if (!only.isEmpty() && only != database) {
-            m_explain->setText("You cannot view data from any Table in this Database because\n"
-                               "the datasource specifies the default Database as '"_L1 +
-                               only + '\''_L1);
+            explain("You cannot view data from any Table in this Database because\n"
+                    "the datasource specifies the default Database as '"_L1 +
+                    only + '\''_L1);
             return;
         }
         const QString statement = frmTableCriteria::GetCriteria(datasource, database, table);
@@ -179,6 +206,7 @@ void frmTableData::refresh()
         }
     }
     m_grid->sizeColumns();
+    m_grid->updateGeometry();
     m_grid->select(0, 0);
     datPrimary_Reposition();
 }

@@ -31,6 +31,7 @@ protected:
 
 private:
     QWidget* buildDataControl();
+    void explain(const QString& text);
     void moveTo(int row);
     void run(const QString& datasource, const QString& statement);
     void refresh();

@@ -8,8 +8,12 @@
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QStyleOptionFocusRect>
 #include <QToolTip>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -100,6 +104,92 @@ public:
     int heightForWidth(int width) const override { return text().isEmpty() ? 0 : QLabel::heightForWidth(width); }
 };
 
+/// The place of the description. It is as high as its text as long as the body has all the room that it can use;
+/// beyond that it has a third of the pane, and the text scrolls in it. It comes and goes with the text.
+class DescriptionArea final : public QScrollArea
+{
+public:
+    /// The row is the one of the pane's layout that takes the area.
+    DescriptionArea(QLabel& text, QWidget& body, QBoxLayout& row, QWidget& pane)
+        : QScrollArea(&pane), m_text(text), m_body(body), m_row(row), m_pane(pane)
+    {
+        setFrameShape(NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setWidget(&text);
+        text.setAutoFillBackground(false);
+        viewport()->setAutoFillBackground(false);
+        row.addWidget(this);
+        body.installEventFilter(this);
+        pane.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == &m_text && event->type() == QEvent::ShowToParent)
+            show();
+        if (watched == &m_text && event->type() == QEvent::HideToParent)
+            hide();
+        if (watched != &m_text && (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
+            fit();
+        return QScrollArea::eventFilter(watched, event);
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::LayoutRequest)
+            fit();
+        if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+            viewport()->update();
+        return QScrollArea::event(event);
+    }
+
+    void paintEvent(QPaintEvent*) override
+    {
+        if (!hasFocus())
+            return;
+        QStyleOptionFocusRect frame;
+        frame.initFrom(viewport());
+        QPainter painter(viewport());
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+    }
+
+private:
+    void fit()
+    {
+        const int width = m_pane.width() - 4 * unit;
+        const int widest = m_text.minimumSizeHint().width();
+        int wanted = m_text.heightForWidth(width);
+        if (wanted > 0 && widest > width)
+            wanted += horizontalScrollBar()->sizeHint().height();
+        const int left = m_pane.height() - y() - m_body.sizeHint().height();
+        const int room = std::max(left, m_pane.height() / 3) - unit;
+        const bool scrolls = wanted > room;
+        const int besideBar = scrolls ? width - verticalScrollBar()->sizeHint().width() : width;
+        const int line = m_text.fontMetrics().lineSpacing();
+        verticalScrollBar()->setSingleStep(line);
+        setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
+        // Bars as needed would stay on when the area grows with its text.
+        setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+        setHorizontalScrollBarPolicy(widest > besideBar ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+        // The last line that shows is a whole one.
+        const int height = scrolls ? std::max(room / line, 1) * line : wanted;
+        if (height == maximumHeight())
+            return;
+        setFixedHeight(height);
+        m_row.setContentsMargins(2 * unit, 0, 2 * unit, height > 0 ? unit : 0);
+        // At once: the pane would be painted as it was before otherwise.
+        m_pane.layout()->invalidate();
+        m_pane.layout()->activate();
+    }
+
+    QLabel& m_text;
+    QWidget& m_body;
+    QBoxLayout& m_row;
+    QWidget& m_pane;
+};
+
 } // namespace
 
 PaneForm::PaneForm(const QString& name, QWidget* parent)
@@ -125,14 +215,15 @@ PaneForm::PaneForm(const QString& name, QWidget* parent)
     content->setLayout(m_body);
     m_body->setContentsMargins(2 * unit, 0, 2 * unit, 2 * unit);
     m_body->setSpacing(unit);
-    m_description->setContentsMargins(2 * unit, 0, 2 * unit, unit);
 
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->setSpacing(0);
     whole->addWidget(m_title);
     whole->addSpacing(2 * unit);
-    whole->addWidget(m_description);
+    auto* describing = new QHBoxLayout;
+    whole->addLayout(describing);
+    new DescriptionArea(*m_description, *content, *describing, *this);
     whole->addWidget(page, 1);
 }
 

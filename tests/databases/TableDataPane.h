@@ -66,6 +66,21 @@ protected:
         return lines;
     }
 
+    /// Where the cells of each column stand, and its heading with them.
+    QStringList sides() const
+    {
+        const QAbstractItemModel& model = *grid().model();
+        QStringList all;
+        for (int column = 0; column < grid().Cols(); ++column) {
+            const auto ofHeading = model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole);
+            const auto ofCell = model.index(0, column).data(Qt::TextAlignmentRole);
+            EXPECT_EQ(ofHeading.value<Qt::Alignment>(), ofCell.value<Qt::Alignment>());
+            const Qt::Alignment side = ofCell.value<Qt::Alignment>() & Qt::AlignHorizontal_Mask;
+            all.append(side == Qt::AlignRight ? u"right"_s : side == Qt::AlignLeft ? u"left"_s : u"neither"_s);
+        }
+        return all;
+    }
+
     QString label(const QString& name) const { return dynamic_cast<QLabel&>(control(name)).text(); }
     QString description() const { return label(u"lblDescription"_s); }
     QString explanation() const { return label(u"lblExplain"_s); }

@@ -75,9 +75,11 @@ TEST_F(TableData, ShowsTheRecordsThatWereAskedFor)
     EXPECT_TRUE(grid().isVisible());
     EXPECT_EQ(headings(), (QStringList{u"ARTICLE"_s, u"NOTE"_s, u"PRICE"_s}));
     EXPECT_EQ(rows(), (QStringList{u"ink||12"_s, u"pad|A4|7"_s}));
+    EXPECT_EQ(sides(), (QStringList{u"left"_s, u"left"_s, u"right"_s}));
     EXPECT_EQ(position(), u"Record 1 of 2"_s);
     EXPECT_TRUE(refresh().Enabled());
     EXPECT_EQ(explanation(), QString());
+    EXPECT_FALSE(control(u"lblExplain"_s).isVisible());
     EXPECT_EQ(statusText(), u"Ready"_s);
 }
 
@@ -424,6 +426,7 @@ TEST_F(TableDataOfOneDatabase, AnyOtherDatabaseIsExplainedWithoutADialog)
     EXPECT_EQ(currentPane(), pane);
     EXPECT_EQ(explanation(), u"You cannot view data from any Table in this Database because\n"
                              "the datasource specifies the default Database as 'SALES'"_s);
+    EXPECT_TRUE(control(u"lblExplain"_s).isVisible());
     EXPECT_EQ(statements.statements(), QStringList());
     EXPECT_EQ(description(), QString());
     EXPECT_FALSE(grid().isVisible());

@@ -174,6 +174,36 @@ TEST_F(PanesLook, AnEmptyDescriptionTakesNoRoom)
     EXPECT_LT(inPane(pane, *pane.lvw).top(), described);
 }
 
+TEST_F(PanesLook, ADescriptionIsAsHighAsItsTextWhileTheBodyHasItsRoom)
+{
+    const SamplePane& pane = show();
+    const QLabel& description = *pane.lblDescription();
+    const int line = description.fontMetrics().lineSpacing();
+    const int oneLine = inPane(pane, *pane.lvw).top();
+    pane.lblDescription()->setText(u"one\ntwo\nthree"_s);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(inPane(pane, *pane.lvw).top(), oneLine + 2 * line);
+    EXPECT_EQ(description.visibleRegion().boundingRect(), description.rect());
+    EXPECT_EQ(description.height(), 3 * line);
+}
+
+TEST_F(PanesLook, ADescriptionOfManyLinesScrolls)
+{
+    const SamplePane& pane = show();
+    const QLabel& description = *pane.lblDescription();
+    pane.lblDescription()->setText(QStringList(200, u"line"_s).join('\n'_L1));
+    QCoreApplication::processEvents();
+    EXPECT_LT(description.visibleRegion().boundingRect().height(), description.height());
+    EXPECT_EQ(description.height(), 200 * description.fontMetrics().lineSpacing());
+    EXPECT_GE(pane.lvw->visibleRegion().boundingRect().height(), pane.lvw->sizeHint().height());
+    EXPECT_EQ(inPane(pane, description).left(), inPane(pane, *pane.lvw).left());
+
+    window->resize(window->width(), 300);
+    QCoreApplication::processEvents();
+    EXPECT_LE(description.visibleRegion().boundingRect().height(), pane.height() / 3);
+    EXPECT_GT(description.visibleRegion().boundingRect().height(), 0);
+}
+
 TEST_F(PanesLook, ATitleLongerThanThePaneDoesNotWidenIt)
 {
     const SamplePane& pane = show();
