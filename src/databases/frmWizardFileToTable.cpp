@@ -118,7 +118,8 @@ void frmWizardFileToTable::buildFilePage()
     m_datasource = new DropDown;
     m_datasource->setObjectName(u"cboFileDatasource"_s);
     m_datasource->setAccessibleName(u"Datasource"_s);
-    connect(m_datasource, &DropDown::Change, this, &frmWizardFileToTable::cboFileDatasource_Click);
+    // Lists that could not be read are asked for again by choosing the same datasource once more.
+    connect(m_datasource, &DropDown::activated, this, &frmWizardFileToTable::cboFileDatasource_Click);
     m_files = new QListWidget;
     m_files->setObjectName(u"lstFile"_s);
     m_files->setAccessibleName(u"File"_s);
@@ -254,8 +255,10 @@ void frmWizardFileToTable::Unattended(const QString& datasource, const QString& 
 void frmWizardFileToTable::preselect(const QString& datasource, const QString& database, const QString& file)
 {
     FetchDatasourceList(*m_datasource);
-    if (!datasource.isEmpty())
+    if (!datasource.isEmpty()) {
         m_datasource->select(datasource);
+        cboFileDatasource_Click();
+    }
     if (!file.isEmpty())
         selectItem(*m_files, file);
     if (!database.isEmpty())

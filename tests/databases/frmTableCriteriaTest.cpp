@@ -126,6 +126,17 @@ TEST_F(TableCriteria, NullsAndEmptyTypesAreShownAsSuch)
     EXPECT_EQ(built, u"SELECT [PRICE] FROM [SALES_ITEMS] WHERE [PRICE] = it's"_s);
 }
 
+TEST_F(TableCriteria, ANameGoesOutAsItStands)
+{
+    change(u"UPDATE TW_COLUMN SET COLUMN_NAME = 'A%1]' WHERE COLUMN_NAME = 'PRICE'"_s);
+    const QString built = build([&](DialogForm& form) {
+        dialog::clickRow(form, columns, u"A%1]"_s);
+        fillIn(form, 0, u"WHERE"_s, u"A%1]"_s, u">"_s, u"%2"_s);
+        DialogScript::click(form, ok);
+    });
+    EXPECT_EQ(built, u"SELECT [A%1]] FROM [SALES_ITEMS] WHERE [A%1]] > %2"_s);
+}
+
 // The columns --------------------------------------------------------------------------------------------------------
 
 TEST_F(TableCriteria, TheColumnsComeInTheOrderOfTheList)

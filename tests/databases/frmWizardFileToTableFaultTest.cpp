@@ -130,6 +130,32 @@ TEST_F(WizardFaults, AReportNamesTheListThatFails)
     }
 }
 
+TEST_F(WizardFaults, ListsThatCouldNotBeReadAreAskedForByChoosingTheSameDatasourceAgain)
+{
+    begin(level());
+    dialogs.expect(name, [&](DialogForm& form) {
+        EXPECT_EQ(dialog::rows(form, files), QStringList());
+        EXPECT_EQ(dialog::items(form, datasources), QStringList{datasource});
+        DialogScript::click(form, next);
+        statements.clear();
+        auto& list = dialog::get<DropDown>(form, datasources);
+        list.setFocus();
+        QTest::keyClick(&list, Qt::Key_F4);
+        ASSERT_TRUE(list.view()->isVisible());
+        QTest::keyClick(list.view(), Qt::Key_Return);
+        EXPECT_FALSE(list.view()->isVisible());
+        EXPECT_EQ(statements.statements(), (QStringList{userFiles, userDatabases}));
+        EXPECT_EQ(dialog::rows(form, files).size(), 3);
+        EXPECT_EQ(dialog::rows(form, databases), QStringList{u"SALES"_s});
+        DialogScript::click(form, cancel);
+    });
+    statements.failAt(1);
+    errors.expect(Press::Ignore);
+    frmWizardFileToTable::Display(datasource, {}, {});
+    errors.verify();
+    dialogs.verify();
+}
+
 TEST_F(WizardFaults, FieldsThatBreakOffLeaveWhatWasMade)
 {
     begin(level());

@@ -222,36 +222,38 @@ TEST_F(WizardFinish, AnEmptyNameIsNotTested)
     EXPECT_EQ(columns({}).size(), 1);
 }
 
-TEST_F(WizardFinish, NamesWithApostrophesAreDoubled)
+TEST_F(WizardFinish, NamesWithApostrophesAreDoubledAndPercentSignsStay)
 {
-    change(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('o''file')"_s);
+    change(u"INSERT INTO TW_FILE (FILE_NAME) VALUES ('o''%2file')"_s);
     change(u"INSERT INTO TW_FIELD (FILE_NAME, FIELD_NUMBER, FIELD_NAME, LOCAL_TYPE_NAME) "
-           "VALUES ('o''file', 1, 'o''field', 'o''type'), ('o''file', 2, 'o''-two', 'l''type')"_s);
+           "VALUES ('o''%2file', 1, 'o''%1field', 'o''type'), ('o''%2file', 2, 'o''-%1two', 'l''type')"_s);
     change(u"INSERT INTO TW_LOCDT (LOCAL_TYPE_NAME, SQL_TYPE_NAME) VALUES ('l''type', 's''type')"_s);
     change(u"INSERT INTO TW_SQLDT (SQL_TYPE_NAME) VALUES ('s''type')"_s);
     change(u"INSERT INTO TW_DB (DATABASE_NAME) VALUES ('o''db')"_s);
     open([&](DialogForm& form) {
         DialogScript::click(form, next);
-        dialog::clickRow(form, files, u"o'file"_s);
+        dialog::clickRow(form, files, u"o'%2file"_s);
         DialogScript::click(form, next);
         dialog::clickRow(form, databases, u"o'db"_s);
         DialogScript::click(form, next);
         dialog::write(form, specification, u"o'spec"_s);
         statements.clear();
-        expectSkipped(u"o'type"_s, u"o'file"_s, u"o'field"_s);
+        expectSkipped(u"o'type"_s, u"o'%2file"_s, u"o'%1field"_s,
+                      [&] { EXPECT_EQ(statusText(), u"Processing File 'o'%2file', Field 'o'%1field'"_s); });
         boxes.expectInform(created);
         DialogScript::click(form, finish);
     });
     const QStringList expected{
-        countFields(u"o''file"_s),
-        findTable(u"O''FILE"_s, u"o''db"_s),
-        insertTable(u"'o''db', 'O''FILE', 'TABLE', 'o''file', 'o''spec', 2, '', ''"_s),
-        readFields(u"o''file"_s),
+        countFields(u"o''%2file"_s),
+        findTable(u"O''%2FILE"_s, u"o''db"_s),
+        insertTable(u"'o''db', 'O''%2FILE', 'TABLE', 'o''%2file', 'o''spec', 2, '', ''"_s),
+        readFields(u"o''%2file"_s),
         readLocalType(u"o''type"_s),
         readLocalType(u"l''type"_s),
         readSqlType(u"s''type"_s),
-        insertColumn(u"'o''db', 'O''FILE', 2, 'o''_two', 'o''-two', 's''type', 0, 0, 0, '', '', 'o''_two', 1, 0, 0, 0, "
-                     "0, 0, 0, 1, 0"_s),
+        insertColumn(
+            u"'o''db', 'O''%2FILE', 2, 'o''_%1two', 'o''-%1two', 's''type', 0, 0, 0, '', '', 'o''_%1two', 1, 0, 0, 0, "
+            "0, 0, 0, 1, 0"_s),
     };
     EXPECT_EQ(statements.statements().first(expected.size()), expected);
     EXPECT_EQ(paneTitle(), u"o'db - Tables"_s);
