@@ -1,11 +1,14 @@
 #include "CellGrid.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -217,6 +220,34 @@ TEST_F(CellGridTest, ColumnsTakeTheWidthOfWhatShowsAndOfWhatMayCome)
     grid.setTextMatrix(0, 0, QString(4000, u'x'));
     grid.sizeColumns();
     EXPECT_LT(grid.columnWidth(0), 400);
+}
+
+TEST_F(CellGridTest, AVeryLongTextIsKeptWholeAndShownByItsBeginning)
+{
+    const auto toolTip = [&](int row, int column) {
+        const QPoint place = centre(row, column);
+        QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(grid.viewport(), &help);
+        return QToolTip::text();
+    };
+    const QString text = u"begins"_s + QString(1'000'000 - 6, u'x');
+    grid.setTextMatrix(1, 0, text);
+    // A character of two units that the limit falls into.
+    grid.setTextMatrix(2, 0, QString(2047, u'x') + u"😀"_s + QString(9, u'x'));
+    grid.sizeColumns();
+    EXPECT_EQ(grid.TextMatrix(1, 0), text);
+    EXPECT_EQ(grid.model()->index(1, 0).data().toString(), text);
+    grid.select(1, 0);
+    QTest::keySequence(&grid, QKeySequence::Copy);
+    EXPECT_EQ(QApplication::clipboard()->text(), text);
+
+    EXPECT_EQ(toolTip(0, 0), QString());
+    const QString shown = toolTip(1, 0);
+    EXPECT_TRUE(shown.contains(u"beginsxxx"_s));
+    EXPECT_TRUE(shown.contains(u"x…"_s));
+    EXPECT_LE(shown.size(), 2100);
+    EXPECT_EQ(toolTip(2, 0).count(u'x'), 2047);
+    EXPECT_TRUE(toolTip(2, 0).contains(u"x…"_s));
 }
 
 TEST_F(CellGridTest, AMarkStandsBeforeTheLastRowAlone)

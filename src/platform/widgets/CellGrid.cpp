@@ -29,11 +29,23 @@ constexpr int narrowestColumn = 44;
 constexpr int widestColumn = 320;
 /// Rows that count for the widths of the columns while the grid has no height yet.
 constexpr int usualRows = 40;
+/// As much of a text as can show in a cell or be read in a tool tip, in UTF-16 units; what is drawn is shaped as a
+/// whole.
+constexpr qsizetype longestShown = 2048;
 
 QColor mixed(const QColor& a, const QColor& b, double shareOfB)
 {
     const auto part = [shareOfB](float x, float y) { return x + (y - x) * static_cast<float>(shareOfB); };
     return QColor::fromRgbF(part(a.redF(), b.redF()), part(a.greenF(), b.greenF()), part(a.blueF(), b.blueF()));
+}
+
+/// The beginning of a text that is very long, with an ellipsis.
+QString beginning(QStringView text)
+{
+    if (text.size() <= longestShown)
+        return text.toString();
+    const bool splits = text.at(longestShown - 1).isHighSurrogate();
+    return text.first(splits ? longestShown - 1 : longestShown).toString() + u'…';
 }
 
 /// Draws cells: faint lines, a tint for the row of the current cell and a frame around that cell.
@@ -73,7 +85,7 @@ public:
     /// A text of several lines shows in one.
     static QString shown(const QModelIndex& index)
     {
-        QString text = index.data().toString();
+        QString text = beginning(static_cast<const CellGridModel&>(*index.model()).text(index.row(), index.column()));
         return text.replace('\n'_L1, u'↵');
     }
 
@@ -248,7 +260,7 @@ int CellGrid::widthOf(int column) const
     const int first = std::max(0, rowAt(0));
     const int showing = std::max(usualRows, viewport()->height() / verticalHeader()->defaultSectionSize() + 1);
     for (int row = first; row < std::min(Rows(), first + showing); ++row)
-        width = std::max(width, metrics.horizontalAdvance(TextMatrix(row, column)));
+        width = std::max(width, metrics.horizontalAdvance(beginning(m_model->text(row, column))));
     width = std::min(width + extra, widestColumn);
     return 2 * textMargin + 2 + std::max({narrowestColumn, width, metrics.horizontalAdvance(Heading(column))});
 }
@@ -383,12 +395,12 @@ void CellGrid::mouseDoubleClickEvent(QMouseEvent* event)
 bool CellGrid::viewportEvent(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
-        // A text that is cut shows whole.
+        // A text that is cut shows whole, as far as it can be read there.
         const auto& help = *static_cast<QHelpEvent*>(event);
         const QModelIndex cell = indexAt(help.pos());
-        const QString text = cell.isValid() ? cell.data().toString() : QString();
+        const QString text = cell.isValid() ? beginning(m_model->text(cell.row(), cell.column())) : QString();
         const int room = visualRect(cell).width() - 2 * textMargin;
-        const bool cut = fontMetrics().horizontalAdvance(CellPainter::shown(cell)) > room;
+        const bool cut = cell.isValid() && fontMetrics().horizontalAdvance(CellPainter::shown(cell)) > room;
         QToolTip::showText(help.globalPos(), cut ? Qt::convertFromPlainText(text) : QString(), viewport(),
                            visualRect(cell));
         return true;
