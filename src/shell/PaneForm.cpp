@@ -3,6 +3,7 @@
 #include "PictureLabel.h"
 #include "modGUI.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QHelpEvent>
 #include <QLabel>
@@ -131,8 +132,9 @@ protected:
             show();
         if (watched == &m_text && event->type() == QEvent::HideToParent)
             hide();
+        // The pane is amid its own layout.
         if (watched != &m_text && (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
-            fit();
+            QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
         return QScrollArea::eventFilter(watched, event);
     }
 

@@ -59,6 +59,18 @@ protected:
     }
     bool statementScrolls() const { return placeOfStatement().verticalScrollBar()->maximum() > 0; }
 
+    /// The pane has no scroll bar for nothing, and none at all.
+    void expectAllInView() const
+    {
+        for (const auto* area : window->currentPane()->findChildren<QScrollArea*>(Qt::FindDirectChildrenOnly)) {
+            if (area == &placeOfStatement())
+                continue;
+            EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
+            EXPECT_FALSE(area->verticalScrollBar()->isVisible());
+            EXPECT_EQ(area->widget()->size(), area->viewport()->size());
+        }
+    }
+
     /// Rows of the grid that show from top to bottom in the window.
     int rowsInView() const
     {
@@ -83,6 +95,7 @@ TEST_F(TableDataRoom, AWideTableLeavesRoomForItsRecords)
     EXPECT_TRUE(statementCanBeReached());
     EXPECT_GE(rowsInView(), 6);
     EXPECT_LE(placeOfStatement().height(), window->currentPane()->height() / 3);
+    expectAllInView();
     EXPECT_TRUE(control(u"datPrimary"_s).visibleRegion().boundingRect().contains(control(u"datPrimary"_s).rect()));
 }
 
@@ -98,6 +111,8 @@ TEST_F(TableDataRoom, AStatementShowsWholeWhereTheRecordsLeaveItTheRoom)
     EXPECT_TRUE(statementCanBeReached());
     resize({860, 620});
     EXPECT_FALSE(statementScrolls());
+    EXPECT_TRUE(statementCanBeReached());
+    expectAllInView();
 }
 
 TEST_F(TableDataRoom, AStatementHasWhatTenRecordsLeave)
