@@ -4,7 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <string_view>
 #include <vector>
 
 struct sqlite3_value;
@@ -27,24 +27,35 @@ public:
     };
     using Key = std::uint64_t;
 
-    /// A record that has the key, or nothing for a field that could not be read. Records with nulls are left out: a
-    /// null equals nothing.
-    void Add(std::optional<Key> key, Place place);
+    /// What a column is looked up by: its values, or, if they are texts, the numbers in them.
+    enum class By { Value, Number };
+
+    /// What a column is compared with; the keys of what may be equal to it lie between two.
+    struct Wanted {
+        By by;
+        Key least;
+        Key most;
+    };
+
+    KeyIndex(Shown shown, By by) : m_shown(shown), m_by(by) {}
+
+    /// A record with a value in the column. Nulls, and texts that are no number where one is looked up, are left out:
+    /// they equal nothing.
+    void Add(const Value& value, Place place);
+
+    /// A record whose field could not be read.
+    void AddUnread(Place place);
 
     /// To be called behind the last `Add`.
     void Sort();
 
     /// The records in their order in the file.
-    std::vector<Place> Find(Key key) const;
+    std::vector<Place> Find(const Wanted& wanted) const;
 
     std::size_t Size() const { return m_entries.size() + m_unread.size(); }
 
-    /// The key of a decoded value that is not null.
-    static Key KeyOf(Shown shown, const Value& value);
-
-    /// The key of what a column of that form is compared with; nothing if the comparison is not of one kind of value
-    /// with the same kind, and so is SQLite's to make.
-    static std::optional<Key> KeyOf(Shown shown, sqlite3_value* value);
+    /// What a column of that form is compared with.
+    static Wanted WantedBy(Shown shown, sqlite3_value* value);
 
     /// The collation under which columns of that form are compared by their keys; null for any.
     static const char* CollationOf(Shown shown);
@@ -55,6 +66,10 @@ private:
         Place place;
     };
 
+    void AddNumber(std::string_view text, Place place);
+
+    Shown m_shown;
+    By m_by;
     std::vector<Entry> m_entries;
     std::vector<Place> m_unread;
 };

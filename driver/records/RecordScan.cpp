@@ -43,11 +43,11 @@ void RecordScan::BeginWith(std::size_t column, sqlite3_value* value)
         m_isAtEnd = true;
         return;
     }
-    const auto key = KeyIndex::KeyOf(Table().Definition().columns[column].shown, value);
-    const KeyIndex* const index = key ? IndexOf(column) : nullptr;
+    const KeyIndex::Wanted wanted = KeyIndex::WantedBy(Table().Definition().columns[column].shown, value);
+    const KeyIndex* const index = IndexOf(column, wanted.by);
     if (!index)
         return BeginAll();
-    const auto places = index->Find(*key);
+    const auto places = index->Find(wanted);
     m_found.emplace(places.begin(), places.end());
     Next();
 }
@@ -165,19 +165,18 @@ Query RecordScan::Choose() const
     }
 }
 
-std::optional<KeyIndex> RecordScan::MakeIndex(std::size_t column) const
+std::optional<KeyIndex> RecordScan::MakeIndex(std::size_t column, KeyIndex::By by) const
 {
-    const Shown shown = Table().Definition().columns[column].shown;
-    KeyIndex index;
+    KeyIndex index(Table().Definition().columns[column].shown, by);
     RecordScan scan(m_table);
     scan.Open(m_file);
     for (scan.BeginAll(); !scan.IsAtEnd(); scan.Next()) {
         const KeyIndex::Place place = {scan.Record().Position(), scan.Record().Number()};
         Value value;
         if (scan.Decode(column, value) != nullptr)
-            index.Add(std::nullopt, place);
-        else if (value.kind != Value::Kind::Null)
-            index.Add(KeyIndex::KeyOf(shown, value), place);
+            index.AddUnread(place);
+        else
+            index.Add(value, place);
         if (index.Size() > mostIndexed)
             return std::nullopt;
     }
@@ -185,13 +184,13 @@ std::optional<KeyIndex> RecordScan::MakeIndex(std::size_t column) const
     return index;
 }
 
-const KeyIndex* RecordScan::IndexOf(std::size_t column)
+const KeyIndex* RecordScan::IndexOf(std::size_t column, KeyIndex::By by)
 {
-    ScannedTable::LookUps& lookUps = m_table.lookUps[column];
+    ScannedTable::LookUps& lookUps = m_table.lookUps[{column, by}];
     if (!std::exchange(lookUps.hasBeenRead, true))
         return nullptr;
     if (lookUps.file != m_file) {
-        lookUps.index = MakeIndex(column);
+        lookUps.index = MakeIndex(column, by);
         lookUps.file = m_file;
     }
     return lookUps.index ? &*lookUps.index : nullptr;

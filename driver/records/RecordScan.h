@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 struct sqlite3;
 struct sqlite3_value;
@@ -31,8 +32,8 @@ struct ScannedTable {
     bool unfiltered; ///< all records, whatever the criteria says: for the criteria's own statement
     bool insideCriteria = false;
     int scans = 0;
-    std::shared_ptr<const MappedFile> file; ///< what was read last, while there are scans
-    std::map<std::size_t, LookUps> lookUps; ///< by column, while there are scans
+    std::shared_ptr<const MappedFile> file;                          ///< what was read last, while there are scans
+    std::map<std::pair<std::size_t, KeyIndex::By>, LookUps> lookUps; ///< by column, while there are scans
 };
 
 /// A walk through the records that a table shows.
@@ -72,8 +73,8 @@ private:
     void Open(std::shared_ptr<const MappedFile> file);
     void BeginAll();
     Query Choose() const;
-    std::optional<KeyIndex> MakeIndex(std::size_t column) const;
-    const KeyIndex* IndexOf(std::size_t column);
+    std::optional<KeyIndex> MakeIndex(std::size_t column, KeyIndex::By by) const;
+    const KeyIndex* IndexOf(std::size_t column, KeyIndex::By by);
 
     ScannedTable& m_table;
     std::shared_ptr<const MappedFile> m_file;

@@ -2,6 +2,8 @@
 
 #include "RecordsFixture.h"
 
+#include <fstream>
+
 namespace
 {
 
@@ -162,6 +164,87 @@ TEST_F(RecordComparisons, JoinedRecordsAreLookedUp)
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_MANY a WHERE a.NO IN (SELECT NO FROM BANK_MORE)"), "6667\n");
 }
 
+TEST_F(RecordComparisons, TextsAndNumbersThatAreJoinedAreLookedUpToo)
+{
+    Make("MANY", {{"NO", "STRING", 6}, {"WORD", "STRING", 1}}, Numbered(20000, 3, "m"));
+    Make("MORE", {{"NO", "ZONED-U", 6}, {"WORD", "STRING", 1}}, Numbered(20000, 2, "n"));
+    for (const std::string tables : {"BANK_MANY a LEFT JOIN BANK_MORE b", "BANK_MORE a LEFT JOIN BANK_MANY b"}) {
+        EXPECT_EQ(Rows("SELECT COUNT(b.NO), COUNT(*) FROM " + tables + " ON a.NO = b.NO"), "6667|20000\n") << tables;
+        EXPECT_EQ(Rows("SELECT COUNT(b.NO), COUNT(*) FROM " + tables + " ON a.WORD = b.NO"), "0|20000\n") << tables;
+    }
+}
+
+TEST_F(RecordComparisons, LookingUpNumbersInTextsFindsWhatReadingFinds)
+{
+    Make("TEXTS", {{"T", "STRING", 12}, {"W", "PACKED", 10, 2}}, [] {
+        std::string content;
+        for (const char* text : {"7", "007", "7.0", " 7", "7x", "x7", "1e3", "0.3", "", "-0", "1e999", "+7", "0x7",
+                                 ".3", "1000.", "inf", "123456789012"})
+            content += (text + std::string(12, ' ')).substr(0, 12) + "\x00\x00\x00\x00\x00\x00\x00\x00\x70\x0C"s;
+        return content;
+    }());
+    // 7, 1000, 0.1 + 0.2, 0.3, minus zero and an infinity's neighbour.
+    Make("NUMS", {{"N", "ZONED-U", 12}, {"R", "FLOAT-8-BE", 8}},
+         "000000000007\x40\x1C\x00\x00\x00\x00\x00\x00"
+         "000000001000\x40\x8F\x40\x00\x00\x00\x00\x00"
+         "000000000000\x3F\xD3\x33\x33\x33\x33\x33\x34"
+         "            \x3F\xD3\x33\x33\x33\x33\x33\x33"
+         "123456789012\x80\x00\x00\x00\x00\x00\x00\x00"
+         "123456789013\x7F\xEF\xFF\xFF\xFF\xFF\xFF\xFF"s);
+    Run("CREATE TABLE T (T VARCHAR(12), W DECIMAL_TEXT(20, 2) COLLATE TARNWICK_DECIMAL)");
+    Run("CREATE TABLE N (N BIGINT, R DOUBLE)");
+    Run("INSERT INTO T SELECT T, W FROM BANK_TEXTS");
+    Run("INSERT INTO N SELECT N, R FROM BANK_NUMS");
+    // SQLite's own indexes miss a decimal that a number equals in other digits.
+    Run("PRAGMA automatic_index = OFF");
+    for (const std::string condition :
+         {"t.T = n.N", "t.T = n.R", "t.T = n.N + 0", "t.T = n.R * 1", "n.N = t.T", "n.R = t.T || ''", "t.W = n.N",
+          "t.W = n.R + 0", "n.N = t.W", "t.T = CAST(n.N AS BLOB)", "n.N = CAST(t.T AS BLOB)"})
+        for (const std::string kind : {"NUMS n LEFT JOIN #TEXTS t", "TEXTS t LEFT JOIN #NUMS n"}) {
+            const auto rows = [&](const std::string& before, bool isCopy) {
+                std::string tables = before + kind;
+                for (std::size_t at; (at = tables.find('#')) != std::string::npos;)
+                    tables.replace(at, 1, before);
+                if (isCopy)
+                    for (const std::string name : {"TEXTS", "NUMS"})
+                        tables.replace(tables.find(name), name.size(), name.substr(0, 1));
+                return Rows("SELECT t.T, n.N, n.R FROM " + tables + " ON " + condition + " ORDER BY 1, 2, 3");
+            };
+            EXPECT_EQ(rows("BANK_", false), rows("", true)) << kind << " ON " << condition;
+        }
+}
+
+TEST_F(RecordComparisons, AJoinReadsOneFileWhileItGrows)
+{
+    Make("ROWS", {{"NO", "ZONED-U", 2}}, "010203");
+    SQLHSTMT statement = client.NewStatement();
+    std::string text = "SELECT (SELECT COUNT(*) FROM BANK_ROWS b WHERE b.NO = a.NO OR b.NO > 3) FROM BANK_ROWS a";
+    ASSERT_EQ(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+    std::ofstream(DataFile("ROWS.dat"), std::ios::binary | std::ios::app) << "0405";
+    int rows = 1;
+    for (; SQLFetch(statement) == SQL_SUCCESS; ++rows) {
+        SQLINTEGER found = 0;
+        ASSERT_EQ(SQLGetData(statement, 1, SQL_C_SLONG, &found, sizeof found, nullptr), SQL_SUCCESS);
+        EXPECT_TRUE(found == 1 || found == 3) << found;
+    }
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    EXPECT_EQ(rows, 3);
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_ROWS a JOIN BANK_ROWS b ON a.NO = b.NO"), "5\n");
+}
+
+TEST_F(RecordComparisons, ListsOfWideDecimalsAreExact)
+{
+    Make("SUMS", sums, wideSums);
+    EXPECT_EQ(
+        Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE IN (SELECT WIDE FROM BANK_SUMS WHERE NAME IN ('one', 'less'))"),
+        "one\nless\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE NOT IN (SELECT WIDE FROM BANK_SUMS WHERE NAME = 'two')"),
+              "one\ntri\nless\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE IN (SELECT MAX(WIDE) FROM BANK_SUMS)"), "tri\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SUMS WHERE WIDE IN ((SELECT 1), 12345678901234567.89, 5 + 1)"), "two\n");
+}
+
 TEST_F(RecordComparisons, LongNumbersKeepJoinsFromReadingOverAndOver)
 {
     const std::vector<FieldRow> fields = {{"NO", "ZONED-U", 6}, {"WIDE", "PACKED", 10, 2}};
@@ -181,10 +264,19 @@ TEST_F(RecordComparisons, LookingUpFindsWhatReadingFinds)
              "19990101");
     Make("RIGHTS", {{"NO", "NUMERIC", 3}, {"WORD", "STRING-COUNTED", 6}, {"DAY", "DATE", 10}},
          "  1\x03\x00one."s + "1999-01-01" + "  2\x03\x00TWO."s + "1999-01-01" + "   \x03\x00two."s + "2000-01-01");
-    const char* const conditions[] = {
-        "a.NO = b.NO",  "a.WORD = b.WORD", "a.RATE = b.NO",  "a.DAY = b.DAY",
-        "a.NO = b.RFA", "a.WORD = b.NO",   "a.NO = b.WORD",  "a.WORD = b.WORD COLLATE NOCASE",
-        "a.NO IS b.NO", "a.DAY = b.WORD",  "a.NO = b.NO + 0"};
+    const char* const conditions[] = {"a.NO = b.NO",
+                                      "a.WORD = b.WORD",
+                                      "a.RATE = b.NO",
+                                      "a.DAY = b.DAY",
+                                      "a.NO = b.RFA",
+                                      "a.WORD = b.NO",
+                                      "a.NO = b.WORD",
+                                      "a.WORD = b.WORD COLLATE NOCASE",
+                                      "a.NO IS b.NO",
+                                      "a.DAY = b.WORD",
+                                      "a.NO = b.NO + 0",
+                                      "a.NO = b.NO OR a.WORD = b.WORD",
+                                      "a.DAY = b.DAY AND a.NO = b.NO"};
     Run("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_TYPE, COLUMN_NAME, SQL_TYPE_NAME, "
         "PRECISION, FIELD_NAME, VISIBLE) VALUES ('BANK', 'RIGHTS', 1, 1, 'RFA', 'VARCHAR', 14, '', 1)");
     Run("CREATE TABLE L (NO BIGINT, WORD VARCHAR(3), RATE DOUBLE, [DAY] DATE)");
@@ -192,7 +284,7 @@ TEST_F(RecordComparisons, LookingUpFindsWhatReadingFinds)
     Run("INSERT INTO L SELECT NO, WORD, RATE, [DAY] FROM BANK_LEFTS");
     Run("INSERT INTO R SELECT NO, WORD, [DAY], RFA FROM BANK_RIGHTS");
     for (const std::string condition : conditions)
-        for (const std::string kind : {" JOIN ", " LEFT JOIN "}) {
+        for (const std::string kind : {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN "}) {
             const std::string columns = "SELECT a.NO, a.WORD, b.NO, b.WORD FROM ";
             const std::string order = " ON " + condition + " ORDER BY 1, 2, 3, 4";
             EXPECT_EQ(Rows(columns + "BANK_LEFTS a" + kind + "BANK_RIGHTS b" + order),
