@@ -210,6 +210,18 @@ void takeItemPane(mdiMain& window, Photographer& camera, const QString& pane, co
     camera.take(window, name + u"-delete"_s);
 }
 
+/// The records of a table, all columns of them.
+void takeRecords(mdiMain& window, Photographer& camera, const QStringList& table)
+{
+    QTimer::singleShot(0, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        for (const QString& button : {u"cmdSelectAll"_s, u"cmdOK"_s})
+            dialog->findChild<QPushButton*>(button)->click();
+    });
+    window.PaneDisplay(u"frmTableData"_s, table);
+    camera.take(window, u"table-data"_s);
+}
+
 /// A grid with the editor open over a cell of its current row.
 void takeEditor(mdiMain& window, Photographer& camera, int column, const QString& name)
 {
@@ -254,6 +266,7 @@ void takeDatabases(mdiMain& window, Photographer& camera)
     });
     takeModal(camera, u"table-criteria"_s,
               [&] { frmTableCriteria::GetCriteria(table.at(0), table.at(1), table.at(2)); });
+    takeRecords(window, camera, table);
     takeModal(camera, u"file-to-table-wizard"_s,
               [&] { frmWizardFileToTable::Display(table.at(0), table.at(1), table.at(2)); });
 }
