@@ -64,7 +64,10 @@ std::vector<std::string> TablesNamedIn(std::string_view statement)
     bool behindFrom = false;
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
         behindFrom = behindFrom || IsWord(tokens[i], "FROM");
-        if (!OpensTablePlace(tokens[i], behindFrom) || !IsName(tokens[i + 1], IsTableWord(tokens[i])))
+        const bool opensOuterJoin = i > 0 && tokens[i - 1].text == "{" && IsWord(tokens[i], "OJ");
+        if (!opensOuterJoin && !OpensTablePlace(tokens[i], behindFrom))
+            continue;
+        if (!IsName(tokens[i + 1], opensOuterJoin || IsTableWord(tokens[i])))
             continue;
         std::string name = BareName(tokens[i + 1]);
         const bool isOther = ColumnsOfCatalogTable(name) || IsEngines(name) || IsWord(tokens[i + 1], "SELECT");
@@ -197,9 +200,12 @@ std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
         parameters.push_back(m_surroundings.defaultDatabase);
     }
     const std::lock_guard lock(m_makingReady);
+    // Two databases and their tables may come to one name between them.
+    Names seen;
     std::vector<std::string> names;
     for (Query row(m_engine, text + " ORDER BY 1", parameters); row.Next();)
-        names.push_back(row.Text(0));
+        if (seen.insert(InUpperCase(row.Text(0))).second)
+            names.push_back(row.Text(0));
     Names done;
     for (const std::string& table : names)
         MakeTableReady(table, done);

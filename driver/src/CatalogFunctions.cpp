@@ -5,6 +5,7 @@
 #include "Registry.h"
 #include "Resources.h"
 #include "Text.h"
+#include "Things.h"
 #include "Tokenizer.h"
 
 #include <sqlucode.h>
@@ -14,6 +15,8 @@
 #include <vector>
 
 using namespace tarnwick;
+using things::Literal;
+using things::Matching;
 
 namespace
 {
@@ -51,65 +54,6 @@ SQLRETURN RunOwn(SQLHSTMT statement, std::string text)
     return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
 }
 
-/// A text as SQL writes it.
-std::string Literal(std::string_view text)
-{
-    std::string literal = "'";
-    for (const char c : text) {
-        literal += c;
-        if (c == '\'')
-            literal += c;
-    }
-    return literal + "'";
-}
-
-/// " AND <column> LIKE '<pattern>'"; nothing for a pattern that was not given.
-std::string Matching(const char* column, const SQLCHAR* pattern, SQLSMALLINT length)
-{
-    if (!pattern)
-        return {};
-    return std::string(" AND ") + column + " LIKE " + Literal(NarrowArgument(pattern, length)) + " ESCAPE '\\'";
-}
-
-/// Rows of a VALUES clause.
-void AddRow(std::string& rows, const std::vector<std::string>& cells)
-{
-    const char* separator = rows.empty() ? "(" : ", (";
-    for (const std::string& cell : cells) {
-        rows += separator + Literal(cell);
-        separator = ", ";
-    }
-    rows += ")";
-}
-
-/// What a statement can read, as the common table THING (name, type, remarks): the catalog's own tables and views, and
-/// the tables over records whose names match a pattern, made ready. Those that cannot be read have no columns to tell
-/// of. The common table NOTE (owner, name, remarks) holds the remarks of columns.
-std::string ThingsToRead(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, bool withUnreadable)
-{
-    std::string records;
-    std::string notes;
-    const std::string pattern(NarrowArgument(table, tableLength));
-    if (const auto connection = registry::ConnectionOf(statement))
-        for (const std::string& name : connection->tables->MakeReadyLike(table ? &pattern : nullptr)) {
-            const auto found = connection->tables->Find(name);
-            if (!found || (!withUnreadable && !found->Problem().empty()))
-                continue;
-            const records::TableDefinition& definition = found->Definition();
-            AddRow(records, {definition.sqlName, definition.remarks});
-            for (const records::Column& column : definition.columns)
-                if (!column.remarks.empty() && column.special == records::Special::None)
-                    AddRow(notes, {definition.sqlName, column.name, column.remarks});
-        }
-    std::string text = "WITH THING (name, type, remarks) AS (SELECT name, type, '' FROM sqlite_master "
-                       "WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'";
-    if (!records.empty())
-        text += " UNION ALL SELECT column1, 'table', column2 FROM (VALUES " + records +
-                ") WHERE column1 COLLATE NOCASE NOT IN (SELECT name FROM sqlite_master)";
-    return text + "), NOTE (owner, name, remarks) AS (" +
-           (notes.empty() ? "SELECT '', '', '' WHERE 0" : "VALUES " + notes) + ") ";
-}
-
 /// A list of table types as SQLTables takes it, `TABLE,VIEW` or `'TABLE', 'VIEW'`, as a condition.
 std::string OfTypes(const SQLCHAR* types, SQLSMALLINT length)
 {
@@ -136,7 +80,7 @@ try {
     if (table && NarrowArgument(table, tableLength).empty())
         return lower.SQLTables(statement, catalog, catalogLength, schema, schemaLength, table, tableLength, types,
                                typesLength);
-    return RunOwn(statement, ThingsToRead(statement, table, tableLength, true) +
+    return RunOwn(statement, things::Listed(statement, table, tableLength) +
                                  "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, t.name AS TABLE_NAME, "
                                  "upper(t.type) AS TABLE_TYPE, t.remarks AS REMARKS FROM THING t WHERE 1" +
                                  Matching("t.name", table, tableLength) + OfTypes(types, typesLength) +
@@ -150,7 +94,7 @@ try {
 SQLRETURN Columns(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, const SQLCHAR* column,
                   SQLSMALLINT columnLength)
 try {
-    return RunOwn(statement, ThingsToRead(statement, table, tableLength, false) + resources::odbcColumns +
+    return RunOwn(statement, things::Described(statement, table, tableLength) + resources::odbcColumns +
                                  Matching("t.name", table, tableLength) + Matching("c.name", column, columnLength) +
                                  " ORDER BY t.name, c.cid");
 } catch (const records::RecordError& error) {

@@ -69,7 +69,8 @@ TEST_F(RecordDefinitions, ATableIsThereHoweverAStatementNamesIt)
     for (const char* statement :
          {"SELECT COUNT(*) FROM 'BANK_ACCOUNT'", "SELECT COUNT(*) FROM main.BANK_ACCOUNT",
           "SELECT 2 WHERE (1, 'Harry', 123.45) IN BANK_ACCOUNT", "SELECT COUNT(*) FROM (BANK_ACCOUNT)",
-          "SELECT COUNT(*) FROM (VALUES (1)) x, `BANK_ACCOUNT` y"}) {
+          "SELECT COUNT(*) FROM (VALUES (1)) x, `BANK_ACCOUNT` y",
+          "SELECT COUNT(*) FROM {oj BANK_ACCOUNT a LEFT OUTER JOIN TW_DB d ON d.DATABASE_NAME = a.NAME}"}) {
         OdbcClient fresh;
         Connect(fresh);
         EXPECT_EQ(Rows(fresh, statement), "2\n") << statement;
@@ -83,6 +84,37 @@ TEST_F(RecordDefinitions, AViewMayReadThem)
     OdbcClient fresh;
     Connect(fresh);
     EXPECT_EQ(Rows(fresh, "SELECT * FROM RICHER"), "Harry\n");
+}
+
+TEST_F(RecordDefinitions, WhatCannotBeDescribedIsLeftOutOfTheColumnsAlone)
+{
+    Run("CREATE VIEW BANK_RICH AS SELECT NAME, BALANCE FROM BANK_ACCOUNT WHERE BALANCE > 100");
+    Run("CREATE VIEW BANK_LOST AS SELECT * FROM GONE");
+    DefineTable("TWICE", "ACCOUNT", "ACCOUNT.dat");
+    Run("UPDATE TW_COLUMN SET COLUMN_NAME = 'no' WHERE TABLE_NAME = 'TWICE' AND COLUMN_NAME = 'NAME'");
+    client.Disconnect();
+    Connect(client);
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_%", 3), "NO\nNAME\nBALANCE\nNAME\nBALANCE\n");
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_LOST", 3), "");
+    EXPECT_NE(Listed(SQLColumnsW, "TW\\_DRIVER", 2), "");
+    EXPECT_EQ(Listed(SQLTablesW, "BANK\\_%", 2), "BANK_ACCOUNT\nBANK_TWICE\nBANK_LOST\nBANK_RICH\n");
+}
+
+TEST_F(RecordDefinitions, OfTwoTablesOfOneJoinedNameTheFirstIsThere)
+{
+    const std::pair<std::string, std::string> tables[] = {{"A_B", "C"}, {"A", "B_C"}};
+    for (const auto& [database, table] : tables) {
+        const std::string both = "'" + database + "', '" + table + "', ";
+        Run("INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY) VALUES ('" + database + "', 'data')");
+        Run("INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION) VALUES (" + both +
+            "'ACCOUNT', 'ACCOUNT.dat')");
+        Run("INSERT INTO TW_COLUMN (DATABASE_NAME, TABLE_NAME, COLUMN_NUMBER, COLUMN_NAME, FIELD_NAME, SQL_TYPE_NAME, "
+            "PRECISION, VISIBLE) VALUES (" +
+            both + "1, 'OF_" + database + "', 'NAME', 'VARCHAR', 6, 1)");
+    }
+    EXPECT_EQ(Listed(SQLTablesW, "A\\_%", 2), "A_B_C\n");
+    EXPECT_EQ(Listed(SQLColumnsW, "A\\_%", 3), "OF_A\n");
+    EXPECT_EQ(Rows("SELECT OF_A FROM A_B_C"), "Harry\nIvy\n");
 }
 
 TEST_F(RecordDefinitions, NamesMayBeginLikeThoseOfTheEngine)
