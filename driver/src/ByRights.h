@@ -2,16 +2,30 @@
 
 #include "Diagnostics.h"
 #include "Privileges.h"
+#include "Registry.h"
 
 #include <string>
 
 namespace tarnwick
 {
 
+/// Whether a statement would answer by a catalog that is no more; then it has its error.
+inline bool RefuseOutdated(SQLHSTMT statement)
+{
+    const auto connection = registry::ConnectionOf(statement);
+    if (!connection || !connection->IsOutdated())
+        return false;
+    diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000",
+                       "The catalog was changed since it was opened for reading only; connect again.");
+    return true;
+}
+
 /// Lets the library below run a statement. What a user's rights refuse is told in the words of the refusal.
 template <typename Call>
 SQLRETURN RunByRights(SQLHSTMT statement, Call call)
 {
+    if (RefuseOutdated(statement))
+        return SQL_ERROR;
     records::Privileges::TakeRefusal();
     const SQLRETURN answer = call();
     if (const std::string refusal = records::Privileges::TakeRefusal(); answer == SQL_ERROR && !refusal.empty())

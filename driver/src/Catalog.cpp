@@ -148,9 +148,24 @@ bool NeedsImmutableAccess(const std::string& path)
     const bool folderIsWritable = ::access(fs::path(path).parent_path().c_str(), W_OK) == 0;
     if (folderIsWritable)
         return false;
-    std::error_code missing;
-    const auto waiting = fs::file_size(path + "-wal", missing);
-    return missing || waiting == 0;
+    const bool isShared = ::access((path + "-wal").c_str(), R_OK) == 0 && ::access((path + "-shm").c_str(), R_OK) == 0;
+    return !isShared && VersionOf(path).waiting == 0;
+}
+
+Version VersionOf(const std::string& path)
+{
+    Version version;
+    struct stat status {
+    };
+    if (::stat(path.c_str(), &status) == 0) {
+        version.file = status.st_ino;
+        version.size = status.st_size;
+        version.seconds = status.st_mtim.tv_sec;
+        version.nanoseconds = status.st_mtim.tv_nsec;
+    }
+    if (::stat((path + "-wal").c_str(), &status) == 0)
+        version.waiting = status.st_size;
+    return version;
 }
 
 } // namespace tarnwick::catalog

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <compare>
+#include <cstdint>
 #include <string>
 
 namespace tarnwick::catalog
@@ -21,8 +23,21 @@ enum class Access {
 /// The path as an SQLite file URI, in plain ASCII whatever the path holds.
 std::string Uri(const std::string& path, Access access);
 
-/// Whether only immutable access can read the catalog: this user can write neither a write-ahead log beside it nor the
-/// file, and no log with content waits there that such access would miss.
+/// Whether only immutable access can read the catalog: this user cannot make a write-ahead log beside it, and neither
+/// are a log and its index there already, nor waits a log with content that such access would miss.
 bool NeedsImmutableAccess(const std::string& path);
+
+/// By what is seen from outside that a catalog was changed.
+struct Version {
+    std::uint64_t file = 0; ///< which file stands there
+    std::int64_t size = 0;
+    std::int64_t seconds = 0; ///< when it was written last
+    std::int64_t nanoseconds = 0;
+    std::int64_t waiting = 0; ///< the size of its write-ahead log
+
+    bool operator==(const Version&) const = default;
+};
+
+Version VersionOf(const std::string& path);
 
 } // namespace tarnwick::catalog

@@ -8,6 +8,7 @@
 #include "Privileges.h"
 #include "RecordTables.h"
 #include "Registry.h"
+#include "Rows.h"
 #include "StatementLog.h"
 #include "Text.h"
 
@@ -46,12 +47,16 @@ sqlite3* ConnectLower(SQLHDBC handle, const std::string& path, catalog::Access a
     return capture.Engine();
 }
 
-sqlite3* OpenCatalog(SQLHDBC handle, const std::string& path, long timeout)
+void OpenCatalog(SQLHDBC handle, Connection& connection, long timeout)
 {
+    const std::string& path = connection.catalogPath;
     catalog::Ensure(path);
+    const catalog::Version version = catalog::VersionOf(path);
     const auto access = catalog::NeedsImmutableAccess(path) ? catalog::Access::Immutable : catalog::Access::Ordinary;
+    if (access == catalog::Access::Immutable)
+        connection.opened = version;
     try {
-        return ConnectLower(handle, path, access, timeout);
+        connection.engine = ConnectLower(handle, path, access, timeout);
     } catch (const ConnectError& error) {
         throw ConnectError("Cannot open the catalog '" + path + "': " + error.what(), error.Native());
     }
@@ -124,7 +129,7 @@ SQLRETURN Connect(SQLHDBC handle, std::string_view connectText)
         connection.catalogPath = catalog::Resolve(source.catalog);
         if (!source.statementLog.empty())
             connection.log = std::make_shared<StatementLog>(source.statementLog);
-        connection.engine = OpenCatalog(handle, connection.catalogPath, source.timeout);
+        OpenCatalog(handle, connection, source.timeout);
         OpenBelow below(handle);
         connection.tables = ServeRecords(connection, source, text);
         connection.privileges = Guard(connection, source.user);
@@ -206,7 +211,11 @@ SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle)
 {
     diagnostics::Clear(SQL_HANDLE_DBC, handle);
     const SQLRETURN answer = lower.SQLDisconnect(handle);
-    if (SQL_SUCCEEDED(answer))
-        registry::CloseConnection(handle);
+    if (!SQL_SUCCEEDED(answer))
+        return answer;
+    for (SQLHSTMT statement : registry::CloseConnection(handle)) {
+        rows::Forget(statement);
+        diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    }
     return answer;
 }

@@ -31,12 +31,19 @@ void OpenConnection(SQLHDBC handle, std::shared_ptr<const Connection> connection
     state.connections[handle] = std::move(connection);
 }
 
-void CloseConnection(SQLHDBC handle)
+std::vector<SQLHSTMT> CloseConnection(SQLHDBC handle)
 {
+    std::vector<SQLHSTMT> closed;
     State& state = TheState();
     const std::unique_lock lock(state.mutex);
     state.connections.erase(handle);
-    std::erase_if(state.statements, [handle](const auto& entry) { return entry.second == handle; });
+    std::erase_if(state.statements, [&](const auto& entry) {
+        if (entry.second != handle)
+            return false;
+        closed.push_back(entry.first);
+        return true;
+    });
+    return closed;
 }
 
 std::shared_ptr<const Connection> FindConnection(SQLHDBC handle)

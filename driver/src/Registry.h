@@ -1,9 +1,13 @@
 #pragma once
 
+#include "Catalog.h"
+
 #include <sql.h>
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 
@@ -24,6 +28,9 @@ struct Connection {
     std::string catalogPath; ///< absolute
     std::shared_ptr<const StatementLog> log;
 
+    /// Of a catalog without locks or log, which must not change: what it was when it was opened.
+    std::optional<catalog::Version> opened;
+
     /// The SQLite connection behind the library below, valid until SQLDisconnect.
     sqlite3* engine = nullptr;
 
@@ -32,6 +39,9 @@ struct Connection {
 
     /// What the connection's user may do.
     std::shared_ptr<records::Privileges> privileges;
+
+    /// Whether the catalog was changed where the connection cannot see it; what it answers is of before.
+    bool IsOutdated() const { return opened && catalog::VersionOf(catalogPath) != *opened; }
 };
 
 /// Connections and their statements. Every function may be called from any thread.
@@ -39,7 +49,9 @@ namespace registry
 {
 
 void OpenConnection(SQLHDBC handle, std::shared_ptr<const Connection> connection);
-void CloseConnection(SQLHDBC handle);
+
+/// Gives the connection's statements, which are gone too.
+std::vector<SQLHSTMT> CloseConnection(SQLHDBC handle);
 
 /// Null if the connection is not open.
 std::shared_ptr<const Connection> FindConnection(SQLHDBC handle);

@@ -24,6 +24,8 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
     if (connection && connection->log && !connection->log->Write(text))
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000",
                                   "The statement was not run: it could not be written to the statement log.");
+    if (RefuseOutdated(statement))
+        return SQL_ERROR;
     if (text.find_first_not_of(" \t\r\n") == std::string::npos)
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement is empty.");
     if (text.find('\0') != std::string::npos)

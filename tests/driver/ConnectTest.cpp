@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <fstream>
+#include <poll.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -30,10 +31,37 @@ bool Holds(const std::string& text, const std::string& part)
     return text.find(part) != std::string::npos;
 }
 
-/// Runs `test` in a child process under a user for whom read-only files are read-only, and gives its exit code. A
-/// superuser may write anything, so the tests of such files step down first.
-template <typename Test>
-int AsOrdinaryUser(Test test)
+/// What one of two processes waits for and the other gives.
+class Signal
+{
+public:
+    Signal() { EXPECT_EQ(::pipe(m_ends), 0); }
+    ~Signal()
+    {
+        ::close(m_ends[0]);
+        ::close(m_ends[1]);
+    }
+    Signal(const Signal&) = delete;
+    Signal& operator=(const Signal&) = delete;
+
+    void Give() const { EXPECT_EQ(::write(m_ends[1], "x", 1), 1); }
+
+    /// Fails the test, and goes on, if it never comes.
+    void Await() const
+    {
+        pollfd end{m_ends[0], POLLIN, 0};
+        char given = 0;
+        EXPECT_TRUE(::poll(&end, 1, 20000) == 1 && ::read(m_ends[0], &given, 1) == 1);
+    }
+
+private:
+    int m_ends[2];
+};
+
+/// Runs `test` in a child process under a user for whom read-only files are read-only, with `beside` in this one, and
+/// gives the child's exit code. A superuser may write anything, so the tests of such files step down first.
+template <typename Test, typename Beside>
+int AsOrdinaryUserBeside(Test test, Beside beside)
 {
     const pid_t child = ::fork();
     if (child == 0) {
@@ -42,9 +70,21 @@ int AsOrdinaryUser(Test test)
             ::_exit(99);
         ::_exit(test());
     }
+    beside();
     int status = 0;
     ::waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 98;
+}
+
+template <typename Test>
+int AsOrdinaryUser(Test test)
+{
+    return AsOrdinaryUserBeside(test, [] {});
+}
+
+std::string CountOf(OdbcClient& client, const std::string& user)
+{
+    return client.Execute("SELECT COUNT(*) FROM TW_USER WHERE USER_NAME = '" + user + "'").Single();
 }
 
 void MakeCatalog(const std::string& path)
@@ -224,6 +264,89 @@ TEST(Connect, AFileInAReadOnlyFolderCanBeRead)
     ::chmod(setup.File("a.cat").c_str(), 0666);
     EXPECT_EQ(AsOrdinaryUser([&] { return ReadsButDoesNotWrite(setup.File("a.cat")); }), 0);
     ::chmod(setup.Path().c_str(), 0755);
+}
+
+TEST(Connect, AFileInAReadOnlyFolderShowsWhatIsCommittedWhileOthersHaveItOpen)
+{
+    OdbcSetup setup;
+    const std::string path = setup.File("a.cat");
+    MakeCatalog(path);
+    ::chmod(path.c_str(), 0444);
+    Signal open, connected, written;
+    const int answer = AsOrdinaryUserBeside(
+        [&] {
+            open.Await();
+            OdbcClient client;
+            if (!client.Connect("Driver=Tarnwick ODBC;Catalog=" + path) || CountOf(client, "KEPT") != "1")
+                return 1;
+            connected.Give();
+            written.Await();
+            return CountOf(client, "LATER") == "1" ? 0 : 2;
+        },
+        [&] {
+            OdbcClient writer;
+            ::chmod(path.c_str(), 0644);
+            EXPECT_TRUE(writer.Connect("Driver=Tarnwick ODBC;Catalog=" + path)) << writer.Failure().message;
+            EXPECT_EQ(CountOf(writer, "KEPT"), "1");
+            ::chmod(setup.Path().c_str(), 0555);
+            open.Give();
+            connected.Await();
+            EXPECT_TRUE(writer.Execute("INSERT INTO TW_USER (USER_NAME) VALUES ('LATER')").Succeeded());
+            written.Give();
+        });
+    ::chmod(setup.Path().c_str(), 0755);
+    EXPECT_EQ(answer, 0);
+}
+
+TEST(Connect, AFileInAReadOnlyFolderIsNotAnsweredFromOnceItWasChanged)
+{
+    OdbcSetup setup;
+    const std::string path = setup.File("a.cat");
+    MakeCatalog(path);
+    ::chmod(path.c_str(), 0644);
+    ::chmod(setup.Path().c_str(), 0555);
+    Signal connected, written, refused, closed;
+    const int answer = AsOrdinaryUserBeside(
+        [&] {
+            OdbcClient client;
+            if (!client.Connect("Driver=Tarnwick ODBC;Catalog=" + path) || CountOf(client, "KEPT") != "1")
+                return 1;
+            SQLHSTMT prepared = client.NewStatement();
+            std::string text = "SELECT COUNT(*) FROM TW_USER";
+            SQLPrepare(prepared, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+            connected.Give();
+            written.Await();
+            const std::string changed = "The catalog was changed since it was opened for reading only; connect again.";
+            if (!Holds(client.Execute("SELECT COUNT(*) FROM TW_USER").diagnostic.message, changed))
+                return 2;
+            refused.Give();
+            closed.Await();
+            if (!Holds(client.Execute("SELECT COUNT(*) FROM TW_USER").diagnostic.message, changed))
+                return 3;
+            if (SQLExecute(prepared) != SQL_ERROR)
+                return 4;
+            const Result types = client.Read([](SQLHSTMT s) { return SQLGetTypeInfo(s, SQL_ALL_TYPES); });
+            if (!Holds(types.diagnostic.message, changed))
+                return 5;
+            SQLFreeHandle(SQL_HANDLE_STMT, prepared);
+            OdbcClient again;
+            return again.Connect("Driver=Tarnwick ODBC;Catalog=" + path) && CountOf(again, "LATER") == "1" ? 0 : 6;
+        },
+        [&] {
+            connected.Await();
+            ::chmod(setup.Path().c_str(), 0755);
+            {
+                OdbcClient writer;
+                EXPECT_TRUE(writer.Connect("Driver=Tarnwick ODBC;Catalog=" + path)) << writer.Failure().message;
+                EXPECT_TRUE(writer.Execute("INSERT INTO TW_USER (USER_NAME) VALUES ('LATER')").Succeeded());
+                written.Give();
+                refused.Await();
+            }
+            ::chmod(setup.Path().c_str(), 0555);
+            closed.Give();
+        });
+    ::chmod(setup.Path().c_str(), 0755);
+    EXPECT_EQ(answer, 0);
 }
 
 TEST(Connect, AFolderThatCannotBeWrittenGetsNoNewCatalog)
