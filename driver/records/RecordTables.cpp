@@ -16,7 +16,9 @@ namespace tarnwick::records
 namespace
 {
 
-constexpr const char* viewQuestion = "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE";
+constexpr const char* viewQuestion =
+    "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE UNION ALL "
+    "SELECT sql FROM sqlite_temp_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE";
 
 bool IsWord(const Token& token, std::string_view word)
 {

@@ -216,7 +216,8 @@ std::string DataFilePath(const Surroundings& surroundings, const std::string& di
         if (folder.empty())
             throw RecordError("the data source has no key " + name + " for the directory '" + directory + "'");
     }
-    return (fs::path(surroundings.catalogDirectory) / folder / specification).lexically_normal().string();
+    // As it is written: "link/.." is not where the link stands.
+    return (fs::path(surroundings.catalogDirectory) / folder / specification).string();
 }
 
 std::optional<TableDefinition> ReadDefinition(sqlite3* engine, const Surroundings& surroundings, std::string_view name)

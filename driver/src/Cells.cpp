@@ -85,8 +85,13 @@ SQLRETURN ReadWide(SQLHSTMT statement, SQLUSMALLINT column, SQLPOINTER target, S
     const auto room = target && capacity >= unit ? static_cast<std::size_t>(capacity / unit) - 1 : 0;
     auto* const wide = static_cast<SQLWCHAR*>(target);
     const std::size_t units = FillUtf16(cell.text, wide, room);
+    std::size_t given = std::min(units, room);
+    // Nobody asks for the rest of a bound cell: half of a pair would be the end of its text.
+    const bool endsInHalf = given > 0 && units > room && (wide[given - 1] & 0xFC00) == 0xD800;
+    if (!rest && endsInHalf)
+        --given;
     if (target && capacity >= unit)
-        wide[std::min(units, room)] = 0;
+        wide[given] = 0;
     if (length)
         *length = static_cast<SQLLEN>(units) * unit;
     if (units <= room && target && capacity >= unit)

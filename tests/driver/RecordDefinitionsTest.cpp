@@ -84,6 +84,22 @@ TEST_F(RecordDefinitions, AViewMayReadThem)
     OdbcClient fresh;
     Connect(fresh);
     EXPECT_EQ(Rows(fresh, "SELECT * FROM RICHER"), "Harry\n");
+    OdbcClient another;
+    Connect(another);
+    DefineTable("AGAIN", "ACCOUNT", "ACCOUNT.dat");
+    Run(another, "CREATE TEMP VIEW POOR AS SELECT NAME FROM BANK_AGAIN WHERE BALANCE < 0");
+    EXPECT_EQ(Rows(another, "SELECT * FROM poor"), "Ivy\n");
+}
+
+TEST_F(RecordDefinitions, ADirectoryLeadsWhereTheSystemFollowsIt)
+{
+    std::filesystem::create_directory(DataFile("inner"));
+    std::filesystem::create_directory_symlink(DataFile("inner"), setup.File("link"));
+    Run("UPDATE TW_DB SET DEFAULT_DIRECTORY = 'link/..' WHERE DATABASE_NAME = 'BANK'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n");
+    Run("UPDATE TW_TABLE SET FILE_SPECIFICATION = '" + DataFile("ACCOUNT.dat") + "' WHERE TABLE_NAME = 'ACCOUNT'");
+    Run("UPDATE TW_DB SET DEFAULT_DIRECTORY = 'nowhere' WHERE DATABASE_NAME = 'BANK'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n") << "a whole path needs no directory";
 }
 
 TEST_F(RecordDefinitions, WhatCannotBeDescribedIsLeftOutOfTheColumnsAlone)

@@ -249,8 +249,7 @@ TEST_F(Rows, ABoundTextThatIsTooLongIsCutAndItsLengthTold)
     EXPECT_EQ(OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).state, "01004");
     EXPECT_EQ(bytes, 22);
     EXPECT_EQ(Narrow(text.data(), 3), "abc");
-    EXPECT_EQ(text[3], 0xD83D);
-    EXPECT_EQ(text[4], 0);
+    EXPECT_EQ(text[3], 0) << "half of a character is none";
     EXPECT_EQ(Get(2), "abc\xF0\x9F\x98\x80"
                       "defghi");
 }
