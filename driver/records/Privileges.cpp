@@ -117,6 +117,21 @@ void Privileges::Guard()
     sqlite3_set_authorizer(m_engine, Authorize, this);
 }
 
+std::string Privileges::User() const
+{
+    return m_mayDoEverything ? administrator : m_user;
+}
+
+std::vector<const char*> Privileges::RightsTo(std::string_view name) const
+{
+    constexpr const char* words[] = {"SELECT", "INSERT", "UPDATE", "DELETE"};
+    std::vector<const char*> held;
+    for (const Right right : {Select, Insert, Update, Delete})
+        if (m_mayDoEverything || MayUse(right, name))
+            held.push_back(words[right]);
+    return held;
+}
+
 std::string Privileges::RefusalToReplace(std::string_view statement) const
 {
     if (m_mayDoEverything)

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 struct sqlite3;
 
@@ -31,6 +32,14 @@ public:
 
     /// Holds the statements of the connection to the rights from now on. The object must outlive the connection.
     void Guard();
+
+    /// Whose rights they are.
+    std::string User() const;
+
+    bool MayDoEverything() const { return m_mayDoEverything; }
+
+    /// The rights to a table or view, as SQL calls them.
+    std::vector<const char*> RightsTo(std::string_view name) const;
 
     /// Why a statement is refused that may put rows in place of others: SQLite removes those without asking whether
     /// that is allowed. Empty if it is not refused, or does nothing of the kind. The tables that it names are ready.

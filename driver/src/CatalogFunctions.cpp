@@ -1,3 +1,4 @@
+#include "ByRights.h"
 #include "Diagnostics.h"
 #include "Lower.h"
 #include "OwnStatement.h"
@@ -11,6 +12,7 @@
 #include <sqlucode.h>
 
 #include <array>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -50,6 +52,8 @@ bool AreWellFormed(const Names&... names)
 SQLRETURN RunOwn(SQLHSTMT statement, std::string text)
 {
     diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    if (RefuseOutdated(statement))
+        return SQL_ERROR;
     const records::OwnStatement own;
     return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
 }
@@ -97,6 +101,39 @@ try {
     return RunOwn(statement, things::Described(statement, table, tableLength) + resources::odbcColumns +
                                  Matching("t.name", table, tableLength) + Matching("c.name", column, columnLength) +
                                  " ORDER BY t.name, c.cid");
+} catch (const records::RecordError& error) {
+    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+}
+
+/// SQLTablePrivileges answered from the rights to which the connection's statements are held. All of them are granted
+/// in the catalog, by its administrator.
+SQLRETURN TablePrivileges(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength)
+try {
+    return RunOwn(statement,
+                  things::Granted(statement, table, tableLength) +
+                      "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, g.name AS TABLE_NAME, 'ADMIN' AS GRANTOR, "
+                      "g.user AS GRANTEE, g.privilege AS PRIVILEGE, 'NO' AS IS_GRANTABLE FROM GRANTED g ORDER BY 3, 6");
+} catch (const records::RecordError& error) {
+    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+}
+
+/// SQLColumnPrivileges: those to its table, less the one that is about whole rows. The name of the table is no pattern.
+SQLRETURN ColumnPrivileges(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, const SQLCHAR* column,
+                           SQLSMALLINT columnLength)
+try {
+    std::string name;
+    for (const char c : NarrowArgument(table, tableLength))
+        name += c == '_' || c == '%' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+    const auto* const pattern = table ? reinterpret_cast<const SQLCHAR*>(name.c_str()) : nullptr;
+    const std::string granted = things::Granted(statement, pattern, SQL_NTS);
+    const std::string described = things::Described(statement, pattern, SQL_NTS).substr(std::strlen("WITH "));
+    return RunOwn(statement, granted.substr(0, granted.size() - 1) + ", " + described +
+                                 "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, g.name AS TABLE_NAME, "
+                                 "c.name AS COLUMN_NAME, 'ADMIN' AS GRANTOR, g.user AS GRANTEE, "
+                                 "g.privilege AS PRIVILEGE, 'NO' AS IS_GRANTABLE "
+                                 "FROM GRANTED g JOIN THING t ON t.name = g.name JOIN pragma_table_info(t.name) c "
+                                 "WHERE g.privilege <> 'DELETE'" +
+                                 Matching("c.name", column, columnLength) + " ORDER BY 3, c.cid, 7");
 } catch (const records::RecordError& error) {
     return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
 }
@@ -209,7 +246,19 @@ SQLRETURN SQL_API SQLTablePrivilegesW(SQLHSTMT statement, SQLWCHAR* catalog, SQL
     Name a(catalog, catalogLength), b(schema, schemaLength), c(table, tableLength);
     if (!AreWellFormed(a, b, c))
         return RefuseName(statement);
-    return lower.SQLTablePrivileges(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS);
+    return TablePrivileges(statement, c.Data(), SQL_NTS);
+}
+
+SQLRETURN SQL_API SQLTablePrivileges(SQLHSTMT statement, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLCHAR* table,
+                                     SQLSMALLINT tableLength)
+{
+    return TablePrivileges(statement, table, tableLength);
+}
+
+SQLRETURN SQL_API SQLColumnPrivileges(SQLHSTMT statement, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLCHAR* table,
+                                      SQLSMALLINT tableLength, SQLCHAR* column, SQLSMALLINT columnLength)
+{
+    return ColumnPrivileges(statement, table, tableLength, column, columnLength);
 }
 
 SQLRETURN SQL_API SQLColumnPrivilegesW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT catalogLength,
@@ -219,8 +268,7 @@ SQLRETURN SQL_API SQLColumnPrivilegesW(SQLHSTMT statement, SQLWCHAR* catalog, SQ
     Name a(catalog, catalogLength), b(schema, schemaLength), c(table, tableLength), d(column, columnLength);
     if (!AreWellFormed(a, b, c, d))
         return RefuseName(statement);
-    return lower.SQLColumnPrivileges(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, d.Data(),
-                                     SQL_NTS);
+    return ColumnPrivileges(statement, c.Data(), SQL_NTS, d.Data(), SQL_NTS);
 }
 
 SQLRETURN SQL_API SQLProceduresW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT catalogLength, SQLWCHAR* schema,

@@ -70,14 +70,7 @@ FORWARD(SQLSpecialColumns,
         (SQLHSTMT s, SQLUSMALLINT kind, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema,
          SQLSMALLINT schemaLength, SQLCHAR* table, SQLSMALLINT tableLength, SQLUSMALLINT scope, SQLUSMALLINT nullable),
         (s, kind, catalog, catalogLength, schema, schemaLength, table, tableLength, scope, nullable))
-FORWARD(SQLTablePrivileges,
-        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
-         SQLCHAR* table, SQLSMALLINT tableLength),
-        (s, catalog, catalogLength, schema, schemaLength, table, tableLength))
-FORWARD(SQLColumnPrivileges,
-        (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
-         SQLCHAR* table, SQLSMALLINT tableLength, SQLCHAR* column, SQLSMALLINT columnLength),
-        (s, catalog, catalogLength, schema, schemaLength, table, tableLength, column, columnLength))
+
 FORWARD(SQLProcedures,
         (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
          SQLCHAR* procedure, SQLSMALLINT procedureLength),

@@ -1,5 +1,6 @@
 #include "Diagnostics.h"
 #include "Lower.h"
+#include "Privileges.h"
 #include "Registry.h"
 #include "Text.h"
 
@@ -76,6 +77,8 @@ std::optional<std::string> OwnInfo(SQLHDBC handle, SQLUSMALLINT type)
     case SQL_DATABASE_NAME:
     case SQL_SERVER_NAME:
         return connection ? connection->catalogPath : std::string();
+    case SQL_ACCESSIBLE_TABLES:
+        return connection && !connection->privileges->MayDoEverything() ? "N" : "Y";
     case SQL_IDENTIFIER_QUOTE_CHAR:
         return "\"";
     case SQL_SEARCH_PATTERN_ESCAPE:

@@ -1,6 +1,7 @@
 #include "Things.h"
 
 #include "OwnStatement.h"
+#include "Privileges.h"
 #include "Query.h"
 #include "RecordTables.h"
 #include "Registry.h"
@@ -9,6 +10,7 @@
 #include <sqlite3.h>
 
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace tarnwick::things
@@ -35,13 +37,26 @@ std::string ReadingAll(std::string_view name)
     return "SELECT * FROM \"" + quoted + "\"";
 }
 
-bool CanBeRead(sqlite3* engine, const std::string& name)
+bool CanBePrepared(sqlite3* engine, const std::string& name)
 {
-    const records::OwnStatement own;
     sqlite3_stmt* prepared = nullptr;
     const int answer = sqlite3_prepare_v2(engine, ReadingAll(name).c_str(), -1, &prepared, nullptr);
     sqlite3_finalize(prepared);
     return answer == SQLITE_OK;
+}
+
+bool CanBeRead(sqlite3* engine, const std::string& name)
+{
+    const records::OwnStatement own;
+    return CanBePrepared(engine, name);
+}
+
+/// Whether the connection's user may read a view, and all that it reads.
+bool MayReadView(sqlite3* engine, const std::string& name)
+{
+    const bool may = CanBePrepared(engine, name);
+    records::Privileges::TakeRefusal();
+    return may;
 }
 
 std::optional<std::string> PatternOf(const SQLCHAR* pattern, SQLSMALLINT length)
@@ -49,23 +64,25 @@ std::optional<std::string> PatternOf(const SQLCHAR* pattern, SQLSMALLINT length)
     return pattern ? std::optional(std::string(NarrowArgument(pattern, length))) : std::nullopt;
 }
 
+struct Thing {
+    std::string name;
+    bool isView;
+};
+
 /// The tables and views of the catalog's file that match a pattern; what views read is ready.
-std::vector<std::string> InFile(const Connection& connection, const std::optional<std::string>& pattern)
+std::vector<Thing> InFile(const Connection& connection, const std::optional<std::string>& pattern)
 {
-    std::vector<std::string> names;
-    std::vector<std::string> views;
+    std::vector<Thing> things;
     for (records::Query row(connection.engine,
                             "SELECT name, type FROM sqlite_master WHERE type IN ('table', 'view')"
                             "   AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' AND name LIKE ?1 ESCAPE '\\'",
                             {pattern.value_or("%")});
-         row.Next();) {
-        names.push_back(row.Text(0));
-        if (row.Text(1) == "view")
-            views.push_back(row.Text(0));
-    }
-    for (const std::string& view : views)
-        connection.tables->MakeReady(ReadingAll(view));
-    return names;
+         row.Next();)
+        things.push_back({row.Text(0), row.Text(1) == "view"});
+    for (const Thing& thing : things)
+        if (thing.isView)
+            connection.tables->MakeReady(ReadingAll(thing.name));
+    return things;
 }
 
 /// The common tables: the things of the catalog's file that meet a condition, and the rows of VALUES clauses.
@@ -90,7 +107,9 @@ std::string Select(SQLHSTMT statement, const std::optional<std::string>& pattern
     std::string records;
     std::string notes;
     std::string left;
-    const auto isLeft = [&](const std::string& name) { return !withUnreadable && !CanBeRead(connection->engine, name); };
+    const auto isLeft = [&](const std::string& name) {
+        return !withUnreadable && !CanBeRead(connection->engine, name);
+    };
     for (const std::string& name : connection->tables->MakeReadyLike(pattern ? &*pattern : nullptr)) {
         const auto found = connection->tables->Find(name);
         if (!found || isLeft(name))
@@ -102,9 +121,9 @@ std::string Select(SQLHSTMT statement, const std::optional<std::string>& pattern
                 AddRow(notes, {definition.sqlName, column.name, column.remarks});
     }
     if (!withUnreadable)
-        for (const std::string& name : InFile(*connection, pattern))
-            if (isLeft(name))
-                left += (left.empty() ? "" : ", ") + Literal(name);
+        for (const Thing& thing : InFile(*connection, pattern))
+            if (isLeft(thing.name))
+                left += (left.empty() ? "" : ", ") + Literal(thing.name);
     if (!left.empty())
         condition += " AND name NOT IN (" + left + ")";
     return CommonTables(condition, records, notes);
@@ -138,6 +157,36 @@ std::string Listed(SQLHSTMT statement, const SQLCHAR* pattern, SQLSMALLINT lengt
 std::string Described(SQLHSTMT statement, const SQLCHAR* pattern, SQLSMALLINT length)
 {
     return Select(statement, PatternOf(pattern, length), false);
+}
+
+std::string Granted(SQLHSTMT statement, const SQLCHAR* pattern, SQLSMALLINT length)
+{
+    std::string rows;
+    if (const auto connection = registry::ConnectionOf(statement)) {
+        const auto name = PatternOf(pattern, length);
+        const auto add = [&](const std::string& thing, const char* right) {
+            AddRow(rows, {thing, right, connection->privileges->User()});
+        };
+        std::set<std::string> inFile;
+        for (const Thing& thing : InFile(*connection, name)) {
+            inFile.insert(InUpperCase(thing.name));
+            if (!thing.isView)
+                for (const char* right : connection->privileges->RightsTo(thing.name))
+                    add(thing.name, right);
+            else if (MayReadView(connection->engine, thing.name))
+                add(thing.name, "SELECT");
+        }
+        for (const std::string& table : connection->tables->MakeReadyLike(name ? &*name : nullptr)) {
+            const auto found = connection->tables->Find(table);
+            if (!found || inFile.count(InUpperCase(table)) > 0)
+                continue;
+            const auto rights = connection->privileges->RightsTo(table);
+            if (!rights.empty() && std::string_view(rights.front()) == "SELECT")
+                add(found->Definition().sqlName, "SELECT");
+        }
+    }
+    return "WITH GRANTED (name, privilege, user) AS (" +
+           (rows.empty() ? "SELECT '', '', '' WHERE 0" : "VALUES " + rows) + ") ";
 }
 
 } // namespace tarnwick::things

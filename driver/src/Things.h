@@ -23,4 +23,9 @@ std::string Listed(SQLHSTMT statement, const SQLCHAR* pattern, SQLSMALLINT lengt
 /// The same without what has no columns to tell of: tables that cannot be read, and views of what is not there.
 std::string Described(SQLHSTMT statement, const SQLCHAR* pattern, SQLSMALLINT length);
 
+/// The beginning of a statement, with the common table GRANTED (name, privilege, user) of the rights that the
+/// connection's user has to what matches a pattern of names. Tables over records and views are only read, and a view
+/// only by who may read all that it reads. Throws RecordError if the catalog cannot be read.
+std::string Granted(SQLHSTMT statement, const SQLCHAR* pattern, SQLSMALLINT length);
+
 } // namespace tarnwick::things

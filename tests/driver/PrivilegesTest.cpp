@@ -1,5 +1,7 @@
 #include "RecordsFixture.h"
 
+#include <sqlucode.h>
+
 namespace
 {
 
@@ -312,9 +314,53 @@ TEST_F(Rights, FunctionsThatGiveRowsAreOpenToAll)
     EXPECT_EQ(Rows(nobody, "SELECT value FROM json_each('[7, 8]')"), "7\n8\n");
     EXPECT_EQ(Rows(nobody, "SELECT COUNT(*) FROM json_tree('{\"a\": [1]}')"), "3\n");
     EXPECT_EQ(Rows(nobody, "SELECT name FROM pragma_table_info('TW_FILE') WHERE cid = 0"), "FILE_NAME\n");
-    EXPECT_EQ(Rows(nobody, "SELECT name FROM pragma_database_list"), "main\n");
+    EXPECT_EQ(Rows(nobody, "SELECT name FROM pragma_database_list WHERE seq = 0"), "main\n");
     ExpectRefused(nobody, "SELECT value FROM json_each((SELECT USER_NAME FROM TW_USER))", "read the table TW_USER");
     EXPECT_NE(Failure(nobody, "SELECT * FROM pragma_journal_mode").find("privileges"), std::string::npos);
+}
+
+TEST_F(Rights, AreToldToClientsAsTheyAre)
+{
+    Run("CREATE VIEW OWNERS AS SELECT NO FROM BANK_OWNER");
+    const auto told = [](OdbcClient& on, const char* pattern) {
+        std::vector<SQLWCHAR> name = Wide(pattern);
+        const Result result = on.Read([&](SQLHSTMT statement) {
+            return SQLTablePrivilegesW(statement, nullptr, 0, nullptr, 0, name.data(), SQL_NTS);
+        });
+        EXPECT_TRUE(result.Succeeded()) << result.diagnostic.message;
+        std::string text;
+        for (const Row& row : result.rows)
+            text += row[2].value_or("~") + " " + row[4].value_or("~") + " " + row[5].value_or("~") + "\n";
+        return text;
+    };
+    EXPECT_EQ(told(As("ADMIN"), "TW\\_FILE"),
+              "TW_FILE ADMIN DELETE\nTW_FILE ADMIN INSERT\nTW_FILE ADMIN SELECT\nTW_FILE ADMIN UPDATE\n");
+    EXPECT_EQ(told(As(""), "%OWNER%"), "BANK_OWNER ADMIN SELECT\nOWNERS ADMIN SELECT\n");
+    EXPECT_EQ(told(As("CLERK"), "TW\\_FILE"), "TW_FILE CLERK SELECT\nTW_FILE CLERK UPDATE\n");
+    EXPECT_EQ(told(As("CLERK"), "%OWNER%"), "");
+    EXPECT_EQ(told(As("TELLER"), "%"), "BANK_ACCOUNT TELLER SELECT\n");
+    EXPECT_EQ(told(As("AUDITOR"), "%"),
+              "BANK_ACCOUNT AUDITOR SELECT\nBANK_OWNER AUDITOR SELECT\nOWNERS AUDITOR SELECT\n");
+    EXPECT_EQ(told(As("NOBODY"), "%"), "");
+    EXPECT_EQ(As("ADMIN").Info(SQL_ACCESSIBLE_TABLES), "Y");
+    EXPECT_EQ(As("CLERK").Info(SQL_ACCESSIBLE_TABLES), "N");
+
+    OdbcClient& clerk = As("CLERK");
+    std::vector<SQLWCHAR> table = Wide("TW_DRIVER"), column = Wide("%NAME");
+    const Result columns = clerk.Read([&](SQLHSTMT statement) {
+        return SQLColumnPrivilegesW(statement, nullptr, 0, nullptr, 0, table.data(), SQL_NTS, column.data(), SQL_NTS);
+    });
+    ASSERT_EQ(columns.rows.size(), 2u) << columns.diagnostic.message;
+    EXPECT_EQ(columns.rows[0][3], "DRIVER_NAME");
+    EXPECT_EQ(columns.rows[0][6], "SELECT");
+    EXPECT_EQ(columns.rows[1][6], "UPDATE");
+    table = Wide("BANK_OWNER");
+    EXPECT_TRUE(clerk
+                    .Read([&](SQLHSTMT statement) {
+                        return SQLColumnPrivilegesW(statement, nullptr, 0, nullptr, 0, table.data(), SQL_NTS,
+                                                    column.data(), SQL_NTS);
+                    })
+                    .rows.empty());
 }
 
 TEST_F(Rights, ThatCannotBeReadKeepTheConnectionShut)
