@@ -1,8 +1,11 @@
 // Fuzzes the walk through a file's records and every decoder (libFuzzer, with AddressSanitizer and
-// UndefinedBehaviorSanitizer). The first bytes of an input choose format, type, form and scale; the rest is the file.
+// UndefinedBehaviorSanitizer). The first bytes of an input choose format, type, form and scale; the rest is the file,
+// and for what reads texts of the catalog and of clients each record is one.
 
 #include "DecimalText.h"
 #include "FieldDecoder.h"
+#include "KeyIndex.h"
+#include "LongNumbers.h"
 #include "RecordCursor.h"
 
 #include <cstdint>
@@ -32,6 +35,8 @@ constexpr Layout layouts[] = {
     {"RELATIVE", "FIXED", "SLOT-4_SKIP-3_ISO-2022-JP"},
     {"INDEXED", "FIXED", "ASCII"},
     {"INDEXED", "VARIABLE", ""},
+    {"SEQUENTIAL", "VARIABLE", "TSCII"},
+    {"SEQUENTIAL", "FIXED", "IBM939"},
 };
 
 constexpr const char* formats[] = {"", "YYYY-MM-DD", "DD-MMM-YY hh:mm:ss.cc", "YYMMDD"};
@@ -73,6 +78,27 @@ void CompareForms(std::string_view text)
         std::abort();
 }
 
+/// What a storage type's attributes, a format and a statement may be.
+void ReadTexts(std::string_view text)
+{
+    StorageType::Read("HEXADECIMAL", "TIMESTAMP", text);
+    const std::string_view half = text.substr(text.size() / 2);
+    Moment moment;
+    if (DateFormat(text.substr(0, text.size() / 2)).Read(half, moment) == DateFormat::Reading::Moment &&
+        !moment.IsReal())
+        std::abort();
+    // Every name of an odd length is a wide column's.
+    const auto isDecimal = [](const std::string& name) { return name.size() % 2 == 1; };
+    const std::string quoted = QuoteLongNumbers(std::string(text), isDecimal);
+    if (quoted.size() < text.size() || (!MayHoldLongNumber(text) && quoted != text))
+        std::abort();
+}
+
+IntegerLimits LimitsFrom(std::uint8_t choice)
+{
+    return (choice & 32) != 0 ? IntegerLimits{-128, 127} : IntegerLimits();
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -83,8 +109,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Layout& layout = layouts[data[5] % std::size(layouts)];
     const RecordFormat format =
         RecordFormat::Read(layout.organisation, layout.recordType, layout.openString, 1 + data[6] % 48u);
-    const FieldDecoder decoder(MakeField(data), static_cast<Shown>(data[7] % (static_cast<int>(Shown::Timestamp) + 1)),
-                               format.page);
+    const auto shown = static_cast<Shown>(data[7] % (static_cast<int>(Shown::Timestamp) + 1));
+    const IntegerLimits limits = LimitsFrom(data[2]);
+    const FieldDecoder decoder(MakeField(data), shown, format.page, limits);
+    KeyIndex index(shown, (data[2] & 64) != 0 ? KeyIndex::By::Number : KeyIndex::By::Value);
     RecordCursor cursor(format, {reinterpret_cast<const char*>(data) + choices, size - choices});
     std::string room;
     bool isRecord = true;
@@ -92,10 +120,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         isRecord = cursor.Next() == RecordCursor::Step::Record;
         Touch(cursor.Bytes());
         CompareForms(cursor.Bytes());
+        ReadTexts(cursor.Bytes());
         Value value;
-        if (decoder.Decode(cursor.Bytes(), value, room) == nullptr)
-            Touch(value.text);
+        if (decoder.Decode(cursor.Bytes(), value, room) != nullptr)
+            continue;
+        Touch(value.text);
+        index.Add(value, {cursor.Position(), cursor.Number()});
+        if (shown == Shown::Integer && value.kind == Value::Kind::Integer &&
+            (value.integer < limits.least || value.integer > limits.most))
+            std::abort();
     }
+    index.Sort();
     cursor.Seek(data[6] * 3u, 1u + data[7]);
     Touch(cursor.Bytes());
     return 0;
