@@ -148,6 +148,8 @@ std::string RecordTables::WithExactNumbers(std::string statement) const
     Names columns;
     Names given;
     CollectDecimals(statement, done, columns, given);
+    if (columns.empty())
+        return statement;
     return QuoteLongNumbers(
         std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; }, std::move(given));
 }
