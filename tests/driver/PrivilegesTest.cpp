@@ -202,6 +202,44 @@ TEST_F(Rights, ToDeleteAreNeededToPutARowInPlaceOfAnother)
     EXPECT_EQ(Rows("SELECT REMARKS FROM TW_FILE WHERE FILE_NAME = 'NEWER'"), "kept\n");
 }
 
+TEST_F(Rights, HoldForWhatAViewAndACriteriaBecomeAfterConnecting)
+{
+    Run("CREATE VIEW SEEN AS SELECT NO FROM BANK_ACCOUNT");
+    OdbcClient& auditor = As("AUDITOR");
+    EXPECT_EQ(Rows(auditor, "SELECT * FROM SEEN"), "1\n2\n");
+    Run("DROP VIEW SEEN");
+    Run("CREATE VIEW SEEN AS SELECT USER_PASSWORD FROM TW_USER");
+    ExpectRefused(auditor, "SELECT * FROM SEEN", "read the table TW_USER");
+    EXPECT_EQ(Rows(auditor, "SELECT NO FROM BANK_OWNER"), "3\n");
+    Run("UPDATE TW_TABLE SET CRITERIA = 'NO < (SELECT COUNT(*) FROM TW_USER)' WHERE TABLE_NAME = 'OWNER'");
+    EXPECT_EQ(Rows(auditor, "SELECT NO FROM BANK_OWNER"), "");
+    ExpectRefused(auditor, "SELECT * FROM TW_USER", "read the table TW_USER");
+}
+
+TEST_F(Rights, HoldUnderADefaultDatabaseToo)
+{
+    OdbcClient teller;
+    Connect(teller, "UID=TELLER;DefaultDatabase=BANK");
+    EXPECT_EQ(Rows(teller, "SELECT NO FROM ACCOUNT"), "1\n2\n");
+    ExpectRefused(teller, "SELECT NO FROM OWNER", "read the table OWNER");
+    ExpectRefused(teller, "SELECT * FROM TW_FILE", "read the table TW_FILE");
+}
+
+TEST_F(Rights, AreNeededForAllThatAnInsertDoes)
+{
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT) VALUES "
+        "('MAKER', 'TW', 'DATABASE', 1, 1), ('WRITER', 'TW', 'DATABASE', 0, 1)");
+    ExpectRefused(As("MAKER"),
+                  "INSERT INTO TW_FILE (FILE_NAME) VALUES ('ACCOUNT') ON CONFLICT DO UPDATE SET REMARKS = 'changed'",
+                  "change the table TW_FILE");
+    Run(As("MAKER"), "INSERT INTO TW_FILE (FILE_NAME) VALUES ('ACCOUNT') ON CONFLICT DO NOTHING");
+    ExpectRefused(As("WRITER"), "INSERT INTO TW_FILE (FILE_NAME) VALUES ('NEW') RETURNING REMARKS",
+                  "read the table TW_FILE");
+    Run(As("WRITER"), "INSERT INTO TW_FILE (FILE_NAME) VALUES ('NEW')");
+    EXPECT_EQ(Rows("SELECT FILE_NAME, REMARKS FROM TW_FILE WHERE FILE_NAME IN ('ACCOUNT', 'NEW') ORDER BY 1"),
+              "ACCOUNT|\nNEW|\n");
+}
+
 TEST_F(Rights, OfUsersThatDifferInCaseAreTheirOwn)
 {
     Run("INSERT INTO TW_USER (USER_NAME) VALUES ('BOSS'), ('Boss'), ('boss')");
