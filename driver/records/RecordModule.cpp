@@ -33,11 +33,12 @@ struct Published {
     std::shared_ptr<const RecordTable> table;
     bool unfiltered = false; ///< all records, for the criteria's own statement
     Readers readers = Readers::All;
+    Spelling spelling;
 };
 
 struct VirtualTable : sqlite3_vtab {
     VirtualTable(sqlite3* engine, const Published& published)
-        : sqlite3_vtab{}, scanned{engine, published.table, published.unfiltered, false, 0, {}, {}},
+        : sqlite3_vtab{}, scanned{engine, published.table, published.unfiltered, published.spelling, false, 0, {}, {}},
           readers(published.readers)
     {
     }
@@ -329,14 +330,16 @@ int PublishAs(sqlite3* engine, const std::string& name, Published published)
 
 } // namespace
 
-int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table, Readers readers)
+int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table, Readers readers, Spelling spelling)
 {
     int answer = SQLITE_OK;
     if (table->HasCriteria())
-        answer = PublishAs(engine, table->UnfilteredName(), {table, true, Readers::Criteria});
+        answer = PublishAs(engine, table->UnfilteredName(), {table, true, Readers::Criteria, spelling});
     else
         Withdraw(engine, table->UnfilteredName());
-    return answer == SQLITE_OK ? PublishAs(engine, table->Definition().sqlName, {table, false, readers}) : answer;
+    return answer == SQLITE_OK
+               ? PublishAs(engine, table->Definition().sqlName, {table, false, readers, std::move(spelling)})
+               : answer;
 }
 
 void Withdraw(sqlite3* engine, const std::string& name)

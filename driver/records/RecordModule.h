@@ -4,6 +4,7 @@
 #include "RecordCursor.h"
 #include "TableDefinition.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -72,6 +73,9 @@ private:
     mutable std::weak_ptr<const MappedFile> m_file;
 };
 
+/// Puts a statement into a form that SQLite reads as it is meant.
+using Spelling = std::function<std::string(std::string)>;
+
 /// Whose statements may read a table.
 enum class Readers {
     All,
@@ -81,7 +85,8 @@ enum class Readers {
 /// Makes `table` readable on a connection under its name, in place of what had that name; with a criteria, under its
 /// unfiltered name too. Tables appear without a trace in the catalog's file: SQLite looks a name that it does not find
 /// there up among its modules. Statements that are already prepared keep what they have. Gives an SQLite result code.
-int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table, Readers readers = Readers::All);
+/// The criteria's own statement passes through `spelling` on its way to SQLite.
+int Publish(sqlite3* engine, const std::shared_ptr<const RecordTable>& table, Readers readers, Spelling spelling);
 
 /// Takes a name away again.
 void Withdraw(sqlite3* engine, const std::string& name);

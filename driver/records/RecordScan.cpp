@@ -159,7 +159,7 @@ Query RecordScan::Choose() const
     if (m_table.insideCriteria)
         throw RecordError("The criteria of the table " + name + " asks for the table itself.");
     try {
-        return Query(m_table.engine, Table().CriteriaStatement());
+        return Query(m_table.engine, m_table.spelling(Table().CriteriaStatement()));
     } catch (const RecordError& error) {
         throw RecordError("The criteria of the table " + name + " cannot be applied: " + error.what());
     }

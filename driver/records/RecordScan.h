@@ -30,6 +30,7 @@ struct ScannedTable {
     sqlite3* engine;
     std::shared_ptr<const RecordTable> table;
     bool unfiltered; ///< all records, whatever the criteria says: for the criteria's own statement
+    Spelling spelling;
     bool insideCriteria = false;
     int scans = 0;
     std::shared_ptr<const MappedFile> file;                          ///< what was read last, while there are scans

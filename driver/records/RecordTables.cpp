@@ -83,6 +83,8 @@ RecordTables::RecordTables(sqlite3* engine, Surroundings surroundings, BadFields
     : m_engine(engine), m_surroundings(std::move(surroundings)), m_badFields(badFields)
 {
     RegisterDecimalCollations(engine);
+    for (Query module(engine, "SELECT name FROM pragma_module_list"); module.Next();)
+        m_engines.insert(InUpperCase(module.Text(0)));
 }
 
 void RecordTables::MakeReady(std::string_view statement)
@@ -121,6 +123,8 @@ void RecordTables::MakeCriteriaReady(std::string_view criteria, Names& done)
 void RecordTables::Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers,
                          Names& done)
 {
+    if (m_engines.count(InUpperCase(name)) > 0)
+        return;
     const std::shared_ptr<const RecordTable> known = FindIn(tables, name);
     auto definition = ReadDefinition(m_engine, surroundings, name);
     if (!definition) {
@@ -131,8 +135,10 @@ void RecordTables::Renew(const std::string& name, const Surroundings& surroundin
     const std::string criteria = definition->criteria;
     if (!known || known->Definition() != *definition) {
         const auto table = std::make_shared<const RecordTable>(std::move(*definition), m_badFields, m_recentFiles);
-        if (Publish(m_engine, table, readers) != SQLITE_OK)
+        const auto spelling = [this](std::string text) { return WithExactNumbers(std::move(text)); };
+        if (Publish(m_engine, table, readers, spelling) != SQLITE_OK)
             throw RecordError(sqlite3_errmsg(m_engine));
+        m_changes.fetch_add(1, std::memory_order_release);
         const std::lock_guard lock(m_mutex);
         tables[InUpperCase(name)] = table;
     }
@@ -163,7 +169,8 @@ void RecordTables::CollectDecimals(std::string_view statement, Names& done, Name
             CollectGivenNames(view.Text(0), given);
             CollectDecimals(view.Text(0), done, columns, given);
         }
-        if (const auto table = Find(name))
+        const auto served = Find(name);
+        if (const auto table = served ? served : FindIn(m_joined, name))
             for (const Column& column : table->Definition().columns)
                 if (column.shown == Shown::Decimal)
                     columns.insert(InUpperCase(column.name));
@@ -175,6 +182,7 @@ void RecordTables::WithdrawTable(const RecordTable& table)
     const std::string name = table.Definition().sqlName;
     Withdraw(m_engine, name);
     Withdraw(m_engine, table.UnfilteredName());
+    m_changes.fetch_add(1, std::memory_order_release);
     const std::lock_guard lock(m_mutex);
     m_tables.erase(InUpperCase(name));
     m_joined.erase(InUpperCase(name));

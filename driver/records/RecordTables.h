@@ -2,6 +2,8 @@
 
 #include "RecordModule.h"
 
+#include <atomic>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -21,7 +23,10 @@ namespace tarnwick::records
 class RecordTables
 {
 public:
+    /// The object must outlive the engine's statements. Throws RecordError if SQLite cannot be asked what it has.
     RecordTables(sqlite3* engine, Surroundings surroundings, BadFields badFields);
+    RecordTables(const RecordTables&) = delete;
+    RecordTables& operator=(const RecordTables&) = delete;
 
     /// Makes ready what a statement names behind FROM, JOIN and the like, and what the views and criteria that it names
     /// ask for. A table without a definition is withdrawn; trouble with one is kept for SQLite to report when it is
@@ -32,6 +37,9 @@ public:
     /// names and that are ready, and that are too long for SQLite (see LongNumbers.h). Throws RecordError if the
     /// catalog cannot be read.
     std::string WithExactNumbers(std::string statement) const;
+
+    /// How often a table was defined anew or withdrawn: what was prepared before goes by definitions of before.
+    std::uint64_t Changes() const { return m_changes.load(std::memory_order_acquire); }
 
     /// A table that was made ready, by its name in any case; null if there is none.
     std::shared_ptr<const RecordTable> Find(std::string_view name) const;
@@ -62,6 +70,8 @@ private:
     sqlite3* m_engine;
     Surroundings m_surroundings;
     BadFields m_badFields;
+    std::atomic<std::uint64_t> m_changes{0};
+    Names m_engines; ///< of SQLite's own functions that give rows, whose place no table takes
     std::shared_ptr<RecentFiles> m_recentFiles = std::make_shared<RecentFiles>();
     Tables m_tables;
     Tables m_joined; ///< those that only criteria may read

@@ -5,6 +5,7 @@
 #include "Diagnostics.h"
 #include "Engine.h"
 #include "Lower.h"
+#include "Prepared.h"
 #include "Privileges.h"
 #include "RecordTables.h"
 #include "Registry.h"
@@ -215,6 +216,7 @@ SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle)
         return answer;
     for (SQLHSTMT statement : registry::CloseConnection(handle)) {
         rows::Forget(statement);
+        prepared::Forget(statement);
         diagnostics::Clear(SQL_HANDLE_STMT, statement);
     }
     return answer;

@@ -1,5 +1,6 @@
 #include "Diagnostics.h"
 #include "Lower.h"
+#include "Prepared.h"
 #include "Registry.h"
 #include "Rows.h"
 
@@ -26,6 +27,7 @@ SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE input, SQLHANDLE* o
     if (SQL_SUCCEEDED(answer) && type == SQL_HANDLE_STMT) {
         // A statement that went with its connection may have left something under this address.
         rows::Forget(*output);
+        prepared::Forget(*output);
         diagnostics::Clear(SQL_HANDLE_STMT, *output);
         registry::AddStatement(*output, input);
     }
@@ -39,6 +41,7 @@ SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle)
         return SQL_SUCCESS;
     if (type == SQL_HANDLE_STMT) {
         rows::Forget(handle);
+        prepared::Forget(handle);
         registry::RemoveStatement(handle);
     }
     return lower.SQLFreeHandle(type, handle);
@@ -56,6 +59,7 @@ SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT statement, SQLUSMALLINT option)
     case SQL_DROP:
         diagnostics::Clear(SQL_HANDLE_STMT, statement);
         rows::Forget(statement);
+        prepared::Forget(statement);
         registry::RemoveStatement(statement);
         break;
     default:

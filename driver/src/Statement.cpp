@@ -1,5 +1,6 @@
 #include "ByRights.h"
 #include "Lower.h"
+#include "Prepared.h"
 #include "RecordTables.h"
 #include "Registry.h"
 #include "Rewrite.h"
@@ -45,6 +46,12 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
                        [&] { return run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS); });
 }
 
+SQLRETURN SQL_API Prepare(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length)
+{
+    prepared::Keep(statement, NarrowArgument(text, length));
+    return lower.SQLPrepare(statement, text, length);
+}
+
 SQLRETURN SubmitNarrow(SQLHSTMT statement, const SQLCHAR* text, SQLINTEGER length, Run run)
 {
     std::string utf8(NarrowArgument(text, length));
@@ -75,17 +82,31 @@ SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER 
 
 SQLRETURN SQL_API SQLPrepare(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length)
 {
-    return SubmitNarrow(statement, text, length, lower.SQLPrepare);
+    return SubmitNarrow(statement, text, length, Prepare);
 }
 
 SQLRETURN SQL_API SQLPrepareW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER length)
 {
-    return SubmitWide(statement, text, length, lower.SQLPrepare);
+    return SubmitWide(statement, text, length, Prepare);
 }
 
 SQLRETURN SQL_API SQLExecute(SQLHSTMT statement)
 {
     diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    if (RefuseOutdated(statement))
+        return SQL_ERROR;
+    try {
+        if (const std::string* const text = prepared::MakeReady(statement)) {
+            std::string again = *text;
+            const SQLRETURN answer = RunByRights(statement, [&] {
+                return lower.SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(again.data()), SQL_NTS);
+            });
+            if (!SQL_SUCCEEDED(answer))
+                return answer;
+        }
+    } catch (const records::RecordError& error) {
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+    }
     return RunByRights(statement, [&] { return lower.SQLExecute(statement); });
 }
 

@@ -319,7 +319,84 @@ TEST_F(Records, APreparedStatementTakesParameters)
     EXPECT_EQ(count(), 1);
     limit = -100;
     EXPECT_EQ(count(), 3);
+    Run("UPDATE TW_TABLE SET CRITERIA = 'NO > 1' WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(count(), 2) << "a changed definition leaves the parameters";
     SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(Records, APreparedStatementGoesByTheDefinitionsOfTheMomentInWhichItRuns)
+{
+    Make("ACCOUNT", account, accounts);
+    std::string text = "SELECT NAME FROM BANK_ACCOUNT";
+    SQLHSTMT statement = client.NewStatement();
+    ASSERT_EQ(SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    const auto names = [&] {
+        EXPECT_TRUE(SQL_SUCCEEDED(SQLExecute(statement)))
+            << OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).message;
+        std::string all;
+        char name[16] = "";
+        while (SQL_SUCCEEDED(SQLFetch(statement)) &&
+               SQL_SUCCEEDED(SQLGetData(statement, 1, SQL_C_CHAR, name, sizeof name, nullptr)))
+            all += std::string(name) + "\n";
+        SQLFreeStmt(statement, SQL_CLOSE);
+        return all;
+    };
+    EXPECT_EQ(names(), "Harry\nIvy\n\n");
+    OdbcClient another;
+    Connect(another);
+    Run(another, "UPDATE TW_TABLE SET CRITERIA = 'BALANCE < 0' WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(names(), "Ivy\n");
+    Run(another, "UPDATE TW_FIELD SET LENGTH = 2 WHERE FIELD_NAME = 'NAME'");
+    EXPECT_EQ(names(), "Iv\n");
+    Run(another, "DELETE FROM TW_TABLE WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_EQ(SQLExecute(statement), SQL_ERROR);
+    EXPECT_TRUE(Holds(OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).message, "no such table"));
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(Records, AnOpenResultIsThatOfTheDefinitionByWhichItWasRead)
+{
+    Make("ACCOUNT", account, accounts);
+    SQLHSTMT statement = client.NewStatement();
+    char names[2][16] = {};
+    SQLLEN lengths[2] = {};
+    SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(SQLULEN{2}), 0);
+    SQLBindCol(statement, 1, SQL_C_CHAR, names, sizeof names[0], lengths);
+    std::string text = "SELECT NAME FROM BANK_ACCOUNT WHERE NAME <> '' ORDER BY NO DESC";
+    ASSERT_EQ(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+    EXPECT_STREQ(names[0], "Ivy");
+    OdbcClient another;
+    Connect(another);
+    Run(another, "UPDATE TW_FIELD SET LENGTH = 2 WHERE FIELD_NAME = 'NAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT WHERE NO = 1"), "Ha\n");
+    ASSERT_EQ(SQLFetchScroll(statement, SQL_FETCH_FIRST, 0), SQL_SUCCESS);
+    EXPECT_STREQ(names[1], "Harry");
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(Records, LongNumbersInACriteriaAreExactForTheColumnsOfOtherTablesToo)
+{
+    Make("SUMS", {{"NO", "ZONED-U", 1}, {"WIDE", "PACKED", 10, 2}},
+         "1\x12\x34\x56\x78\x90\x12\x34\x56\x78\x8C"
+         "2\x12\x34\x56\x78\x90\x12\x34\x56\x78\x9C"s);
+    Make("ACCOUNT", account, accounts);
+    DefineTable("CHOSEN", "ACCOUNT", "ACCOUNT.dat",
+                "BANK_CHOSEN.NO IN (SELECT NO FROM BANK_SUMS WHERE WIDE >= 12345678901234567.89)");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_CHOSEN"), "Ivy\n");
+    OdbcClient bound;
+    Connect(bound, "DefaultDatabase=BANK");
+    EXPECT_EQ(Rows(bound, "SELECT NAME FROM CHOSEN"), "Ivy\n");
+}
+
+TEST_F(Records, ATableTakesNoPlaceOfAFunctionOfTheEngine)
+{
+    Make("JSON_EACH", account, accounts);
+    OdbcClient bound;
+    Connect(bound, "DefaultDatabase=BANK");
+    bound.Execute("SELECT NAME FROM JSON_EACH");
+    EXPECT_EQ(Rows(bound, "SELECT value FROM json_each('[7, 8]')"), "7\n8\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_JSON_EACH WHERE NO = 2"), "Ivy\n");
 }
 
 TEST_F(Records, IsqlShowsThem)
