@@ -266,6 +266,22 @@ TEST(Connect, AFileInAReadOnlyFolderCanBeRead)
     ::chmod(setup.Path().c_str(), 0755);
 }
 
+TEST(Connect, AFileInAReadOnlyFolderCanBeReadBesideALogThatSomebodyLeft)
+{
+    OdbcSetup setup;
+    MakeCatalog(setup.File("a.cat"));
+    for (const char* left : {"a.cat-wal", "a.cat-shm"}) {
+        std::ofstream(setup.File(left)).flush();
+        ::chmod(setup.File(left).c_str(), 0444);
+    }
+    ::chmod(setup.Path().c_str(), 0555);
+    for (const mode_t mode : {0444, 0666}) {
+        ::chmod(setup.File("a.cat").c_str(), mode);
+        EXPECT_EQ(AsOrdinaryUser([&] { return ReadsButDoesNotWrite(setup.File("a.cat")); }), 0) << mode;
+    }
+    ::chmod(setup.Path().c_str(), 0755);
+}
+
 TEST(Connect, AFileInAReadOnlyFolderShowsWhatIsCommittedWhileOthersHaveItOpen)
 {
     OdbcSetup setup;

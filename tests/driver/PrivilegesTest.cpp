@@ -357,6 +357,23 @@ TEST_F(Rights, FunctionsThatGiveRowsAreOpenToAll)
     EXPECT_NE(Failure(nobody, "SELECT * FROM pragma_journal_mode").find("privileges"), std::string::npos);
 }
 
+TEST_F(Rights, AreNotNeededForNamesNorForWhatIsNoTableOfTheCatalog)
+{
+    Run("CREATE TABLE SHOPPING (WHAT VARCHAR(10))");
+    Run("INSERT INTO SHOPPING VALUES ('milk')");
+    Run("CREATE VIEW WANTED AS SELECT WHAT FROM SHOPPING");
+    OdbcClient& nobody = As("NOBODY");
+    EXPECT_EQ(Rows(nobody, "SELECT * FROM WANTED"), "milk\n");
+    ExpectRefused(nobody, "DELETE FROM SHOPPING", "delete from the table SHOPPING");
+    ExpectRefused(nobody, "REPLACE INTO SHOPPING VALUES ('tea')", "delete from the table SHOPPING");
+    std::vector<SQLWCHAR> name = Wide("BANK\\_OWNER");
+    const Result columns = nobody.Read([&](SQLHSTMT statement) {
+        return SQLColumnsW(statement, nullptr, 0, nullptr, 0, name.data(), SQL_NTS, nullptr, 0);
+    });
+    ASSERT_EQ(columns.rows.size(), 1u) << columns.diagnostic.message;
+    EXPECT_EQ(columns.rows[0][3], "NO");
+}
+
 TEST_F(Rights, AreToldToClientsAsTheyAre)
 {
     Run("CREATE VIEW OWNERS AS SELECT NO FROM BANK_OWNER");
