@@ -109,6 +109,14 @@ bool MappedFile::WasCut(bool now) const
     return m_wasCut;
 }
 
+std::shared_ptr<const MappedFile> RecentFiles::Find(const std::string& path) const
+{
+    for (const std::shared_ptr<const MappedFile>& kept : m_files)
+        if (kept && kept->Path() == path && kept->IsCurrent())
+            return kept;
+    return nullptr;
+}
+
 void RecentFiles::Keep(std::shared_ptr<const MappedFile> file)
 {
     for (std::shared_ptr<const MappedFile>& kept : m_files)

@@ -59,6 +59,9 @@ class RecentFiles
 public:
     static constexpr std::size_t most = 8;
 
+    /// The file that was opened at a path, if it still stands there in its size of then; else null.
+    std::shared_ptr<const MappedFile> Find(const std::string& path) const;
+
     /// Keeps a file in place of the one that stood at its path before, or else of the one that was opened first.
     void Keep(std::shared_ptr<const MappedFile> file);
 

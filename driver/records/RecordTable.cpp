@@ -112,8 +112,12 @@ std::shared_ptr<const MappedFile> RecordTable::File() const
 {
     if (auto file = m_file.lock(); file && file->IsCurrent())
         return file;
-    const auto file = MappedFile::Open(ExistingPath(m_definition));
-    m_recent->Keep(file);
+    const std::string path = ExistingPath(m_definition);
+    auto file = m_recent->Find(path);
+    if (!file) {
+        file = MappedFile::Open(path);
+        m_recent->Keep(file);
+    }
     m_file = file;
     return file;
 }

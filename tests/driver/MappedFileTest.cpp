@@ -226,6 +226,26 @@ TEST_F(ChangingFile, IsStillGuardedOnceManyOthersWereRead)
     EXPECT_EQ(sqlite3_errmsg(m_engine), "The data file '" + Path() + "' was cut while it was read.");
 }
 
+TEST_F(ChangingFile, IsMappedOnceForAllTablesOverIt)
+{
+    for (const char* table : {"TW_TABLE", "TW_COLUMN"}) {
+        const std::string name = table;
+        const std::string script = "CREATE TEMP TABLE X AS SELECT * FROM " + name +
+                                   " WHERE DATABASE_NAME = 'B'; UPDATE X SET TABLE_NAME = 'SECOND'; INSERT INTO " +
+                                   name + " SELECT * FROM X; DROP TABLE X";
+        ASSERT_EQ(sqlite3_exec(m_engine, script.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(m_engine);
+    }
+    for (const char* table : {"B_T", "B_SECOND"}) {
+        Prepare(std::string("SELECT F FROM ") + table);
+        ASSERT_EQ(Step(recordCount + 1), recordCount) << table;
+        EXPECT_EQ(OpenDataFiles(), 1u) << table;
+    }
+    Prepare("SELECT COUNT(*) FROM B_T x, B_SECOND y WHERE x.rowid = y.rowid AND x.rowid = 3");
+    ASSERT_EQ(Step(1), 1);
+    EXPECT_EQ(OpenDataFiles(), 1u);
+}
+
 TEST_F(ChangingFile, IsNotKeptInPlaceOfTheOneThatStandsThereNow)
 {
     for (int i = 0; i < 20; ++i) {
