@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 
 namespace tarnwick::prepared
 {
@@ -43,13 +42,12 @@ void Forget(SQLHSTMT statement)
 
 const std::string* MakeReady(SQLHSTMT statement)
 {
-    Text* const kept = Texts().Find(statement);
+    const Text* const kept = Texts().Find(statement);
     const auto connection = kept ? registry::ConnectionOf(statement) : nullptr;
     if (!connection)
         return nullptr;
     connection->tables->MakeReady(kept->text);
-    const std::uint64_t changes = connection->tables->Changes();
-    return std::exchange(kept->changes, changes) == changes ? nullptr : &kept->text;
+    return kept->changes == connection->tables->Changes() ? nullptr : &kept->text;
 }
 
 } // namespace tarnwick::prepared

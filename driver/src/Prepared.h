@@ -10,13 +10,13 @@
 namespace tarnwick::prepared
 {
 
-/// A statement handle is given another text: one that was prepared, or that runs at once and is not run again.
+/// The text that a statement handle prepares goes by the definitions of this moment.
 void Keep(SQLHSTMT statement, std::string_view text);
 void Forget(SQLHSTMT statement);
 
 /// Sees that the tables of a prepared statement are there as they are defined now. Gives the text that has to be
-/// prepared anew, since SQLite still goes by older definitions in what it made of it before; null if there is none.
-/// Throws RecordError if the catalog cannot be read.
+/// prepared, and kept, anew, since SQLite still goes by older definitions in what it made of it before; null if there
+/// is none. Throws RecordError if the catalog cannot be read.
 const std::string* MakeReady(SQLHSTMT statement);
 
 } // namespace tarnwick::prepared

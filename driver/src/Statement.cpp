@@ -103,6 +103,7 @@ SQLRETURN SQL_API SQLExecute(SQLHSTMT statement)
             });
             if (!SQL_SUCCEEDED(answer))
                 return answer;
+            prepared::Keep(statement, again);
         }
     } catch (const records::RecordError& error) {
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());

@@ -75,6 +75,10 @@ TEST_F(ChangedDefinitions, CountForAPreparedStatementWhenItRuns)
     Run(another, "DELETE FROM TW_TABLE WHERE TABLE_NAME = 'ACCOUNT'");
     EXPECT_EQ(SQLExecute(statement), SQL_ERROR);
     EXPECT_TRUE(Holds(OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).message, "no such table"));
+    EXPECT_EQ(SQLExecute(statement), SQL_ERROR);
+    Run(another, "INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION) VALUES "
+                 "('BANK', 'ACCOUNT', 'ACCOUNT', 'ACCOUNT.dat')");
+    EXPECT_EQ(names(), "Ha\nIv\n\n") << "it is there again";
     SQLFreeHandle(SQL_HANDLE_STMT, statement);
 }
 
