@@ -116,6 +116,7 @@ public:
     {
         setFrameShape(NoFrame);
         setFocusPolicy(Qt::NoFocus);
+        setAccessibleName(PaneForm::tr("Description"));
         setWidgetResizable(true);
         setWidget(&text);
         text.setAutoFillBackground(false);
@@ -132,9 +133,8 @@ protected:
             show();
         if (watched == &m_text && event->type() == QEvent::HideToParent)
             hide();
-        // The pane is amid its own layout.
         if (watched != &m_text && (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
-            QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+            fitLater();
         return QScrollArea::eventFilter(watched, event);
     }
 
@@ -142,6 +142,8 @@ protected:
     {
         if (event->type() == QEvent::LayoutRequest)
             fit();
+        if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
+            fitLater();
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
             viewport()->update();
         return QScrollArea::event(event);
@@ -158,29 +160,35 @@ protected:
     }
 
 private:
+    /// The pane is amid its own layout.
+    void fitLater() { QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest)); }
+
     void fit()
     {
         const int width = m_pane.width() - 4 * unit;
         const int widest = m_text.minimumSizeHint().width();
-        int wanted = m_text.heightForWidth(width);
-        if (wanted > 0 && widest > width)
-            wanted += horizontalScrollBar()->sizeHint().height();
+        const int wanted = m_text.heightForWidth(std::max(width, widest));
+        const auto barBelow = [&](int room) {
+            return wanted > 0 && widest > room ? horizontalScrollBar()->sizeHint().height() : 0;
+        };
         const int left = m_pane.height() - y() - m_body.sizeHint().height();
         const int room = std::max(left, m_pane.height() / 3) - unit;
-        const bool scrolls = wanted > room;
-        const int besideBar = scrolls ? width - verticalScrollBar()->sizeHint().width() : width;
+        const bool scrolls = wanted + barBelow(width) > room;
+        const int bar = barBelow(scrolls ? width - verticalScrollBar()->sizeHint().width() : width);
         const int line = m_text.fontMetrics().lineSpacing();
         verticalScrollBar()->setSingleStep(line);
         setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
+        if (!scrolls && hasFocus())
+            focusNextChild();
         // Bars as needed would stay on when the area grows with its text.
         setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-        setHorizontalScrollBarPolicy(widest > besideBar ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+        setHorizontalScrollBarPolicy(bar > 0 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
         // The last line that shows is a whole one.
-        const int height = scrolls ? std::max(room / line, 1) * line : wanted;
+        const int height = bar + (scrolls ? std::max((room - bar) / line, 1) * line : wanted);
+        m_row.setContentsMargins(2 * unit, 0, 2 * unit, height > 0 && !isHidden() ? unit : 0);
         if (height == maximumHeight())
             return;
         setFixedHeight(height);
-        m_row.setContentsMargins(2 * unit, 0, 2 * unit, height > 0 ? unit : 0);
         // At once: the pane would be painted as it was before otherwise.
         m_pane.layout()->invalidate();
         m_pane.layout()->activate();

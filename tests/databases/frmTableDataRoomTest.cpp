@@ -62,9 +62,10 @@ protected:
     /// The pane has no scroll bar for nothing, and none at all.
     void expectAllInView() const
     {
-        for (const auto* area : window->currentPane()->findChildren<QScrollArea*>(Qt::FindDirectChildrenOnly)) {
-            if (area == &placeOfStatement())
-                continue;
+        QList<QScrollArea*> areas = window->currentPane()->findChildren<QScrollArea*>(Qt::FindDirectChildrenOnly);
+        areas.removeOne(&placeOfStatement());
+        EXPECT_EQ(areas.size(), 1);
+        for (const QScrollArea* area : areas) {
             EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
             EXPECT_FALSE(area->verticalScrollBar()->isVisible());
             EXPECT_EQ(area->widget()->size(), area->viewport()->size());
@@ -131,14 +132,17 @@ TEST_F(TableDataRoom, AStatementThatScrollsIsReadWithTheKeys)
     const int line = statement().fontMetrics().lineSpacing();
     EXPECT_EQ(place.viewport()->height() % line, 0);
     ASSERT_EQ(place.focusPolicy(), Qt::StrongFocus);
+    EXPECT_EQ(place.accessibleName(), u"Description"_s);
     place.setFocus();
     QTest::keyClick(&place, Qt::Key_Down);
     EXPECT_EQ(place.verticalScrollBar()->value(), line);
     QTest::keyClick(&place, Qt::Key_Tab);
     EXPECT_FALSE(place.hasFocus());
 
+    place.setFocus();
     resize({800, 2400});
     EXPECT_FALSE(statementScrolls());
+    EXPECT_FALSE(place.hasFocus());
     EXPECT_EQ(place.focusPolicy(), Qt::NoFocus);
 }
 
@@ -154,6 +158,8 @@ TEST_F(TableDataRoom, AWordThatIsWiderThanThePaneIsReachedToo)
     EXPECT_GE(statement().width(), statement().fontMetrics().horizontalAdvance(QString(300, u'W')));
     EXPECT_EQ(place.horizontalScrollBar()->maximum(), statement().width() - place.viewport()->width());
     EXPECT_TRUE(place.horizontalScrollBar()->isVisible());
+    EXPECT_FALSE(statementScrolls());
+    EXPECT_TRUE(statementCanBeReached());
     EXPECT_LE(grid().width(), window->currentPane()->width());
 }
 

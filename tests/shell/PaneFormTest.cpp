@@ -106,6 +106,9 @@ TEST_F(PanesLook, TheClassicStyleStretchesTheListOverTheFreedSpace)
     const QRect classic = inPane(pane, *pane.lvw);
     EXPECT_LT(classic.top(), web.top());
     EXPECT_EQ(classic.bottom(), web.bottom());
+    pane.lblDescription()->clear();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(inPane(pane, *pane.lvw), classic);
 }
 
 TEST_F(PanesLook, TheStyleIsThatOfTheTimeOfLoading)
