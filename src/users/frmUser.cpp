@@ -106,7 +106,7 @@ void frmUser::updateRow()
 /// The user stands under each database and table that it has rights on.
 void frmUser::renameNodes(const QString& from, const QString& to)
 {
-    // The tree may yield, and by then the pane show another user, or this one's datasource be disconnected.
+    // The tree may yield, and by then the pane show another user.
     const QString owner = datasource();
     const auto privilegesOf = [&](const QString& select) -> std::unique_ptr<dao::Recordset> {
         const CConnection* connection = CConnections::instance().find(owner);
