@@ -27,12 +27,15 @@ utf8_locale() {
     esac
 }
 
-# Makes a folder for what tests and benchmarks write, and prints its path. It lies in memory where there is room: a
-# catalog writes each of its statements through to the disk, which takes longer than all else and never the same time.
+# Makes a folder for what tests and benchmarks write, and prints its path: below TMPDIR where that is set, else in memory
+# where there is room. A catalog writes each of its statements through to the disk, which takes longer than all else and
+# never the same time.
 scratch_folder() {
-    local parent=${TMPDIR:-/tmp} room
+    local parent=${TMPDIR:-/tmp} room options
     room=$(df --output=avail --block-size=1M /dev/shm 2>/dev/null | tail -n 1) || room=0
-    if [[ -w /dev/shm ]] && ((room >= 2048)); then
+    # Some tests make programs and run them.
+    options=$(findmnt --noheadings --output OPTIONS --target /dev/shm 2>/dev/null) || options=noexec
+    if [[ -z ${TMPDIR:-} && -w /dev/shm && ,$options, != *,noexec,* ]] && ((room >= 2048)); then
         parent=/dev/shm
     fi
     mktemp -d -p "$parent"
