@@ -236,6 +236,11 @@ bool FieldDecoder::MayEndEarly() const
     return IsCharacters(m_type.kind) || (m_type.kind == Kind::Digits && m_type.sign == Sign::InFront);
 }
 
+bool FieldDecoder::MayBeCut() const
+{
+    return IsCharacters(m_type.kind) && (m_shown == Shown::Text || m_shown == Shown::Bytes);
+}
+
 MomentPart FieldDecoder::Part() const
 {
     if (m_shown == Shown::Date)

@@ -86,6 +86,10 @@ public:
     /// Whether a record may end inside the field, as lines do whose blanks at the end were left out.
     bool MayEndEarly() const;
 
+    /// Whether what is there of the field is shown where the file was cut inside it: the beginning of a text is, that
+    /// of a number or a date may be another one.
+    bool MayBeCut() const;
+
 private:
     struct Decimal;
     using Read = const char* (FieldDecoder::*)(std::string_view, Value&, std::string&) const;

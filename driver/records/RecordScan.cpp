@@ -78,9 +78,8 @@ const char* RecordScan::Decode(std::size_t column, Value& value)
         return nullptr;
     }
     const std::string_view bytes = record.substr(field.offset, field.length);
-    const char* const reason = bytes.size() < field.length && !decoder.MayEndEarly()
-                                   ? "the record ends inside the field"
-                                   : decoder.Decode(bytes, value, m_room);
+    const bool mayEnd = bytes.size() >= field.length || (m_isCut ? decoder.MayBeCut() : decoder.MayEndEarly());
+    const char* const reason = mayEnd ? decoder.Decode(bytes, value, m_room) : "the record ends inside the field";
     if (m_file->HasZeros())
         RefuseCutFile(true);
     return reason;
@@ -90,10 +89,11 @@ void RecordScan::StepRecord()
 {
     using Step = RecordCursor::Step;
     const Step step = m_records->Next();
-    m_isAtEnd = step == Step::End || (step == Step::Short && m_records->MayBeEmpty());
+    m_isCut = step == Step::Short;
+    m_isAtEnd = step == Step::End || (m_isCut && m_records->MayBeEmpty());
     if (step != Step::Record || m_records->Number() % askedEach == 0)
         RefuseCutFile(step != Step::Record);
-    if (step == Step::Corrupt || (step == Step::Short && Table().WhenBad() == BadFields::Error))
+    if (step == Step::Corrupt || (m_isCut && Table().WhenBad() == BadFields::Error))
         throw RecordError(Place() + ": " + m_records->Reason() + ".");
 }
 
@@ -124,7 +124,8 @@ void RecordScan::GoTo(const KeyIndex::Place& place)
 {
     using Step = RecordCursor::Step;
     const Step step = m_records->Seek(place.position, place.number);
-    const bool isRecord = step == Step::Record || (step == Step::Short && Table().WhenBad() == BadFields::Null);
+    m_isCut = step == Step::Short;
+    const bool isRecord = step == Step::Record || (m_isCut && Table().WhenBad() == BadFields::Null);
     if (isRecord && m_records->Position() == place.position)
         return;
     RefuseCutFile(true);

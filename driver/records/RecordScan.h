@@ -83,6 +83,7 @@ private:
     std::optional<Query> m_chosen;                      ///< the records that meet the criteria
     std::optional<std::deque<KeyIndex::Place>> m_found; ///< those of an index that are not read yet
     bool m_isAtEnd = true;
+    bool m_isCut = false; ///< the record, by the file's end
     std::string m_room;
 };
 

@@ -52,6 +52,36 @@ TEST_F(RecordFiles, WhatIsThereOfACutLastRecordIsReadWithoutItsHead)
     }
 }
 
+TEST_F(RecordFiles, WhatIsThereOfANumberOrADateIsNoneWhereTheFileIsCut)
+{
+    const std::vector<FieldRow> fields = {{"NO", "ZONED-U", 2}, {"N", "NUMERIC", 4}};
+    Make("PLAIN", fields,
+         "01123402"
+         "56");
+    Make("COUNTED", fields, "\x06\x00"s + "011234" + "\x06\x00"s + "0256", "SEQUENTIAL", "VARIABLE", "COUNTED-2");
+    for (const std::string table : {"BANK_PLAIN", "BANK_COUNTED"}) {
+        EXPECT_EQ(Rows(lenient, "SELECT * FROM " + table), "1|1234\n2|~\n") << table;
+        EXPECT_EQ(Rows(lenient, "SELECT NO FROM " + table + " WHERE N = 56"), "") << table;
+        EXPECT_EQ(Rows(lenient, "SELECT a.NO, b.N FROM " + table + " a LEFT JOIN " + table + " b ON a.NO = b.NO"),
+                  "1|1234\n2|~\n")
+            << table;
+        EXPECT_EQ(Rows(lenient, "SELECT a.NO FROM " + table + " a JOIN " + table + " b ON b.N = a.NO + 54"), "")
+            << table;
+    }
+    DefineTable("SOME", "PLAIN", "PLAIN.dat", "BANK_SOME.NO = 2");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_SOME"), "2|~\n");
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'VARCHAR' WHERE TABLE_NAME = 'PLAIN' AND FIELD_NAME = 'N'");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_PLAIN"), "1|1234\n2|~\n");
+    Make("WORDS", {{"NO", "ZONED-U", 2}, {"N", "STRING", 4}},
+         "01123402"
+         "56");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_WORDS"), "1|1234\n2|56\n");
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'INTEGER' WHERE TABLE_NAME = 'WORDS' AND FIELD_NAME = 'N'");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_WORDS"), "1|1234\n2|~\n");
+    Make("LINES", fields, "011234\n0256", "SEQUENTIAL", "VARIABLE");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_LINES"), "1|1234\n2|56\n") << "the last line needs no newline";
+}
+
 TEST_F(RecordFiles, WhatIsKnownToBeNoRecordIsNoneWhereTheFileIsCut)
 {
     Make("LONGER", worded, "\x08\0\0\0"s + "01abcdef" + "\0\0\0\0"s + "..", "RELATIVE", "FIXED", "SLOT-4");
