@@ -31,11 +31,6 @@ bool IsOperator(const Token& token)
     return token.kind == Token::Kind::Punctuation && token.text.find_first_of("+-*/%|&~<>=!") == 0;
 }
 
-bool IsWord(const Token& token, std::string_view word)
-{
-    return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
-}
-
 bool IsName(const Token& token)
 {
     return token.kind == Token::Kind::Name || token.kind == Token::Kind::String ||
@@ -45,7 +40,7 @@ bool IsName(const Token& token)
 /// A name without its quotes, in upper case.
 std::string NameIn(const Token& token)
 {
-    return InUpperCase(token.kind == Token::Kind::Word ? token.text : token.text.substr(1, token.text.size() - 2));
+    return InUpperCase(BareName(token));
 }
 
 /// Reads the names that a statement gives to columns of its own.
@@ -133,8 +128,9 @@ public:
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
             if (IsWordThere(i, "json_each") || IsWordThere(i, "json_tree"))
                 ReadJson(i);
+        FindAssigned();
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
-            if (IsDecimalColumn(i)) {
+            if (IsDecimalColumn(i) && m_assigned.count(i) == 0) {
                 if (IsOperand(i))
                     ReadReversed(i);
                 else
@@ -193,6 +189,28 @@ private:
         i += IsWordThere(i + 1, "AS") ? 2 : 1;
         if (i < m_tokens.size() && IsName(m_tokens[i]))
             m_jsonTables.insert(NameIn(m_tokens[i]));
+    }
+
+    /// Notes the columns to which SET gives values: their `=` compares nothing.
+    void FindAssigned()
+    {
+        for (std::size_t i = 0; i < m_tokens.size(); ++i)
+            if (IsWordThere(i, "SET"))
+                ReadAssignments(i + 1);
+    }
+
+    void ReadAssignments(std::size_t i)
+    {
+        m_assigned.insert(i);
+        for (int depth = 0; i < m_tokens.size() && depth >= 0; ++i) {
+            depth += IsThere(i, "(") ? 1 : IsThere(i, ")") ? -1 : 0;
+            if (depth != 0)
+                continue;
+            if (IsWordThere(i, "WHERE") || IsWordThere(i, "FROM") || IsWordThere(i, "RETURNING") || IsThere(i, ";"))
+                return;
+            if (IsThere(i, ","))
+                m_assigned.insert(i + 1);
+        }
     }
 
     /// Whether the column, qualified or not, is what an operator in front of it takes. The comparison behind it is not
@@ -303,7 +321,8 @@ private:
             digits += IsThere(i, ".") ? 0 : m_tokens[i].text.size();
             ++i;
         }
-        const bool isOneNumber = begin == first || (begin < i && Touches(begin));
+        const bool goesOn = begin < i && i < m_tokens.size() && m_tokens[i].kind == Token::Kind::Word && Touches(i);
+        const bool isOneNumber = !goesOn && (begin == first || (begin < i && Touches(begin)));
         const bool isCalculated = i < m_tokens.size() && IsOperator(m_tokens[i]) && !IsComparison(i);
         if (digits > exactRealDigits && isOneNumber && !isCalculated) {
             const char* const from = m_tokens[first].text.data();
@@ -322,6 +341,7 @@ private:
     const Test& m_isDecimal;
     const Names& m_given;
     Names m_jsonTables;
+    std::set<std::size_t> m_assigned;
     std::map<const char*, Number> m_numbers;
 };
 
@@ -357,7 +377,10 @@ std::string QuoteLongNumbers(std::string statement, const std::function<bool(con
     const char* copied = statement.data();
     for (const auto& [place, number] : comparisons.Numbers()) {
         const bool isDecimalText = number.literal == Literal::Decimal;
-        quoted.append(copied, place).append(isDecimalText ? "CAST('" : "'").append(number.text);
+        quoted.append(copied, place);
+        if (!quoted.empty() && IsWordCharacter(quoted.back()))
+            quoted += ' ';
+        quoted.append(isDecimalText ? "CAST('" : "'").append(number.text);
         quoted.append(isDecimalText ? "' AS TEXT) COLLATE TARNWICK_LITERAL" : "'");
         copied = place + number.text.size();
     }

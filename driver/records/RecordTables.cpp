@@ -20,11 +20,6 @@ constexpr const char* viewQuestion =
     "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE UNION ALL "
     "SELECT sql FROM sqlite_temp_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE";
 
-bool IsWord(const Token& token, std::string_view word)
-{
-    return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
-}
-
 bool IsTableWord(const Token& token)
 {
     for (const char* word : {"FROM", "JOIN", "INTO", "UPDATE", "TABLE", "IN"})

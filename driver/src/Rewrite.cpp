@@ -31,11 +31,6 @@ bool MayHoldMisplacedWhere(std::string_view statement)
     return order != std::string_view::npos && FindIgnoringCase(statement, "WHERE", order) != std::string_view::npos;
 }
 
-bool IsWord(const Token& token, std::string_view word)
-{
-    return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
-}
-
 bool HasUnterminated(const std::vector<Token>& tokens)
 {
     return !tokens.empty() && tokens.back().kind == Token::Kind::Unterminated;

@@ -1,9 +1,18 @@
 #include "Tokenizer.h"
 
+#include "Text.h"
+
 #include <algorithm>
 
 namespace tarnwick
 {
+
+bool IsWordCharacter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '$' ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
 namespace
 {
 
@@ -13,12 +22,6 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 bool IsBlank(char c)
 {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
-}
-
-bool IsWordCharacter(char c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '$' ||
-           static_cast<unsigned char>(c) >= 0x80;
 }
 
 /// Reads one statement from left to right.
@@ -119,6 +122,11 @@ private:
 std::vector<Token> Tokenize(std::string_view statement)
 {
     return Scanner(statement).Run();
+}
+
+bool IsWord(const Token& token, std::string_view word)
+{
+    return token.kind == Token::Kind::Word && EqualIgnoringCase(token.text, word);
 }
 
 std::string BareName(const Token& token)

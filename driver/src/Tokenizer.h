@@ -27,6 +27,12 @@ struct Token {
 /// ends at the next `#` of the same line.
 std::vector<Token> Tokenize(std::string_view statement);
 
+/// Whether the token is a keyword, in any case.
+bool IsWord(const Token& token, std::string_view word);
+
+/// Whether a byte goes on with a keyword, a bare name or a number that ends in front of it.
+bool IsWordCharacter(char c);
+
 /// The name that a token gives, without its quotes: a doubled quote inside stands for one, brackets have none. A string
 /// is a name where only a name can stand.
 std::string BareName(const Token& token);

@@ -53,6 +53,17 @@ TEST(LongNumbers, AreQuotedWhereADecimalColumnIsComparedWithThem)
          "WIDE IN ((SELECT 1 WHERE WIDE > #12345678901234567#), '12345678901234568') OR WIDE = #12345678901234569#"},
         {"WIDE IN (1) AND x IN (1, 12345678901234567)", "WIDE IN (1) AND x IN (1, 12345678901234567)"},
         {"NOT b.x.WIDE < 12345678901234567", "NOT b.x.WIDE < #12345678901234567#"},
+        {"WIDE BETWEEN-12345678901234567 AND-1234567890123456",
+         "WIDE BETWEEN #-12345678901234567# AND #-1234567890123456#"},
+        {"WIDE BETWEEN.12345678901234567 AND 1", "WIDE BETWEEN #.12345678901234567# AND 1"},
+        {"WIDE IS-12345678901234567", "WIDE IS #-12345678901234567#"},
+        {"WHERE-12345678901234567<WIDE", "WHERE #-12345678901234567#<WIDE"},
+        {"UPDATE T SET N = (SELECT 1, 2 WHERE WIDE = 12345678901234567), WIDE = 12345678901234568 WHERE WIDE = "
+         "12345678901234569, WIDE = 12345678901234569",
+         "UPDATE T SET N = (SELECT 1, 2 WHERE WIDE = #12345678901234567#), WIDE = 12345678901234568 WHERE WIDE = "
+         "#12345678901234569#, WIDE = #12345678901234569#"},
+        {"UPDATE T SET N = WIDE = 12345678901234567", "UPDATE T SET N = WIDE = 12345678901234567"},
+        {"UPDATE T SET N = (WIDE = 12345678901234567)", "UPDATE T SET N = (WIDE = #12345678901234567#)"},
     };
     for (const auto& statement : statements)
         EXPECT_EQ(Quoted(statement[0]), WithDecimals(statement[1]));
@@ -91,10 +102,23 @@ TEST(LongNumbers, AreLeftAsTheyAreAnywhereElse)
                                   "= WIDE",
                                   "WIDE IS NOT NULL",
                                   "WIDE = 1234567890123456e1",
+                                  "WIDE > 1234567890123456.5e2",
+                                  "WIDE > -1234567890123456.e+2",
+                                  "WIDE IN (1234567890123456.5e-2)",
+                                  "UPDATE T SET WIDE = 12345678901234567 WHERE NO = 1",
+                                  "UPDATE T SET NO = 1, [wide] = 12345678901234567 RETURNING NO",
+                                  "INSERT INTO T VALUES (1) ON CONFLICT DO UPDATE SET WIDE = 12345678901234567",
                                   "WIDE = 12345678901234567 % 5",
                                   "WIDE = 12345678901234567 || 'x'",
                                   "12345678901234567 12345678901234567 WIDE"})
         EXPECT_EQ(Quoted(statement), statement);
+}
+
+TEST(LongNumbers, AreFoundWhereTheColumnsNameHasQuotesInIt)
+{
+    const auto isDecimal = [](const std::string& name) { return name == "A\"B"; };
+    EXPECT_EQ(QuoteLongNumbers("\"a\"\"b\" = 12345678901234567", isDecimal),
+              WithDecimals("\"a\"\"b\" = #12345678901234567#"));
 }
 
 TEST(LongNumbers, StayNumbersInTheListsOfWhatIsGivenTheName)
