@@ -9,6 +9,9 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <regex>
+
 namespace tarnwick::records
 {
 namespace
@@ -61,6 +64,59 @@ std::optional<std::string> Spelled(sqlite3* engine, const std::string& user)
     return name.Next() ? std::optional(name.Text(0)) : std::nullopt;
 }
 
+/// Whether the library below takes anything out of a statement: braces, with the word behind the first. It knows no
+/// comments, and of the quotes only `'` and `"`. From an escape that is a date, a time or both it leaves just that.
+bool HoldsEscape(std::string_view statement)
+{
+    static const std::regex moment(R"(^\{ *(d|t|ts) *'[-0-9:. ]*' *\})", std::regex::icase);
+    char quote = '\0';
+    for (std::size_t i = 0; i < statement.size(); ++i) {
+        const char c = statement[i];
+        if (quote != '\0') {
+            quote = c == quote ? '\0' : quote;
+        } else if (c == '\'' || c == '"') {
+            quote = c;
+        } else if (c == '{') {
+            std::cmatch found;
+            const char* const at = statement.data() + i;
+            if (!std::regex_search(at, statement.data() + std::min(statement.size(), i + 64), found, moment))
+                return true;
+            i += static_cast<std::size_t>(found.length()) - 1;
+        }
+    }
+    return false;
+}
+
+/// Whether a statement only reads, whatever is taken out of it: it begins as a query, and nothing can follow that.
+bool StaysQuery(std::string_view statement)
+{
+    constexpr const char* blanks = " \t\r\n";
+    const std::size_t begin = statement.find_first_not_of(blanks);
+    const std::size_t semicolon = statement.find(';');
+    return begin != std::string_view::npos && StartsWithIgnoringCase(statement.substr(begin), "SELECT") &&
+           (semicolon == std::string_view::npos ||
+            statement.find_first_not_of("; \t\r\n", semicolon) == std::string_view::npos);
+}
+
+/// Whether SQLite reads the text on from one of the tokens in another way: a `#` that no other one closes begins a
+/// parameter, and a parameter with a parenthesis right behind its name goes on to the next one, over any quote.
+bool HoldsHiddenParameter(std::string_view statement, const std::vector<Token>& tokens)
+{
+    return std::any_of(tokens.begin(), tokens.end(), [&](const Token& token) {
+        if (token.text != "(")
+            return token.kind == Token::Kind::Unterminated && token.text.front() == '#';
+        const auto place = static_cast<std::size_t>(token.text.data() - statement.data());
+        for (std::size_t i = place; i > 0; --i) {
+            const char c = statement[i - 1];
+            if (c == '$' || c == '@' || c == ':' || c == '#')
+                return true;
+            if (!IsWordCharacter(c))
+                break;
+        }
+        return false;
+    });
+}
+
 /// Makes SQLite acquainted with a function that gives rows. It declares the function's columns at its first use on a
 /// connection, which to an authorizer looks like the making of a table.
 void Introduce(sqlite3* engine, const std::string& function)
@@ -81,11 +137,13 @@ Privileges::Privileges(sqlite3* engine, std::string user, Locate locate)
         return;
     const auto name = Spelled(engine, m_user);
     m_mayDoEverything = EqualIgnoringCase(m_user, administrator) && name != m_user;
-    if (name && !m_mayDoEverything)
-        ReadRights(*name);
+    if (!name || m_mayDoEverything)
+        return;
+    m_user = *name;
+    ReadRights();
 }
 
-void Privileges::ReadRights(const std::string& name)
+void Privileges::ReadRights()
 {
     const auto read = [](const Query& row) {
         return Rights{{row.Number(2) != 0, row.Number(3) != 0, row.Number(4) != 0, row.Number(5) != 0}};
@@ -93,7 +151,7 @@ void Privileges::ReadRights(const std::string& name)
     for (Query row(m_engine,
                    "SELECT DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE"
                    "  FROM TW_DBPRV WHERE USER_NAME = ?1",
-                   {name});
+                   {m_user});
          row.Next();) {
         m_databases[row.Text(0)] = read(row);
         m_byTable[row.Text(0)] = EqualIgnoringCase(row.Text(1), "TABLE");
@@ -101,7 +159,7 @@ void Privileges::ReadRights(const std::string& name)
     for (Query row(m_engine,
                    "SELECT DATABASE_NAME, TABLE_NAME, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, ALLOW_DELETE"
                    "  FROM TW_TBLPRV WHERE USER_NAME = ?1",
-                   {name});
+                   {m_user});
          row.Next();)
         m_tables[{row.Text(0), row.Text(1)}] = read(row);
 }
@@ -137,6 +195,14 @@ std::string Privileges::RefusalToReplace(std::string_view statement) const
     if (m_mayDoEverything)
         return {};
     const std::vector<Token> tokens = Tokenize(statement);
+    if (HoldsEscape(statement) && !StaysQuery(statement)) {
+        Refuse("use an escape in braces in a statement that is no plain SELECT");
+        return TakeRefusal();
+    }
+    if (HoldsHiddenParameter(statement, tokens)) {
+        Refuse("run a statement with an unclosed # or with a parameter that a parenthesis follows");
+        return TakeRefusal();
+    }
     const auto isAt = [&](std::size_t i, const char* word) {
         return i < tokens.size() && EqualIgnoringCase(tokens[i].text, word);
     };

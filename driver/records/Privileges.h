@@ -33,7 +33,7 @@ public:
     /// Holds the statements of the connection to the rights from now on. The object must outlive the connection.
     void Guard();
 
-    /// Whose rights they are.
+    /// Whose rights they are, as the catalog spells the name if it knows it.
     std::string User() const;
 
     bool MayDoEverything() const { return m_mayDoEverything; }
@@ -43,6 +43,7 @@ public:
 
     /// Why a statement is refused that may put rows in place of others: SQLite removes those without asking whether
     /// that is allowed. Empty if it is not refused, or does nothing of the kind. The tables that it names are ready.
+    /// A statement that SQLite may come to read otherwise than it is read here is refused too.
     std::string RefusalToReplace(std::string_view statement) const;
 
     /// Why the last statement of this thread was refused, in a whole sentence that holds the word "privileges"; empty
@@ -55,7 +56,7 @@ private:
         bool allowed[4] = {};
     };
 
-    void ReadRights(const std::string& name);
+    void ReadRights();
     static int Authorize(void* self, int action, const char* first, const char* second, const char* database,
                          const char* trigger);
     bool MayUse(Right right, std::string_view name) const;

@@ -202,6 +202,59 @@ TEST_F(Rights, ToDeleteAreNeededToPutARowInPlaceOfAnother)
     EXPECT_EQ(Rows("SELECT REMARKS FROM TW_FILE WHERE FILE_NAME = 'NEWER'"), "kept\n");
 }
 
+TEST_F(Rights, ToDeleteAreNotGotRoundByWhatIsReadOtherwiseBelow)
+{
+    Run("INSERT INTO TW_DBPRV (USER_NAME, DATABASE_NAME, SECURITY_LEVEL, ALLOW_SELECT, ALLOW_INSERT, ALLOW_UPDATE, "
+        "ALLOW_DELETE) VALUES ('MAKER', 'TW', 'DATABASE', 1, 1, 1, 0)");
+    const std::string before = Rows("SELECT * FROM TW_FILE ORDER BY 1");
+    const std::string into = "INTO TW_FILE (FILE_NAME, REMARKS) ";
+    const std::string row = "VALUES ('ACCOUNT', 'replaced')";
+    const std::string statements[] = {
+        "INSERT OR {oj REPLACE} " + into + row,
+        "{oj REPL}ACE " + into + row,
+        "{oj SELECT} /* ' */ 1",
+        "UPDATE {oj OR REPLACE} TW_FILE SET FILE_NAME = 'OWNER' WHERE FILE_NAME = 'ACCOUNT'",
+        "/* {a*/ ` } */ REPLACE " + into + row + " --`",
+        "/* {a*/ SELECT ` } */ REPLACE " + into + row + " --`",
+        "SELECT 1 /* ' */; /* ' */ INSERT OR {oj REPLACE} " + into + row,
+        "SELECT 1 AS {`x a} /* ' */ ; REPLACE " + into + row + " /* ' */ --`",
+        "WITH x AS (SELECT #a) REPLACE " + into + "VALUES ('ACCOUNT', ?2)",
+        "WITH x AS (SELECT x#a) REPLACE " + into + "VALUES ('ACCOUNT', #b)",
+        "WITH x AS (SELECT $a(')) REPLACE " + into + "SELECT 'ACCOUNT', $b(')",
+        "WITH x AS (SELECT @a::b(\")) REPLACE " + into + "SELECT 'ACCOUNT', :b(\")"};
+    for (const std::string& statement : statements) {
+        OdbcClient& maker = As("MAKER");
+        for (const Result& result : {maker.Execute(statement), maker.Prepared(statement)}) {
+            EXPECT_EQ(result.diagnostic.state, "42000") << statement;
+            EXPECT_NE(result.diagnostic.message.find("The user MAKER does not have the privileges to "),
+                      std::string::npos)
+                << statement << ": " << result.diagnostic.message;
+        }
+    }
+    EXPECT_EQ(Rows("SELECT * FROM TW_FILE ORDER BY 1"), before);
+
+    SQLHSTMT statement = As("MAKER").NewStatement();
+    std::string text = "WITH x AS (SELECT #a) REPLACE INTO TW_FILE (FILE_NAME, REMARKS) VALUES (?2, ?2)";
+    EXPECT_EQ(SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_ERROR);
+    EXPECT_NE(OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).message.find("privileges"), std::string::npos);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(Rights, LeaveEscapesThatChangeNoStatement)
+{
+    Run("UPDATE TW_DBPRV SET ALLOW_INSERT = 1 WHERE USER_NAME = 'CLERK'");
+    OdbcClient& clerk = As("CLERK");
+    EXPECT_EQ(Rows(clerk, "SELECT a.FILE_NAME FROM {oj TW_FILE a LEFT OUTER JOIN TW_DB d ON a.FILE_NAME = "
+                          "d.DATABASE_NAME} WHERE a.FILE_NAME LIKE 'ACC%';"),
+              "ACCOUNT\n");
+    Run(clerk, "INSERT INTO TW_FILE (FILE_NAME, REMARKS) VALUES ({d '2020-01-02'}, '{oj REPLACE} #(')");
+    Run(clerk, "UPDATE TW_FILE SET REMARKS = REMARKS || { TS '2020-01-02 03:04:05' } WHERE FILE_NAME LIKE '2020%'");
+    EXPECT_EQ(Rows("SELECT FILE_NAME, REMARKS FROM TW_FILE WHERE FILE_NAME LIKE '2020%'"),
+              "2020-01-02|{oj REPLACE} #(2020-01-02 03:04:05\n");
+    EXPECT_NE(Failure(clerk, "INSERT INTO TW_FILE (FILE_NAME) VALUES ('x").find("unrecognized token"),
+              std::string::npos);
+}
+
 TEST_F(Rights, HoldForWhatAViewAndACriteriaBecomeAfterConnecting)
 {
     Run("CREATE VIEW SEEN AS SELECT NO FROM BANK_ACCOUNT");
@@ -396,6 +449,7 @@ TEST_F(Rights, AreToldToClientsAsTheyAre)
     EXPECT_EQ(told(As("TELLER"), "%"), "BANK_ACCOUNT TELLER SELECT\n");
     EXPECT_EQ(told(As("AUDITOR"), "%"),
               "BANK_ACCOUNT AUDITOR SELECT\nBANK_OWNER AUDITOR SELECT\nOWNERS AUDITOR SELECT\n");
+    EXPECT_EQ(told(As("auditor"), "%OWNER"), "BANK_OWNER AUDITOR SELECT\n") << "the user whose rights they are";
     EXPECT_EQ(told(As("NOBODY"), "%"), "");
     EXPECT_EQ(As("ADMIN").Info(SQL_ACCESSIBLE_TABLES), "Y");
     EXPECT_EQ(As("CLERK").Info(SQL_ACCESSIBLE_TABLES), "N");
