@@ -112,8 +112,9 @@ private:
 
 /// What takes the place of a number.
 enum class Literal {
-    Text,    ///< its digits: the column in front of an IN says how they are compared
-    Decimal, ///< its digits with what makes even a floating point number compare with them by its value
+    Text,    ///< its digits: the column says how they are compared
+    Decimal, ///< its digits with what makes even a floating point number compare with them as a number
+    Either,  ///< its digits where the column's value is a text, and else the number
 };
 
 /// Reads the comparisons of a statement.
@@ -122,8 +123,8 @@ class Comparisons
 public:
     using Test = std::function<bool(const std::string&)>;
 
-    Comparisons(std::string_view statement, const Test& isDecimal, const Names& given)
-        : m_tokens(Tokenize(statement)), m_isDecimal(isDecimal), m_given(given)
+    Comparisons(std::string_view statement, const Test& isDecimal, const Namesakes& namesakes)
+        : m_tokens(Tokenize(statement)), m_isDecimal(isDecimal), m_namesakes(namesakes)
     {
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
             if (IsWordThere(i, "json_each") || IsWordThere(i, "json_tree"))
@@ -131,6 +132,7 @@ public:
         FindAssigned();
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
             if (IsDecimalColumn(i) && m_assigned.count(i) == 0) {
+                m_column = Between(BeginOfName(i), i + 1);
                 if (IsOperand(i))
                     ReadReversed(i);
                 else
@@ -141,6 +143,7 @@ public:
     struct Number {
         std::string_view text;
         Literal literal;
+        std::string_view column; ///< with which it is compared, as it stands there
     };
 
     /// The numbers to be replaced, by where they stand in the statement.
@@ -165,7 +168,7 @@ private:
     bool MayBeJson(std::size_t i) const
     {
         const std::string name = NameIn(m_tokens[i]);
-        if (m_given.count(name) > 0)
+        if (m_namesakes.given.count(name) > 0)
             return true;
         if (i >= 2 && IsThere(i - 1, "."))
             return m_jsonTables.count(NameIn(m_tokens[i - 2])) > 0;
@@ -261,56 +264,64 @@ private:
         if (begin > 0 && (IsThere(begin - 1, "-") || IsThere(begin - 1, "+")))
             --begin;
         if (end < name && begin < end && begin > 0 && OpensExpression(begin - 1))
-            TakeNumber(begin);
+            TakeNumber(begin, LiteralFor(column));
+    }
+
+    Literal LiteralFor(std::size_t column) const
+    {
+        return m_namesakes.texts.count(NameIn(m_tokens[column])) > 0 ? ListedFor(column) : Literal::Decimal;
+    }
+
+    Literal ListedFor(std::size_t column) const
+    {
+        return m_namesakes.given.count(NameIn(m_tokens[column])) > 0 ? Literal::Either : Literal::Text;
     }
 
     void ReadComparison(std::size_t column)
     {
         std::size_t i = column + 1;
+        const Literal literal = LiteralFor(column);
         if (IsWordThere(i, "IS"))
-            return ReadIdentity(i + 1);
+            return ReadIdentity(i + 1, literal);
         if (IsWordThere(i, "NOT"))
             ++i;
         if (IsWordThere(i, "BETWEEN")) {
-            i = TakeNumber(i + 1);
+            i = TakeNumber(i + 1, literal);
             if (IsWordThere(i, "AND"))
-                TakeNumber(i + 1);
+                TakeNumber(i + 1, literal);
             return;
         }
-        if (IsWordThere(i, "IN") && IsThere(i + 1, "(")) {
-            if (m_given.count(NameIn(m_tokens[column])) == 0)
-                ReadList(i + 2);
-            return;
-        }
+        if (IsWordThere(i, "IN") && IsThere(i + 1, "("))
+            return ReadList(i + 2, ListedFor(column));
         const std::size_t first = i;
         while (IsComparison(i))
             ++i;
         if (i > first)
-            TakeNumber(i);
+            TakeNumber(i, literal);
     }
 
     /// All numbers of a list, whatever stands between them.
-    void ReadList(std::size_t i)
+    void ReadList(std::size_t i, Literal literal)
     {
-        TakeNumber(i, Literal::Text);
+        TakeNumber(i, literal);
         for (int depth = 0; i < m_tokens.size() && depth >= 0; ++i) {
             depth += IsThere(i, "(") ? 1 : IsThere(i, ")") ? -1 : 0;
             if (depth == 0 && IsThere(i, ","))
-                TakeNumber(i + 1, Literal::Text);
+                TakeNumber(i + 1, literal);
         }
     }
 
-    void ReadIdentity(std::size_t i)
+    void ReadIdentity(std::size_t i, Literal literal)
     {
         if (IsWordThere(i, "NOT"))
             ++i;
         if (IsWordThere(i, "DISTINCT") && IsWordThere(i + 1, "FROM"))
             i += 2;
-        TakeNumber(i);
+        TakeNumber(i, literal);
     }
 
     /// Gives the place behind the number that begins there.
-    std::size_t TakeNumber(std::size_t i, Literal literal = Literal::Decimal)
+    std::size_t TakeNumber(std::size_t i, Literal literal)
     {
         const std::size_t first = i;
         if (IsThere(i, "-") || IsThere(i, "+"))
@@ -325,11 +336,18 @@ private:
         const bool isOneNumber = !goesOn && (begin == first || (begin < i && Touches(begin)));
         const bool isCalculated = i < m_tokens.size() && IsOperator(m_tokens[i]) && !IsComparison(i);
         if (digits > exactRealDigits && isOneNumber && !isCalculated) {
-            const char* const from = m_tokens[first].text.data();
-            const char* const end = m_tokens[i - 1].text.data() + m_tokens[i - 1].text.size();
-            m_numbers.emplace(from, Number{{from, static_cast<std::size_t>(end - from)}, literal});
+            const std::string_view text = Between(first, i);
+            m_numbers.emplace(text.data(), Number{text, literal, m_column});
         }
         return i;
+    }
+
+    /// The statement's text from a token to the one in front of another.
+    std::string_view Between(std::size_t first, std::size_t end) const
+    {
+        const char* const from = m_tokens[first].text.data();
+        const std::string_view last = m_tokens[end - 1].text;
+        return {from, static_cast<std::size_t>(last.data() + last.size() - from)};
     }
 
     bool Touches(std::size_t i) const
@@ -339,11 +357,27 @@ private:
 
     std::vector<Token> m_tokens;
     const Test& m_isDecimal;
-    const Names& m_given;
+    const Namesakes& m_namesakes;
+    std::string_view m_column; ///< whose comparison is read
     Names m_jsonTables;
     std::set<std::size_t> m_assigned;
     std::map<const char*, Number> m_numbers;
 };
+
+std::string Replacement(const Comparisons::Number& number)
+{
+    const std::string digits = "'" + std::string(number.text) + "'";
+    switch (number.literal) {
+    case Literal::Text:
+        break;
+    case Literal::Decimal:
+        return "CAST(" + digits + " AS TEXT) COLLATE TARNWICK_LITERAL";
+    case Literal::Either:
+        return "CASE typeof(" + std::string(number.column) + ") WHEN 'text' THEN " + digits + " ELSE " +
+               std::string(number.text) + " END";
+    }
+    return digits;
+}
 
 } // namespace
 
@@ -367,21 +401,19 @@ void CollectGivenNames(std::string_view statement, Names& names)
 }
 
 std::string QuoteLongNumbers(std::string statement, const std::function<bool(const std::string&)>& isDecimal,
-                             Names given)
+                             Namesakes namesakes)
 {
     if (!MayHoldLongNumber(statement))
         return statement;
-    CollectGivenNames(statement, given);
-    const Comparisons comparisons(statement, isDecimal, given);
+    CollectGivenNames(statement, namesakes.given);
+    const Comparisons comparisons(statement, isDecimal, namesakes);
     std::string quoted;
     const char* copied = statement.data();
     for (const auto& [place, number] : comparisons.Numbers()) {
-        const bool isDecimalText = number.literal == Literal::Decimal;
         quoted.append(copied, place);
         if (!quoted.empty() && IsWordCharacter(quoted.back()))
             quoted += ' ';
-        quoted.append(isDecimalText ? "CAST('" : "'").append(number.text);
-        quoted.append(isDecimalText ? "' AS TEXT) COLLATE TARNWICK_LITERAL" : "'");
+        quoted += Replacement(number);
         copied = place + number.text.size();
     }
     const char* const end = statement.data() + statement.size();

@@ -8,16 +8,32 @@
 namespace tarnwick::records
 {
 
+/// Names of decimal columns, in upper case, that others bear too.
+struct Namesakes {
+    std::set<std::string> given; ///< by statements and views to columns of their own, which may be sums
+    std::set<std::string> texts; ///< of columns of text
+};
+
 /// SQLite reads a number of more digits than a floating point number holds as the nearest one of those, so no
 /// comparison with it would be exact. Where such a number is compared with a decimal column, whose digits are text, it
 /// becomes text that compares as a decimal number, on either side: `[WIDE] >= 12345678901234567.89` turns into
-/// `[WIDE] >= CAST('12345678901234567.89' AS TEXT) COLLATE TARNWICK_LITERAL`. A sum or another number that only bears
-/// the column's name is compared by its value with that too. In the list of an IN it becomes a mere text literal, which
-/// such a number never equals; so there it stays what it is if the name is one of `given`, or one that the statement
-/// gives itself. Every other statement stays as it is. `isDecimal` tells of a name in upper case whether it is that of
-/// such a column.
+/// `[WIDE] >= CAST('12345678901234567.89' AS TEXT) COLLATE TARNWICK_LITERAL`. With that too
+///
+/// - a column of numbers that bears the name is compared by its value;
+/// - a sum, or what else is calculated and only bears the name, is compared by the 15 digits that SQLite writes of it,
+///   so that it hardly ever equals the number;
+/// - a column of text that bears it would be compared as a decimal. Where there is one, the number becomes a mere text
+///   literal, with which either column is compared as its own collation says.
+///
+/// In the list of an IN the number becomes such a literal for every column, since the column in front says how all of
+/// the list is compared. A mere text never equals a sum; so where the name is one of those given, here or by the
+/// statement itself, and the number would become a mere text, the column's value chooses between both:
+/// `CASE typeof(WIDE) WHEN 'text' THEN '12345678901234567.89' ELSE 12345678901234567.89 END`.
+///
+/// Every other statement stays as it is. `isDecimal` tells of a name in upper case whether it is that of a decimal
+/// column.
 std::string QuoteLongNumbers(std::string statement, const std::function<bool(const std::string&)>& isDecimal,
-                             std::set<std::string> given = {});
+                             Namesakes namesakes = {});
 
 /// Adds the names, in upper case, that a statement, such as a view's, gives to columns of its own: behind AS or a
 /// parenthesis, or in the list of a view or a WITH.

@@ -134,13 +134,15 @@ bool CanLookUp(const ScannedTable& table, sqlite3_index_info& plan, int which)
     const std::size_t column = ColumnAt(table, constraint.iColumn);
     if (column >= table.table->Definition().columns.size() || !table.table->Decoder(column))
         return false;
-    // What is compared with a constant, or with the few of a list, is best read once and from the beginning. Constants
-    // with a collation, which SQLite does not tell, are long numbers, whose collation is no column's.
+    // What is compared with a constant, or with the few of a list, is best read once and from the beginning. A long
+    // number has a collation of its own, and so SQLite does not tell that it is a constant.
+    const std::string_view asked = sqlite3_vtab_collation(&plan, which);
     sqlite3_value* constant = nullptr;
-    if (sqlite3_vtab_rhs_value(&plan, which, &constant) == SQLITE_OK || sqlite3_vtab_in(&plan, which, -1) != 0)
+    if (sqlite3_vtab_rhs_value(&plan, which, &constant) == SQLITE_OK || sqlite3_vtab_in(&plan, which, -1) != 0 ||
+        EqualIgnoringCase(asked, "TARNWICK_LITERAL"))
         return false;
     const char* const collation = KeyIndex::CollationOf(table.table->Definition().columns[column].shown);
-    return !collation || EqualIgnoringCase(collation, sqlite3_vtab_collation(&plan, which));
+    return !collation || EqualIgnoringCase(collation, asked);
 }
 
 /// A table is read from its beginning, or the records with a value in one column are looked up, and SQLite makes the

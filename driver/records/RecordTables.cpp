@@ -2,7 +2,6 @@
 
 #include "CatalogTables.h"
 #include "DecimalText.h"
-#include "LongNumbers.h"
 #include "Query.h"
 #include "Text.h"
 #include "Tokenizer.h"
@@ -147,28 +146,33 @@ std::string RecordTables::WithExactNumbers(std::string statement) const
         return statement;
     Names done;
     Names columns;
-    Names given;
-    CollectDecimals(statement, done, columns, given);
+    Namesakes namesakes;
+    CollectDecimals(statement, done, columns, namesakes);
     if (columns.empty())
         return statement;
     return QuoteLongNumbers(
-        std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; }, std::move(given));
+        std::move(statement), [&](const std::string& name) { return columns.count(name) > 0; }, std::move(namesakes));
 }
 
-void RecordTables::CollectDecimals(std::string_view statement, Names& done, Names& columns, Names& given) const
+void RecordTables::CollectDecimals(std::string_view statement, Names& done, Names& columns, Namesakes& namesakes) const
 {
     for (const std::string& name : TablesNamedIn(statement)) {
         if (!done.insert(InUpperCase(name)).second)
             continue;
         for (Query view(m_engine, viewQuestion, {name}); view.Next();) {
-            CollectGivenNames(view.Text(0), given);
-            CollectDecimals(view.Text(0), done, columns, given);
+            CollectGivenNames(view.Text(0), namesakes.given);
+            CollectDecimals(view.Text(0), done, columns, namesakes);
         }
         const auto served = Find(name);
-        if (const auto table = served ? served : FindIn(m_joined, name))
-            for (const Column& column : table->Definition().columns)
-                if (column.shown == Shown::Decimal)
-                    columns.insert(InUpperCase(column.name));
+        const auto table = served ? served : FindIn(m_joined, name);
+        if (!table)
+            continue;
+        for (const Column& column : table->Definition().columns) {
+            if (column.shown == Shown::Decimal)
+                columns.insert(InUpperCase(column.name));
+            else if (column.shown == Shown::Text)
+                namesakes.texts.insert(InUpperCase(column.name));
+        }
     }
 }
 

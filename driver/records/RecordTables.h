@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LongNumbers.h"
 #include "RecordModule.h"
 
 #include <atomic>
@@ -63,7 +64,7 @@ private:
 
     /// Publishes the table that `name` means in some surroundings, if it is not in `tables` as it is defined now.
     void Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers, Names& done);
-    void CollectDecimals(std::string_view statement, Names& done, Names& columns, Names& given) const;
+    void CollectDecimals(std::string_view statement, Names& done, Names& columns, Namesakes& namesakes) const;
     void WithdrawTable(const RecordTable& table);
     std::shared_ptr<const RecordTable> FindIn(const Tables& tables, std::string_view name) const;
 

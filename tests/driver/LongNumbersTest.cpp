@@ -121,22 +121,45 @@ TEST(LongNumbers, AreFoundWhereTheColumnsNameHasQuotesInIt)
               WithDecimals("\"a\"\"b\" = #12345678901234567#"));
 }
 
-TEST(LongNumbers, StayNumbersInTheListsOfWhatIsGivenTheName)
+TEST(LongNumbers, AreWhatTheColumnsValueIsInTheListsOfWhatIsGivenTheName)
 {
-    const std::string list = " IN (12345678901234567)";
-    for (const std::string given :
-         {"SELECT * FROM (SELECT SUM(X) AS WIDE FROM T) WHERE WIDE", "SELECT SUM(X) [Wide] FROM T WHERE \"WIDE\"",
-          "SELECT SUM(X) AS 'wide' FROM T WHERE WIDE", "WITH V(A, Wide) AS (SELECT 1, 2) SELECT * FROM V WHERE WIDE",
-          "SELECT 1 + x.WIDE AS WIDE FROM T x WHERE WIDE", "SELECT OTHER AS WIDE FROM T WHERE WIDE"})
-        EXPECT_EQ(Quoted(given + list), given + list);
-    const std::string quoted = " IN ('12345678901234567')";
+    const std::string list = " IN (1, 12345678901234567)";
+    const auto chosen = [](const std::string& column) {
+        return " IN (1, CASE typeof(" + column + ") WHEN 'text' THEN '12345678901234567' ELSE 12345678901234567 END)";
+    };
+    const char* const given[][2] = {{"SELECT * FROM (SELECT SUM(X) AS WIDE FROM T) WHERE ", "WIDE"},
+                                    {"SELECT SUM(X) [Wide] FROM T WHERE ", "\"WIDE\""},
+                                    {"SELECT SUM(X) AS 'wide' FROM T WHERE ", "WIDE"},
+                                    {"WITH V(A, Wide) AS (SELECT 1, 2) SELECT * FROM V WHERE ", "main . V.[wide]"},
+                                    {"SELECT 1 + x.WIDE AS WIDE FROM T x WHERE ", "x.WIDE"},
+                                    {"SELECT OTHER AS WIDE FROM T WHERE NOT ", "WIDE"}};
+    for (const auto& [before, column] : given)
+        EXPECT_EQ(Quoted(before + (column + list)), before + (column + chosen(column)));
+    const std::string quoted = " IN (1, '12345678901234567')";
     for (const std::string own :
          {"SELECT CAST(X AS WIDE) FROM T WHERE WIDE", "SELECT NO, x.WIDE AS [Wide] FROM T x WHERE WIDE",
           "SELECT WIDE AS WIDE FROM T WHERE WIDE", "SELECT SUM(WIDE) AS TOTAL FROM T WHERE (1) AND WIDE"})
         EXPECT_EQ(Quoted(own + list), own + quoted);
-    std::set<std::string> names;
-    CollectGivenNames("CREATE VIEW V(NO, [Wide]) AS SELECT NO, SUM(X) FROM T", names);
+    Namesakes namesakes;
+    CollectGivenNames("CREATE VIEW V(NO, [Wide]) AS SELECT NO, SUM(X) FROM T", namesakes.given);
     EXPECT_EQ(QuoteLongNumbers(
-                  "WIDE" + list, [](const std::string&) { return true; }, names),
-              "WIDE" + list);
+                  "WIDE" + list, [](const std::string&) { return true; }, namesakes),
+              "WIDE" + chosen("WIDE"));
+}
+
+TEST(LongNumbers, AreMereTextsWhereAColumnOfTextSharesTheName)
+{
+    const auto quoted = [](const std::string& statement) {
+        return QuoteLongNumbers(statement, [](const std::string& name) { return name == "WIDE" || name == "OTHER"; },
+                                {{}, {"WIDE"}});
+    };
+    EXPECT_EQ(quoted("WHERE n.WIDE = 1234567890123456 AND OTHER = 1234567890123456"),
+              WithDecimals("WHERE n.WIDE = '1234567890123456' AND OTHER = #1234567890123456#"));
+    EXPECT_EQ(quoted("WHERE -1234567890123456 < WIDE AND WIDE IS 1234567890123456"),
+              "WHERE '-1234567890123456' < WIDE AND WIDE IS '1234567890123456'");
+    EXPECT_EQ(quoted("WHERE WIDE BETWEEN-1234567890123456 AND 1234567890123456"),
+              "WHERE WIDE BETWEEN '-1234567890123456' AND '1234567890123456'");
+    EXPECT_EQ(quoted("SELECT SUM(X) AS WIDE FROM T HAVING WIDE > 1234567890123456"),
+              "SELECT SUM(X) AS WIDE FROM T HAVING WIDE > CASE typeof(WIDE) WHEN 'text' THEN '1234567890123456' ELSE "
+              "1234567890123456 END");
 }

@@ -86,6 +86,32 @@ TEST_F(RecordComparisons, WhatOnlyBearsAWideDecimalsNameIsComparedByItsValue)
     }
 }
 
+TEST_F(RecordComparisons, ListsAreExactWhereAStatementGivesAWideDecimalsNameToAnother)
+{
+    Make("SUMS", sums, wideSums);
+    Run("CREATE VIEW TOTALS AS SELECT NAME, SUM(WIDE) AS WIDE FROM BANK_SUMS GROUP BY NAME");
+    EXPECT_EQ(Rows("SELECT COUNT(*), SUM(WIDE) < 12345678901234569 AS WIDE FROM BANK_SUMS WHERE WIDE IN (1, "
+                   "12345678901234567.89)"),
+              "1|1\n");
+    EXPECT_EQ(Rows("SELECT NAME, 1 AS WIDE FROM BANK_SUMS s WHERE s.WIDE NOT IN (12345678901234567.89)"),
+              "one|1\ntri|1\nless|1\n");
+    EXPECT_EQ(Rows("SELECT s.NAME FROM BANK_SUMS s JOIN TOTALS t ON s.NAME = t.NAME WHERE s.WIDE IN "
+                   "(12345678901234567.89) AND t.WIDE IN (12345678901234567.8)"),
+              "two\n");
+}
+
+TEST_F(RecordComparisons, TextsThatBearAWideDecimalsNameStayTexts)
+{
+    Make("SUMS", sums, wideSums);
+    Make("NOTES", {{"NAME", "STRING", 4}, {"WIDE", "STRING", 20}},
+         "one 1234567890123456    two 01234567890123456   tri 12345678901234567.89");
+    const std::string select = "SELECT s.NAME, n.NAME FROM BANK_SUMS s, BANK_NOTES n WHERE ";
+    EXPECT_EQ(Rows(select + "s.NAME = n.NAME AND n.WIDE = 1234567890123456"), "one|one\n");
+    EXPECT_EQ(Rows(select + "s.NAME = n.NAME AND n.WIDE IN (1, 1234567890123456)"), "one|one\n");
+    EXPECT_EQ(Rows(select + "s.WIDE = 12345678901234567.89 AND n.WIDE >= 12345678901234567"), "two|tri\n");
+    EXPECT_EQ(Rows(select + "12345678901234567.89 < s.WIDE AND 1234567890123456 > n.WIDE"), "tri|two\n");
+}
+
 TEST_F(RecordComparisons, ValuesOfJsonThatBearAWideDecimalsNameAreNumbers)
 {
     Make("VALS", {{"VALUE", "PACKED", 10, 2}}, "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x8C");
@@ -214,7 +240,7 @@ TEST_F(RecordComparisons, LookingUpNumbersInTextsFindsWhatReadingFinds)
         }
 }
 
-TEST_F(RecordComparisons, AJoinReadsOneFileWhileItGrows)
+TEST_F(RecordComparisons, EachReadingOfATableKeepsToOneFileWhileItGrows)
 {
     Make("ROWS", {{"NO", "ZONED-U", 2}}, "010203");
     SQLHSTMT statement = client.NewStatement();
@@ -255,6 +281,18 @@ TEST_F(RecordComparisons, LongNumbersKeepJoinsFromReadingOverAndOver)
                            " 12345678901234567.89 AND a.NO = b.NO"),
                       "20000\n")
                 << comparison << kind;
+}
+
+TEST_F(RecordComparisons, LongNumbersKeepJoinsFromReadingNumbersOverAndOver)
+{
+    Make("MANY", {{"NO", "ZONED-U", 6}, {"WIDE", "PACKED", 10, 2}},
+         Numbered(20000, 1, "\x12\x34\x56\x78\x90\x12\x34\x56\x78\x9C"));
+    Make("MORE", {{"NO", "ZONED-U", 6}, {"WIDE", "ZONED-U", 16}}, Numbered(20000, 1, "1234567890123456"));
+    for (const std::string kind : {"JOIN", "LEFT JOIN"})
+        EXPECT_EQ(Rows("SELECT COUNT(b.NO) FROM BANK_MANY a " + kind +
+                       " BANK_MORE b ON b.WIDE = 1234567890123456 AND a.NO = b.NO"),
+                  "20000\n")
+            << kind;
 }
 
 TEST_F(RecordComparisons, LookingUpFindsWhatReadingFinds)
