@@ -130,14 +130,26 @@ void RecordTables::Renew(const std::string& name, const Surroundings& surroundin
     if (!known || known->Definition() != *definition) {
         const auto table = std::make_shared<const RecordTable>(std::move(*definition), m_badFields, m_recentFiles);
         const auto spelling = [this](std::string text) { return WithExactNumbers(std::move(text)); };
-        if (Publish(m_engine, table, readers, spelling) != SQLITE_OK)
-            throw RecordError(sqlite3_errmsg(m_engine));
+        // Whose rights count is asked by the name: a statement never finds the table at SQLite, but not here.
+        Put(tables, name, table);
+        if (Publish(m_engine, table, readers, spelling) != SQLITE_OK) {
+            const RecordError error(sqlite3_errmsg(m_engine));
+            Put(tables, name, known);
+            throw error;
+        }
         m_changes.fetch_add(1, std::memory_order_release);
-        const std::lock_guard lock(m_mutex);
-        tables[InUpperCase(name)] = table;
     }
     if (!criteria.empty())
         MakeCriteriaReady(criteria, done);
+}
+
+void RecordTables::Put(Tables& tables, const std::string& name, const std::shared_ptr<const RecordTable>& table)
+{
+    const std::lock_guard lock(m_mutex);
+    if (table)
+        tables[InUpperCase(name)] = table;
+    else
+        tables.erase(InUpperCase(name));
 }
 
 std::string RecordTables::WithExactNumbers(std::string statement) const

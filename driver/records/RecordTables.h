@@ -64,6 +64,8 @@ private:
 
     /// Publishes the table that `name` means in some surroundings, if it is not in `tables` as it is defined now.
     void Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers, Names& done);
+    /// Null takes a table out.
+    void Put(Tables& tables, const std::string& name, const std::shared_ptr<const RecordTable>& table);
     void CollectDecimals(std::string_view statement, Names& done, Names& columns, Namesakes& namesakes) const;
     void WithdrawTable(const RecordTable& table);
     std::shared_ptr<const RecordTable> FindIn(const Tables& tables, std::string_view name) const;
