@@ -12,17 +12,6 @@ namespace tarnwick::records
 namespace
 {
 
-std::string Quoted(const std::string& name)
-{
-    std::string quoted = "\"";
-    for (const char c : name) {
-        quoted += c;
-        if (c == '"')
-            quoted += c;
-    }
-    return quoted + '"';
-}
-
 /// The data file of an indexed file may be named without its suffix.
 std::string ExistingPath(const TableDefinition& definition)
 {
@@ -80,7 +69,7 @@ std::string RecordTable::Declaration(bool forCriteria) const
     for (const Column& column : m_definition.columns) {
         if (!column.isVisible && !forCriteria)
             continue;
-        text += separator + Quoted(column.name) + " " + column.declaration;
+        text += separator + QuotedName(column.name) + " " + column.declaration;
         separator = ", ";
     }
     return text + (forCriteria ? ", \"record position\" BIGINT, \"record number\" BIGINT)" : ")");
@@ -98,8 +87,8 @@ bool RecordTable::HasCriteria() const
 
 std::string RecordTable::CriteriaStatement() const
 {
-    std::string text = "SELECT \"record position\", \"record number\" FROM " + Quoted(UnfilteredName()) + " AS " +
-                       Quoted(m_definition.JoinedName()) + " WHERE " + m_definition.criteria;
+    std::string text = "SELECT \"record position\", \"record number\" FROM " + QuotedName(UnfilteredName()) + " AS " +
+                       QuotedName(m_definition.JoinedName()) + " WHERE " + m_definition.criteria;
     const auto isDecimal = [&](const std::string& name) {
         return std::any_of(m_definition.columns.begin(), m_definition.columns.end(), [&](const Column& column) {
             return column.shown == Shown::Decimal && EqualIgnoringCase(column.name, name);

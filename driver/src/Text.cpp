@@ -219,6 +219,17 @@ std::string InUpperCase(std::string_view text)
     return upper;
 }
 
+std::string QuotedName(std::string_view name)
+{
+    std::string quoted = "\"";
+    for (const char c : name) {
+        quoted += c;
+        if (c == '"')
+            quoted += c;
+    }
+    return quoted + '"';
+}
+
 void AppendHexadecimal(char byte, std::string& text)
 {
     constexpr char digits[] = "0123456789ABCDEF";

@@ -50,6 +50,9 @@ bool StartsWithIgnoringCase(std::string_view text, std::string_view beginning);
 /// The text with its ASCII letters in upper case.
 std::string InUpperCase(std::string_view text);
 
+/// A name as SQL writes any: in quotes, those inside doubled.
+std::string QuotedName(std::string_view name);
+
 /// Appends a byte as two hexadecimal digits.
 void AppendHexadecimal(char byte, std::string& text);
 

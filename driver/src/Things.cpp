@@ -31,10 +31,7 @@ void AddRow(std::string& rows, const std::vector<std::string>& cells)
 
 std::string ReadingAll(std::string_view name)
 {
-    std::string quoted;
-    for (const char c : name)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return "SELECT * FROM \"" + quoted + "\"";
+    return "SELECT * FROM " + QuotedName(name);
 }
 
 bool CanBePrepared(sqlite3* engine, const std::string& name)
@@ -45,10 +42,13 @@ bool CanBePrepared(sqlite3* engine, const std::string& name)
     return answer == SQLITE_OK;
 }
 
-bool CanBeRead(sqlite3* engine, const std::string& name)
+/// The columns of what a user may not read are told too, but not of what nobody except the administrator can read.
+bool CanBeRead(const Connection& connection, const std::string& name)
 {
+    if (connection.privileges->MayDoEverything())
+        return CanBePrepared(connection.engine, name);
     const records::OwnStatement own;
-    return CanBePrepared(engine, name);
+    return CanBePrepared(connection.engine, name);
 }
 
 /// Whether the connection's user may read a view, and all that it reads.
@@ -107,9 +107,7 @@ std::string Select(SQLHSTMT statement, const std::optional<std::string>& pattern
     std::string records;
     std::string notes;
     std::string left;
-    const auto isLeft = [&](const std::string& name) {
-        return !withUnreadable && !CanBeRead(connection->engine, name);
-    };
+    const auto isLeft = [&](const std::string& name) { return !withUnreadable && !CanBeRead(*connection, name); };
     for (const std::string& name : connection->tables->MakeReadyLike(pattern ? &*pattern : nullptr)) {
         const auto found = connection->tables->Find(name);
         if (!found || isLeft(name))
