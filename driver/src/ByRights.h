@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Diagnostics.h"
+#include "Prepared.h"
 #include "Privileges.h"
 #include "Registry.h"
 
@@ -31,6 +32,15 @@ SQLRETURN RunByRights(SQLHSTMT statement, Call call)
     if (const std::string refusal = records::Privileges::TakeRefusal(); answer == SQL_ERROR && !refusal.empty())
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
     return answer;
+}
+
+/// Answers a catalog function, which takes the place of what the statement had prepared.
+template <typename Call>
+SQLRETURN AnswerAnew(SQLHSTMT statement, Call call)
+{
+    diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    prepared::Forget(statement);
+    return RefuseOutdated(statement) ? SQL_ERROR : call();
 }
 
 } // namespace tarnwick

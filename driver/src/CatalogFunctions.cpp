@@ -51,11 +51,10 @@ bool AreWellFormed(const Names&... names)
 
 SQLRETURN RunOwn(SQLHSTMT statement, std::string text)
 {
-    diagnostics::Clear(SQL_HANDLE_STMT, statement);
-    if (RefuseOutdated(statement))
-        return SQL_ERROR;
-    const records::OwnStatement own;
-    return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+    return AnswerAnew(statement, [&] {
+        const records::OwnStatement own;
+        return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+    });
 }
 
 /// A list of table types as SQLTables takes it, `TABLE,VIEW` or `'TABLE', 'VIEW'`, as a condition.
@@ -82,8 +81,10 @@ SQLRETURN Tables(SQLHSTMT statement, SQLCHAR* catalog, SQLSMALLINT catalogLength
                  SQLSMALLINT typesLength)
 try {
     if (table && NarrowArgument(table, tableLength).empty())
-        return lower.SQLTables(statement, catalog, catalogLength, schema, schemaLength, table, tableLength, types,
-                               typesLength);
+        return AnswerAnew(statement, [&] {
+            return lower.SQLTables(statement, catalog, catalogLength, schema, schemaLength, table, tableLength, types,
+                                   typesLength);
+        });
     return RunOwn(statement, things::Listed(statement, table, tableLength) +
                                  "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, t.name AS TABLE_NAME, "
                                  "upper(t.type) AS TABLE_TYPE, t.remarks AS REMARKS FROM THING t WHERE 1" +
@@ -121,10 +122,12 @@ try {
 SQLRETURN ColumnPrivileges(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, const SQLCHAR* column,
                            SQLSMALLINT columnLength)
 try {
+    if (!table)
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY009", "The name of the table is missing.");
     std::string name;
     for (const char c : NarrowArgument(table, tableLength))
         name += c == '_' || c == '%' || c == '\\' ? std::string("\\") + c : std::string(1, c);
-    const auto* const pattern = table ? reinterpret_cast<const SQLCHAR*>(name.c_str()) : nullptr;
+    const auto* const pattern = reinterpret_cast<const SQLCHAR*>(name.c_str());
     const std::string granted = things::Granted(statement, pattern, SQL_NTS);
     const std::string described = things::Described(statement, pattern, SQL_NTS).substr(std::strlen("WITH "));
     return RunOwn(statement, granted.substr(0, granted.size() - 1) + ", " + described +
@@ -200,7 +203,7 @@ SQLRETURN SQL_API SQLPrimaryKeysW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMAL
     Name a(catalog, catalogLength), b(schema, schemaLength), c(table, tableLength);
     if (!AreWellFormed(a, b, c))
         return RefuseName(statement);
-    return lower.SQLPrimaryKeys(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS);
+    return SQLPrimaryKeys(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS);
 }
 
 SQLRETURN SQL_API SQLForeignKeysW(SQLHSTMT statement, SQLWCHAR* pkCatalog, SQLSMALLINT pkCatalogLength,
@@ -213,8 +216,8 @@ SQLRETURN SQL_API SQLForeignKeysW(SQLHSTMT statement, SQLWCHAR* pkCatalog, SQLSM
     Name d(fkCatalog, fkCatalogLength), e(fkSchema, fkSchemaLength), f(fkTable, fkTableLength);
     if (!AreWellFormed(a, b, c, d, e, f))
         return RefuseName(statement);
-    return lower.SQLForeignKeys(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, d.Data(), SQL_NTS,
-                                e.Data(), SQL_NTS, f.Data(), SQL_NTS);
+    return SQLForeignKeys(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, d.Data(), SQL_NTS,
+                          e.Data(), SQL_NTS, f.Data(), SQL_NTS);
 }
 
 SQLRETURN SQL_API SQLStatisticsW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT catalogLength, SQLWCHAR* schema,
@@ -224,7 +227,7 @@ SQLRETURN SQL_API SQLStatisticsW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALL
     Name a(catalog, catalogLength), b(schema, schemaLength), c(table, tableLength);
     if (!AreWellFormed(a, b, c))
         return RefuseName(statement);
-    return lower.SQLStatistics(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, unique, accuracy);
+    return SQLStatistics(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, unique, accuracy);
 }
 
 SQLRETURN SQL_API SQLSpecialColumnsW(SQLHSTMT statement, SQLUSMALLINT kind, SQLWCHAR* catalog,
@@ -235,8 +238,7 @@ SQLRETURN SQL_API SQLSpecialColumnsW(SQLHSTMT statement, SQLUSMALLINT kind, SQLW
     Name a(catalog, catalogLength), b(schema, schemaLength), c(table, tableLength);
     if (!AreWellFormed(a, b, c))
         return RefuseName(statement);
-    return lower.SQLSpecialColumns(statement, kind, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, scope,
-                                   nullable);
+    return SQLSpecialColumns(statement, kind, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, scope, nullable);
 }
 
 SQLRETURN SQL_API SQLTablePrivilegesW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT catalogLength,
@@ -277,7 +279,7 @@ SQLRETURN SQL_API SQLProceduresW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALL
     Name a(catalog, catalogLength), b(schema, schemaLength), c(procedure, procedureLength);
     if (!AreWellFormed(a, b, c))
         return RefuseName(statement);
-    return lower.SQLProcedures(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS);
+    return SQLProcedures(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS);
 }
 
 SQLRETURN SQL_API SQLProcedureColumnsW(SQLHSTMT statement, SQLWCHAR* catalog, SQLSMALLINT catalogLength,
@@ -287,6 +289,5 @@ SQLRETURN SQL_API SQLProcedureColumnsW(SQLHSTMT statement, SQLWCHAR* catalog, SQ
     Name a(catalog, catalogLength), b(schema, schemaLength), c(procedure, procedureLength), d(column, columnLength);
     if (!AreWellFormed(a, b, c, d))
         return RefuseName(statement);
-    return lower.SQLProcedureColumns(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, d.Data(),
-                                     SQL_NTS);
+    return SQLProcedureColumns(statement, a.Data(), SQL_NTS, b.Data(), SQL_NTS, c.Data(), SQL_NTS, d.Data(), SQL_NTS);
 }

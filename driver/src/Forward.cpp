@@ -1,6 +1,7 @@
 // The part of the ODBC interface that needs nothing added: each function hands its arguments to the library below.
 // Handles are that library's own, so a call costs one indirect jump.
 
+#include "ByRights.h"
 #include "Lower.h"
 
 #include <sqlucode.h>
@@ -13,7 +14,16 @@ using namespace tarnwick;
         return lower.name arguments;                                                                                   \
     }
 
+/// The same for catalog functions.
+#define ANSWER(name, parameters, arguments)                                                                            \
+    SQLRETURN SQL_API name parameters                                                                                  \
+    {                                                                                                                  \
+        return AnswerAnew(s, [&] { return lower.name arguments; });                                                    \
+    }
+
 // clang-format off
+
+FORWARD(SQLGetFunctions, (SQLHDBC c, SQLUSMALLINT function, SQLUSMALLINT* supported), (c, function, supported))
 
 // Results
 FORWARD(SQLNumResultCols, (SQLHSTMT s, SQLSMALLINT* columns), (s, columns))
@@ -51,31 +61,29 @@ FORWARD(SQLSetDescField,
         (d, number, field, value, length))
 
 // Catalog functions with narrow names
-FORWARD(SQLGetFunctions, (SQLHDBC c, SQLUSMALLINT function, SQLUSMALLINT* supported), (c, function, supported))
-FORWARD(SQLPrimaryKeys,
+ANSWER(SQLPrimaryKeys,
         (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
          SQLCHAR* table, SQLSMALLINT tableLength),
         (s, catalog, catalogLength, schema, schemaLength, table, tableLength))
-FORWARD(SQLForeignKeys,
+ANSWER(SQLForeignKeys,
         (SQLHSTMT s, SQLCHAR* pkCatalog, SQLSMALLINT pkCatalogLength, SQLCHAR* pkSchema, SQLSMALLINT pkSchemaLength,
          SQLCHAR* pkTable, SQLSMALLINT pkTableLength, SQLCHAR* fkCatalog, SQLSMALLINT fkCatalogLength,
          SQLCHAR* fkSchema, SQLSMALLINT fkSchemaLength, SQLCHAR* fkTable, SQLSMALLINT fkTableLength),
         (s, pkCatalog, pkCatalogLength, pkSchema, pkSchemaLength, pkTable, pkTableLength, fkCatalog, fkCatalogLength,
          fkSchema, fkSchemaLength, fkTable, fkTableLength))
-FORWARD(SQLStatistics,
+ANSWER(SQLStatistics,
         (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
          SQLCHAR* table, SQLSMALLINT tableLength, SQLUSMALLINT unique, SQLUSMALLINT accuracy),
         (s, catalog, catalogLength, schema, schemaLength, table, tableLength, unique, accuracy))
-FORWARD(SQLSpecialColumns,
+ANSWER(SQLSpecialColumns,
         (SQLHSTMT s, SQLUSMALLINT kind, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema,
          SQLSMALLINT schemaLength, SQLCHAR* table, SQLSMALLINT tableLength, SQLUSMALLINT scope, SQLUSMALLINT nullable),
         (s, kind, catalog, catalogLength, schema, schemaLength, table, tableLength, scope, nullable))
-
-FORWARD(SQLProcedures,
+ANSWER(SQLProcedures,
         (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
          SQLCHAR* procedure, SQLSMALLINT procedureLength),
         (s, catalog, catalogLength, schema, schemaLength, procedure, procedureLength))
-FORWARD(SQLProcedureColumns,
+ANSWER(SQLProcedureColumns,
         (SQLHSTMT s, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema, SQLSMALLINT schemaLength,
          SQLCHAR* procedure, SQLSMALLINT procedureLength, SQLCHAR* column, SQLSMALLINT columnLength),
         (s, catalog, catalogLength, schema, schemaLength, procedure, procedureLength, column, columnLength))

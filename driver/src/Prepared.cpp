@@ -4,18 +4,10 @@
 #include "Registry.h"
 #include "StatementTable.h"
 
-#include <cstdint>
-#include <string>
-
 namespace tarnwick::prepared
 {
 namespace
 {
-
-struct Text {
-    std::string text;
-    std::uint64_t changes = 0; ///< of the connection's tables when it was prepared
-};
 
 StatementTable<Text>& Texts()
 {
@@ -25,14 +17,13 @@ StatementTable<Text>& Texts()
 
 } // namespace
 
-void Keep(SQLHSTMT statement, std::string_view text)
+void Keep(SQLHSTMT statement, Text text)
 {
     // The catalog's own tables are always there, and statements about them are the many.
-    const auto connection = records::TablesNamedIn(text).empty() ? nullptr : registry::ConnectionOf(statement);
-    if (!connection)
+    if (records::TablesNamedIn(text.text).empty())
         Texts().Erase(statement);
     else
-        Texts().Ensure(statement) = {std::string(text), connection->tables->Changes()};
+        Texts().Ensure(statement) = std::move(text);
 }
 
 void Forget(SQLHSTMT statement)
@@ -40,14 +31,15 @@ void Forget(SQLHSTMT statement)
     Texts().Erase(statement);
 }
 
-const std::string* MakeReady(SQLHSTMT statement)
+std::optional<Text> MakeReady(SQLHSTMT statement)
 {
     const Text* const kept = Texts().Find(statement);
     const auto connection = kept ? registry::ConnectionOf(statement) : nullptr;
     if (!connection)
-        return nullptr;
+        return std::nullopt;
     connection->tables->MakeReady(kept->text);
-    return kept->changes == connection->tables->Changes() ? nullptr : &kept->text;
+    const std::uint64_t changes = connection->tables->Changes();
+    return kept->changes == changes ? std::nullopt : std::optional(Text{kept->text, changes});
 }
 
 } // namespace tarnwick::prepared

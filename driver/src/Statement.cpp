@@ -16,11 +16,14 @@ namespace
 
 using Run = decltype(Lower::SQLExecDirect);
 
+enum class ForLater { No, Yes };
+
 /// Takes a statement in: writes it to the log, puts it into SQLite's spelling, sees that the tables over records that
-/// it names are there, and hands it on, complete with its terminator.
-SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
+/// it names are there, and hands it on, complete with its terminator. One that is prepared for later is kept.
+SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run, ForLater forLater)
 {
     diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    prepared::Forget(statement);
     const auto connection = registry::ConnectionOf(statement);
     if (connection && connection->log && !connection->log->Write(text))
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000",
@@ -32,9 +35,12 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
     if (text.find('\0') != std::string::npos)
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement holds a null character.");
     std::string rewritten = Rewrite(std::move(text));
+    prepared::Text kept;
     try {
         if (connection) {
             connection->tables->MakeReady(rewritten);
+            if (forLater == ForLater::Yes)
+                kept = {rewritten, connection->tables->Changes()};
             rewritten = connection->tables->WithExactNumbers(std::move(rewritten));
             if (const std::string refusal = connection->privileges->RefusalToReplace(rewritten); !refusal.empty())
                 return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
@@ -42,30 +48,29 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run)
     } catch (const records::RecordError& error) {
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
     }
-    return RunByRights(statement,
-                       [&] { return run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS); });
+    const SQLRETURN answer =
+        RunByRights(statement, [&] { return run(statement, reinterpret_cast<SQLCHAR*>(rewritten.data()), SQL_NTS); });
+    if (SQL_SUCCEEDED(answer) && forLater == ForLater::Yes)
+        prepared::Keep(statement, std::move(kept));
+    return answer;
 }
 
-SQLRETURN SQL_API Prepare(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length)
-{
-    prepared::Keep(statement, NarrowArgument(text, length));
-    return lower.SQLPrepare(statement, text, length);
-}
-
-SQLRETURN SubmitNarrow(SQLHSTMT statement, const SQLCHAR* text, SQLINTEGER length, Run run)
+SQLRETURN SubmitNarrow(SQLHSTMT statement, const SQLCHAR* text, SQLINTEGER length, Run run,
+                       ForLater forLater = ForLater::No)
 {
     std::string utf8(NarrowArgument(text, length));
     if (!IsUtf8(utf8))
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "22018", "The statement is not well-formed UTF-8.");
-    return Submit(statement, std::move(utf8), run);
+    return Submit(statement, std::move(utf8), run, forLater);
 }
 
-SQLRETURN SubmitWide(SQLHSTMT statement, const SQLWCHAR* text, SQLINTEGER length, Run run)
+SQLRETURN SubmitWide(SQLHSTMT statement, const SQLWCHAR* text, SQLINTEGER length, Run run,
+                     ForLater forLater = ForLater::No)
 {
     auto utf8 = WideArgument(text, length);
     if (!utf8)
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "22018", "The statement is not well-formed UTF-16.");
-    return Submit(statement, std::move(*utf8), run);
+    return Submit(statement, std::move(*utf8), run, forLater);
 }
 
 } // namespace
@@ -82,12 +87,12 @@ SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER 
 
 SQLRETURN SQL_API SQLPrepare(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length)
 {
-    return SubmitNarrow(statement, text, length, Prepare);
+    return SubmitNarrow(statement, text, length, lower.SQLPrepare, ForLater::Yes);
 }
 
 SQLRETURN SQL_API SQLPrepareW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER length)
 {
-    return SubmitWide(statement, text, length, Prepare);
+    return SubmitWide(statement, text, length, lower.SQLPrepare, ForLater::Yes);
 }
 
 SQLRETURN SQL_API SQLExecute(SQLHSTMT statement)
@@ -96,14 +101,14 @@ SQLRETURN SQL_API SQLExecute(SQLHSTMT statement)
     if (RefuseOutdated(statement))
         return SQL_ERROR;
     try {
-        if (const std::string* const text = prepared::MakeReady(statement)) {
-            std::string again = *text;
+        if (auto again = prepared::MakeReady(statement)) {
+            std::string text = registry::ConnectionOf(statement)->tables->WithExactNumbers(again->text);
             const SQLRETURN answer = RunByRights(statement, [&] {
-                return lower.SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(again.data()), SQL_NTS);
+                return lower.SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
             });
             if (!SQL_SUCCEEDED(answer))
                 return answer;
-            prepared::Keep(statement, again);
+            prepared::Keep(statement, std::move(*again));
         }
     } catch (const records::RecordError& error) {
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());

@@ -6,9 +6,10 @@
 #include <sqlite3.h>
 
 #include <atomic>
-#include <chrono>
+#include <fstream>
 #include <future>
 #include <thread>
+#include <unistd.h>
 
 namespace
 {
@@ -32,6 +33,14 @@ protected:
 bool Holds(const std::string& text, const std::string& part)
 {
     return text.find(part) != std::string::npos;
+}
+
+/// Whether a thread of this process waits for something.
+bool IsAsleep(pid_t thread)
+{
+    std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    return Holds(text, ") S ");
 }
 
 } // namespace
@@ -82,6 +91,32 @@ TEST_F(ChangedDefinitions, CountForAPreparedStatementWhenItRuns)
     SQLFreeHandle(SQL_HANDLE_STMT, statement);
 }
 
+TEST_F(ChangedDefinitions, CountForTheNumbersOfAPreparedStatement)
+{
+    DefineFile("SUM", {{"AMOUNT", "ZONED-U", 9}}, "SEQUENTIAL", "FIXED", "", 20);
+    DefineTable("SUM", "SUM", "sum.dat");
+    WriteData("sum.dat", "1234567890123456788812345678901234567889");
+    std::string text = "SELECT COUNT(*) FROM BANK_SUM WHERE AMOUNT = 12345678901234567889";
+    SQLHSTMT statement = client.NewStatement();
+    ASSERT_EQ(SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    const auto found = [&] {
+        EXPECT_TRUE(SQL_SUCCEEDED(SQLExecute(statement)))
+            << OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).message;
+        SQLINTEGER count = -1;
+        SQLFetch(statement);
+        SQLGetData(statement, 1, SQL_C_SLONG, &count, 0, nullptr);
+        SQLFreeStmt(statement, SQL_CLOSE);
+        return count;
+    };
+    EXPECT_EQ(found(), 0);
+    Run("UPDATE TW_FIELD SET LENGTH = 20 WHERE FIELD_NAME = 'AMOUNT'");
+    EXPECT_EQ(Rows(text), "1\n");
+    EXPECT_EQ(found(), 1);
+    Run("UPDATE TW_FIELD SET LENGTH = 9 WHERE FIELD_NAME = 'AMOUNT'");
+    EXPECT_EQ(found(), 0);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
 TEST_F(ChangedDefinitions, LeaveAnOpenResultAsItWasRead)
 {
     SQLHSTMT statement = client.NewStatement();
@@ -108,14 +143,16 @@ TEST_F(ChangedDefinitions, DoNotComeBackByAnotherThread)
     sqlite3* engine = nullptr;
     ASSERT_EQ(sqlite3_open(setup.File("c.cat").c_str(), &engine), SQLITE_OK);
     std::promise<void> hasReadOld;
-    std::promise<void> hasMadeNewReady;
+    std::atomic<pid_t> newerThread = 0;
+    std::atomic<bool> hasMadeNewReady = false;
     std::atomic<bool> isFirst = true;
     // The first thread to read the definition asks for its directory amid that, and waits there for the second one, as
     // long as that does not wait in its turn.
     const auto directoryOf = [&](const std::string&) {
         if (isFirst.exchange(false)) {
             hasReadOld.set_value();
-            hasMadeNewReady.get_future().wait_for(std::chrono::milliseconds(200));
+            while (!hasMadeNewReady && (newerThread == 0 || !IsAsleep(newerThread)))
+                std::this_thread::yield();
         }
         return setup.File("data");
     };
@@ -129,9 +166,13 @@ TEST_F(ChangedDefinitions, DoNotComeBackByAnotherThread)
                                nullptr, nullptr),
                   SQLITE_OK)
             << sqlite3_errmsg(engine);
-        tables.MakeReady(query);
-        hasMadeNewReady.set_value();
+        std::thread newer([&] {
+            newerThread = ::gettid();
+            tables.MakeReady(query);
+            hasMadeNewReady = true;
+        });
         older.join();
+        newer.join();
         std::string count;
         const auto take = [](void* text, int, char** cells, char**) {
             *static_cast<std::string*>(text) = cells[0];

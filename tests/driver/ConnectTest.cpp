@@ -344,6 +344,29 @@ TEST(Connect, AFileInAReadOnlyFolderIsNotAnsweredFromOnceItWasChanged)
             const Result types = client.Read([](SQLHSTMT s) { return SQLGetTypeInfo(s, SQL_ALL_TYPES); });
             if (!Holds(types.diagnostic.message, changed))
                 return 5;
+            std::vector<SQLWCHAR> user = Wide("TW_USER"), none = Wide("");
+            const Result answers[] = {
+                client.Read(
+                    [&](SQLHSTMT s) { return SQLPrimaryKeysW(s, nullptr, 0, nullptr, 0, user.data(), SQL_NTS); }),
+                client.Read([&](SQLHSTMT s) {
+                    return SQLForeignKeysW(s, nullptr, 0, nullptr, 0, user.data(), SQL_NTS, nullptr, 0, nullptr, 0,
+                                           nullptr, 0);
+                }),
+                client.Read([&](SQLHSTMT s) {
+                    return SQLStatisticsW(s, nullptr, 0, nullptr, 0, user.data(), SQL_NTS, SQL_INDEX_ALL, SQL_QUICK);
+                }),
+                client.Read([&](SQLHSTMT s) {
+                    return SQLSpecialColumnsW(s, SQL_BEST_ROWID, nullptr, 0, nullptr, 0, user.data(), SQL_NTS,
+                                              SQL_SCOPE_CURROW, SQL_NULLABLE);
+                }),
+                client.Read([&](SQLHSTMT s) {
+                    std::vector<SQLWCHAR> all = Wide("%");
+                    return SQLTablesW(s, none.data(), SQL_NTS, none.data(), SQL_NTS, none.data(), SQL_NTS, all.data(),
+                                      SQL_NTS);
+                })};
+            for (const Result& result : answers)
+                if (!Holds(result.diagnostic.message, changed))
+                    return 10 + static_cast<int>(&result - answers);
             SQLFreeHandle(SQL_HANDLE_STMT, prepared);
             OdbcClient again;
             return again.Connect("Driver=Tarnwick ODBC;Catalog=" + path) && CountOf(again, "LATER") == "1" ? 0 : 6;

@@ -472,6 +472,30 @@ TEST_F(Rights, AreToldToClientsAsTheyAre)
                     .rows.empty());
 }
 
+TEST_F(Rights, OfTheColumnsOfNoTableAreNotTold)
+{
+    SQLHSTMT statement = client.NewStatement();
+    EXPECT_EQ(SQLColumnPrivilegesW(statement, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0), SQL_ERROR);
+    EXPECT_EQ(OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).state, "HY009");
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(Rights, ToldOfColumnsAreOfTheViewsThatCanBeRead)
+{
+    Run("CREATE VIEW IMPORTED AS SELECT blob_import('" + DataFile("OWNER.dat") + "') AS CONTENT");
+    EXPECT_EQ(Rows("SELECT length(CONTENT) FROM IMPORTED"), "2\n");
+    const auto columns = [](OdbcClient& on) {
+        std::vector<SQLWCHAR> name = Wide("IMPORTED");
+        return on.Read([&](SQLHSTMT statement) {
+            return SQLColumnsW(statement, nullptr, 0, nullptr, 0, name.data(), SQL_NTS, nullptr, 0);
+        });
+    };
+    const Result told = columns(client);
+    ASSERT_EQ(told.rows.size(), 1u) << told.diagnostic.message;
+    EXPECT_EQ(told.rows[0][3], "CONTENT");
+    EXPECT_TRUE(columns(As("CLERK")).rows.empty()) << "nobody else can read it";
+}
+
 TEST_F(Rights, ThatCannotBeReadKeepTheConnectionShut)
 {
     Run("DROP TABLE TW_DBPRV");
