@@ -227,7 +227,7 @@ private:
     /// Where the name of a column begins, with the names that qualify it.
     std::size_t BeginOfName(std::size_t i) const
     {
-        while (i >= 2 && IsThere(i - 1, "."))
+        while (i >= 2 && IsThere(i - 1, ".") && IsName(m_tokens[i - 2]))
             i -= 2;
         return i;
     }
@@ -332,14 +332,21 @@ private:
             digits += IsThere(i, ".") ? 0 : m_tokens[i].text.size();
             ++i;
         }
-        const bool goesOn = begin < i && i < m_tokens.size() && m_tokens[i].kind == Token::Kind::Word && Touches(i);
-        const bool isOneNumber = !goesOn && (begin == first || (begin < i && Touches(begin)));
+        const bool isOneNumber = !GoesOn(i) && (begin == first || (begin < i && Touches(begin)));
         const bool isCalculated = i < m_tokens.size() && IsOperator(m_tokens[i]) && !IsComparison(i);
         if (digits > exactRealDigits && isOneNumber && !isCalculated) {
             const std::string_view text = Between(first, i);
             m_numbers.emplace(text.data(), Number{text, literal, m_column});
         }
         return i;
+    }
+
+    /// Whether what the token touches in front of it does not end there: an exponent, or a quote that would be one
+    /// inside the text that a number becomes.
+    bool GoesOn(std::size_t i) const
+    {
+        return i > 0 && i < m_tokens.size() && Touches(i) &&
+               (m_tokens[i].kind != Token::Kind::Punctuation || IsThere(i, "#"));
     }
 
     /// The statement's text from a token to the one in front of another.

@@ -20,8 +20,8 @@ struct Namesakes {
 /// `[WIDE] >= CAST('12345678901234567.89' AS TEXT) COLLATE TARNWICK_LITERAL`. With that too
 ///
 /// - a column of numbers that bears the name is compared by its value;
-/// - a sum, or what else is calculated and only bears the name, is compared by the 15 digits that SQLite writes of it,
-///   so that it hardly ever equals the number;
+/// - what is calculated and only bears the name is compared as SQLite writes it: a whole number in all of its digits, a
+///   sum or another floating point number in 15, so that it hardly ever equals the number;
 /// - a column of text that bears it would be compared as a decimal. Where there is one, the number becomes a mere text
 ///   literal, with which either column is compared as its own collation says.
 ///

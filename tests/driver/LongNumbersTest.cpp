@@ -105,6 +105,8 @@ TEST(LongNumbers, AreLeftAsTheyAreAnywhereElse)
                                   "WIDE > 1234567890123456.5e2",
                                   "WIDE > -1234567890123456.e+2",
                                   "WIDE IN (1234567890123456.5e-2)",
+                                  "WIDE IN (1234567890123456'5')",
+                                  "WIDE IN (1234567890123456#5#)",
                                   "UPDATE T SET WIDE = 12345678901234567 WHERE NO = 1",
                                   "UPDATE T SET NO = 1, [wide] = 12345678901234567 RETURNING NO",
                                   "INSERT INTO T VALUES (1) ON CONFLICT DO UPDATE SET WIDE = 12345678901234567",
