@@ -94,13 +94,13 @@ void RecordTables::MakeNamesReady(std::string_view statement, Names& done)
         MakeTableReady(name, done);
 }
 
-void RecordTables::MakeTableReady(const std::string& name, Names& done)
+void RecordTables::MakeTableReady(const std::string& name, Names& done, const TableKey* key)
 {
     if (!done.insert(InUpperCase(name)).second)
         return;
     for (Query view(m_engine, viewQuestion, {name}); view.Next();)
         MakeNamesReady(view.Text(0), done);
-    Renew(name, m_surroundings, m_tables, Readers::All, done);
+    Renew(name, m_surroundings, m_tables, Readers::All, done, key);
 }
 
 void RecordTables::MakeCriteriaReady(std::string_view criteria, Names& done)
@@ -115,12 +115,12 @@ void RecordTables::MakeCriteriaReady(std::string_view criteria, Names& done)
 }
 
 void RecordTables::Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers,
-                         Names& done)
+                         Names& done, const TableKey* key)
 {
     if (m_engines.count(InUpperCase(name)) > 0)
         return;
     const std::shared_ptr<const RecordTable> known = FindIn(tables, name);
-    auto definition = ReadDefinition(m_engine, surroundings, name);
+    auto definition = key ? ReadDefinition(m_engine, surroundings, *key) : ReadDefinition(m_engine, surroundings, name);
     if (!definition) {
         if (known)
             WithdrawTable(*known);
@@ -215,7 +215,7 @@ std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
 {
     const bool isBound = !m_surroundings.defaultDatabase.empty();
     const std::string name = isBound ? "TABLE_NAME" : "DATABASE_NAME || '_' || TABLE_NAME";
-    std::string text = "SELECT " + name + " FROM TW_TABLE WHERE DATABASE_NAME <> 'TW'";
+    std::string text = "SELECT " + name + ", DATABASE_NAME, TABLE_NAME FROM TW_TABLE WHERE DATABASE_NAME <> 'TW'";
     std::vector<std::string> parameters{pattern ? *pattern : "%"};
     text += " AND " + name + " LIKE ?1 ESCAPE '\\'";
     if (isBound) {
@@ -223,15 +223,18 @@ std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
         parameters.push_back(m_surroundings.defaultDatabase);
     }
     const std::lock_guard lock(m_makingReady);
-    // Two databases and their tables may come to one name between them.
+    // Two databases and their tables may come to one name between them, which then means the first of them.
     Names seen;
     std::vector<std::string> names;
-    for (Query row(m_engine, text + " ORDER BY 1", parameters); row.Next();)
-        if (seen.insert(InUpperCase(row.Text(0))).second)
+    std::vector<TableKey> keys;
+    for (Query row(m_engine, text + " ORDER BY 2, 3", parameters); row.Next();)
+        if (seen.insert(InUpperCase(row.Text(0))).second) {
             names.push_back(row.Text(0));
+            keys.push_back({row.Text(1), row.Text(2)});
+        }
     Names done;
-    for (const std::string& table : names)
-        MakeTableReady(table, done);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        MakeTableReady(names[i], done, &keys[i]);
     return names;
 }
 

@@ -55,15 +55,18 @@ private:
 
     using Tables = std::map<std::string, std::shared_ptr<const RecordTable>>; ///< by their names in upper case
 
-    void MakeTableReady(const std::string& name, Names& done);
+    void MakeTableReady(const std::string& name, Names& done, const TableKey* key = nullptr);
     void MakeNamesReady(std::string_view statement, Names& done);
 
     /// The same for what a criteria asks: it may also call tables by the names of their databases and their own,
     /// joined, where clients, who are served one database's tables, may not.
     void MakeCriteriaReady(std::string_view criteria, Names& done);
 
-    /// Publishes the table that `name` means in some surroundings, if it is not in `tables` as it is defined now.
-    void Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers, Names& done);
+    /// Publishes the table that `name` means in some surroundings, if it is not in `tables` as it is defined now. Its
+    /// place in the catalog is searched for if it is not given.
+    void Renew(const std::string& name, const Surroundings& surroundings, Tables& tables, Readers readers, Names& done,
+               const TableKey* key = nullptr);
+
     /// Null takes a table out.
     void Put(Tables& tables, const std::string& name, const std::shared_ptr<const RecordTable>& table);
     void CollectDecimals(std::string_view statement, Names& done, Names& columns, Namesakes& namesakes) const;

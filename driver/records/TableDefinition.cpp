@@ -202,6 +202,31 @@ void ReadFile(const Query& row, const Surroundings& surroundings, TableDefinitio
     }
 }
 
+/// The definition of the table in the first row, if there is one.
+std::optional<TableDefinition> ReadTable(sqlite3* engine, const Surroundings& surroundings, Query& row)
+{
+    if (!row.Next())
+        return std::nullopt;
+    const bool isBound = !surroundings.defaultDatabase.empty();
+    TableDefinition definition;
+    definition.database = row.Text(0);
+    definition.table = row.Text(1);
+    definition.sqlName = Displayed(definition.table, row.Text(12));
+    if (!isBound)
+        definition.sqlName = Displayed(definition.database, row.Text(11)) + "_" + definition.sqlName;
+    definition.criteria = row.Text(4);
+    definition.remarks = row.Text(13);
+    ReadFile(row, surroundings, definition);
+    Query columns(engine, columnQuestion, {definition.database, definition.table, row.Text(2)});
+    while (columns.Next())
+        definition.columns.push_back(ReadColumn(columns));
+    if (std::none_of(definition.columns.begin(), definition.columns.end(),
+                     [](const Column& column) { return column.isVisible; }) &&
+        definition.problem.empty())
+        definition.problem = "it has no columns";
+    return definition;
+}
+
 } // namespace
 
 std::string DataFilePath(const Surroundings& surroundings, const std::string& directory,
@@ -229,25 +254,14 @@ std::optional<TableDefinition> ReadDefinition(sqlite3* engine, const Surrounding
     if (isBound)
         parameters.push_back(surroundings.defaultDatabase);
     Query row(engine, tableQuestion + condition + " ORDER BY t.DATABASE_NAME, t.TABLE_NAME LIMIT 1", parameters);
-    if (!row.Next())
-        return std::nullopt;
-    TableDefinition definition;
-    definition.database = row.Text(0);
-    definition.table = row.Text(1);
-    definition.sqlName = Displayed(definition.table, row.Text(12));
-    if (!isBound)
-        definition.sqlName = Displayed(definition.database, row.Text(11)) + "_" + definition.sqlName;
-    definition.criteria = row.Text(4);
-    definition.remarks = row.Text(13);
-    ReadFile(row, surroundings, definition);
-    Query columns(engine, columnQuestion, {definition.database, definition.table, row.Text(2)});
-    while (columns.Next())
-        definition.columns.push_back(ReadColumn(columns));
-    if (std::none_of(definition.columns.begin(), definition.columns.end(),
-                     [](const Column& column) { return column.isVisible; }) &&
-        definition.problem.empty())
-        definition.problem = "it has no columns";
-    return definition;
+    return ReadTable(engine, surroundings, row);
+}
+
+std::optional<TableDefinition> ReadDefinition(sqlite3* engine, const Surroundings& surroundings, const TableKey& key)
+{
+    Query row(engine, tableQuestion + std::string("t.DATABASE_NAME = ?1 AND t.TABLE_NAME = ?2"),
+              {key.database, key.table});
+    return ReadTable(engine, surroundings, row);
 }
 
 } // namespace tarnwick::records

@@ -80,6 +80,15 @@ struct Surroundings {
 /// Throws RecordError if the catalog cannot be read.
 std::optional<TableDefinition> ReadDefinition(sqlite3* engine, const Surroundings& surroundings, std::string_view name);
 
+/// A table's place in the catalog, in just this spelling.
+struct TableKey {
+    std::string database;
+    std::string table;
+};
+
+/// The same for a table whose place is known, which needs no search through the others.
+std::optional<TableDefinition> ReadDefinition(sqlite3* engine, const Surroundings& surroundings, const TableKey& key);
+
 /// Where a table's data file is. Throws RecordError for a logical directory that the data source does not know.
 std::string DataFilePath(const Surroundings& surroundings, const std::string& directory,
                          const std::string& specification);

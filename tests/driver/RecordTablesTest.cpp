@@ -1,6 +1,10 @@
+#include "RecordTables.h"
 #include "Command.h"
 #include "RecordsFixture.h"
 
+#include <sqlite3.h>
+
+#include <memory>
 #include <thread>
 
 namespace
@@ -434,4 +438,30 @@ TEST_F(Records, AKeyThatCannotBeIsToldAtConnecting)
     EXPECT_FALSE(another.Connect("Driver=Tarnwick ODBC;BadFields=Maybe;Catalog=" + setup.File("c.cat")));
     EXPECT_TRUE(Holds(another.Failure().message, "The key BadFields must be Error or Null."))
         << another.Failure().message;
+}
+
+TEST_F(Records, AllTablesAreMadeReadyWithoutASearchForEach)
+{
+    const auto steps = [&](int tables) {
+        Run("DELETE FROM TW_TABLE WHERE DATABASE_NAME = 'BANK'");
+        Run("INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME) WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+            "WHERE i < " +
+            std::to_string(tables) + ") SELECT 'BANK', 'T' || i FROM n");
+        sqlite3* opened = nullptr;
+        EXPECT_EQ(sqlite3_open(setup.File("c.cat").c_str(), &opened), SQLITE_OK);
+        const std::unique_ptr<sqlite3, decltype(&sqlite3_close_v2)> engine(opened, sqlite3_close_v2);
+        tarnwick::records::RecordTables ready(opened, {"", setup.File(""), {}}, tarnwick::records::BadFields::Error);
+        int count = 0;
+        const auto addOne = [](void* to) {
+            ++*static_cast<int*>(to);
+            return 0;
+        };
+        sqlite3_progress_handler(opened, 10, addOne, &count);
+        EXPECT_EQ(ready.MakeReadyLike(nullptr).size(), static_cast<std::size_t>(tables));
+        sqlite3_progress_handler(opened, 0, nullptr, nullptr);
+        return count;
+    };
+    const int few = steps(100);
+    EXPECT_GT(few, 100);
+    EXPECT_LT(steps(400), 6 * few);
 }
