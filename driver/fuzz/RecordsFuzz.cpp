@@ -7,11 +7,18 @@
 #include "KeyIndex.h"
 #include "LongNumbers.h"
 #include "RecordCursor.h"
+#include "Tokenizer.h"
 
+#include <sqlite3.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <iterator>
+#include <string>
+#include <vector>
 
+using namespace tarnwick;
 using namespace tarnwick::records;
 
 namespace
@@ -78,6 +85,118 @@ void CompareForms(std::string_view text)
         std::abort();
 }
 
+void Require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+/// The number that stands in a place of a rewritten statement; `i` goes behind the place.
+std::string ReplacedNumber(const std::vector<Token>& tokens, std::size_t& i)
+{
+    std::size_t digits = i;
+    std::size_t end = i + 1;
+    if (IsWord(tokens[i], "CAST")) { // CAST('1' AS TEXT) COLLATE TARNWICK_LITERAL
+        digits = i + 2;
+        end = i + 8;
+    } else if (IsWord(tokens[i], "CASE")) { // CASE typeof(A) WHEN 'text' THEN '1' ELSE 1 END
+        const auto isEnd = [](const Token& token) { return token.text == ")"; };
+        digits =
+            static_cast<std::size_t>(
+                std::find_if(tokens.begin() + static_cast<std::ptrdiff_t>(i), tokens.end(), isEnd) - tokens.begin()) +
+            4;
+        for (end = digits; end < tokens.size() && !IsWord(tokens[end], "END");)
+            ++end;
+        ++end;
+    }
+    Require(end <= tokens.size() && digits < end && tokens[digits].kind == Token::Kind::String);
+    i = end;
+    return BareName(tokens[digits]);
+}
+
+/// Outside of the places of its long numbers a statement stays as it is.
+void CompareStatements(std::string_view text, std::string_view quoted)
+{
+    const std::vector<Token> before = Tokenize(text);
+    const std::vector<Token> after = Tokenize(quoted);
+    std::size_t i = 0;
+    for (std::size_t place = 0; place < after.size();) {
+        Require(i < before.size());
+        if (before[i].text == after[place].text) {
+            ++i;
+            ++place;
+            continue;
+        }
+        const std::string number = ReplacedNumber(after, place);
+        std::string read;
+        while (i < before.size() && read.size() < number.size())
+            read += before[i++].text;
+        Require(!number.empty() && read == number);
+    }
+    Require(i == before.size());
+}
+
+/// A value as SQLite gives it to a table, of which the records with it are asked for.
+class Asked
+{
+public:
+    Asked()
+    {
+        Require(sqlite3_open(":memory:", &m_engine) == SQLITE_OK);
+        Require(sqlite3_prepare_v2(m_engine, "SELECT ?1", -1, &m_statement, nullptr) == SQLITE_OK);
+    }
+    ~Asked()
+    {
+        sqlite3_finalize(m_statement);
+        sqlite3_close(m_engine);
+    }
+    Asked(const Asked&) = delete;
+    Asked& operator=(const Asked&) = delete;
+
+    /// Whether the index finds a record with the value; so it must, if the value can be asked for in its way.
+    bool Finds(const KeyIndex& index, KeyIndex::By by, Shown shown, const Value& value, std::uint64_t number)
+    {
+        Bind(value);
+        Require(sqlite3_step(m_statement) == SQLITE_ROW);
+        sqlite3_value* asked = sqlite3_value_dup(sqlite3_column_value(m_statement, 0));
+        if (by == KeyIndex::By::Number)
+            sqlite3_value_numeric_type(asked);
+        const KeyIndex::Wanted wanted = KeyIndex::WantedBy(shown, asked);
+        const bool isNull = sqlite3_value_type(asked) == SQLITE_NULL;
+        sqlite3_value_free(asked);
+        sqlite3_reset(m_statement);
+        const auto places = index.Find(wanted);
+        const auto isIt = [&](const KeyIndex::Place& place) { return place.number == number; };
+        return isNull || wanted.by != by || std::any_of(places.begin(), places.end(), isIt);
+    }
+
+private:
+    void Bind(const Value& value)
+    {
+        const auto size = value.text.size();
+        switch (value.kind) {
+        case Value::Kind::Null:
+            sqlite3_bind_null(m_statement, 1);
+            break;
+        case Value::Kind::Integer:
+            sqlite3_bind_int64(m_statement, 1, value.integer);
+            break;
+        case Value::Kind::Real:
+            sqlite3_bind_double(m_statement, 1, value.real);
+            break;
+        case Value::Kind::Text:
+            sqlite3_bind_text64(m_statement, 1, value.text.data(), size, SQLITE_TRANSIENT, SQLITE_UTF8);
+            break;
+        case Value::Kind::Bytes:
+            sqlite3_bind_blob64(m_statement, 1, value.text.data(), size, SQLITE_TRANSIENT);
+            break;
+        }
+    }
+
+    sqlite3* m_engine = nullptr;
+    sqlite3_stmt* m_statement = nullptr;
+};
+
 /// What a storage type's attributes, a format and a statement may be.
 void ReadTexts(std::string_view text)
 {
@@ -89,9 +208,7 @@ void ReadTexts(std::string_view text)
         std::abort();
     // Every name of an odd length is a wide column's.
     const auto isDecimal = [](const std::string& name) { return name.size() % 2 == 1; };
-    const std::string quoted = QuoteLongNumbers(std::string(text), isDecimal);
-    if (quoted.size() < text.size() || (!MayHoldLongNumber(text) && quoted != text))
-        std::abort();
+    CompareStatements(text, QuoteLongNumbers(std::string(text), isDecimal, {{}, {"W"}}));
 }
 
 IntegerLimits LimitsFrom(std::uint8_t choice)
@@ -112,7 +229,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto shown = static_cast<Shown>(data[7] % (static_cast<int>(Shown::Timestamp) + 1));
     const IntegerLimits limits = LimitsFrom(data[2]);
     const FieldDecoder decoder(MakeField(data), shown, format.page, limits);
-    KeyIndex index(shown, (data[2] & 64) != 0 ? KeyIndex::By::Number : KeyIndex::By::Value);
+    const bool isNumber = shown == Shown::Integer || shown == Shown::Real || shown == Shown::Bit;
+    const KeyIndex::By by = (data[2] & 64) != 0 && !isNumber ? KeyIndex::By::Number : KeyIndex::By::Value;
+    KeyIndex index(shown, by);
+    struct Added {
+        std::string text;
+        Value value;
+        std::uint64_t number;
+    };
+    constexpr std::size_t mostAsked = 64;
+    std::vector<Added> added;
     RecordCursor cursor(format, {reinterpret_cast<const char*>(data) + choices, size - choices});
     std::string room;
     bool isRecord = true;
@@ -126,11 +252,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             continue;
         Touch(value.text);
         index.Add(value, {cursor.Position(), cursor.Number()});
+        if (added.size() < mostAsked)
+            added.push_back({std::string(value.text), value, cursor.Number()});
         if (shown == Shown::Integer && value.kind == Value::Kind::Integer &&
             (value.integer < limits.least || value.integer > limits.most))
             std::abort();
     }
     index.Sort();
+    static Asked asked;
+    for (Added& one : added) {
+        one.value.text = one.text;
+        Require(asked.Finds(index, by, shown, one.value, one.number));
+    }
     cursor.Seek(data[6] * 3u, 1u + data[7]);
     Touch(cursor.Bytes());
     return 0;
