@@ -10,7 +10,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <regex>
 
 namespace tarnwick::records
 {
@@ -64,11 +63,34 @@ std::optional<std::string> Spelled(sqlite3* engine, const std::string& user)
     return name.Next() ? std::optional(name.Text(0)) : std::nullopt;
 }
 
+/// How long the escape at the beginning of a text is if it is a date, a time or both; else 0.
+std::size_t LengthOfMoment(std::string_view text)
+{
+    std::size_t place = 1;
+    const auto skip = [&](const char* characters) {
+        place = std::min(text.find_first_not_of(characters, place), text.size());
+    };
+    const auto take = [&](char c) { return place < text.size() && text[place++] == c; };
+    skip(" ");
+    const std::size_t word = place;
+    skip("dDtTsS");
+    const std::string_view kind = text.substr(word, place - word);
+    if (!EqualIgnoringCase(kind, "d") && !EqualIgnoringCase(kind, "t") && !EqualIgnoringCase(kind, "ts"))
+        return 0;
+    skip(" ");
+    if (!take('\''))
+        return 0;
+    skip("-0123456789:. ");
+    if (!take('\''))
+        return 0;
+    skip(" ");
+    return take('}') ? place : 0;
+}
+
 /// Whether the library below takes anything out of a statement: braces, with the word behind the first. It knows no
 /// comments, and of the quotes only `'` and `"`. From an escape that is a date, a time or both it leaves just that.
 bool HoldsEscape(std::string_view statement)
 {
-    static const std::regex moment(R"(^\{ *(d|t|ts) *'[-0-9:. ]*' *\})", std::regex::icase);
     char quote = '\0';
     for (std::size_t i = 0; i < statement.size(); ++i) {
         const char c = statement[i];
@@ -77,11 +99,10 @@ bool HoldsEscape(std::string_view statement)
         } else if (c == '\'' || c == '"') {
             quote = c;
         } else if (c == '{') {
-            std::cmatch found;
-            const char* const at = statement.data() + i;
-            if (!std::regex_search(at, statement.data() + std::min(statement.size(), i + 64), found, moment))
+            const std::size_t length = LengthOfMoment(statement.substr(i));
+            if (length == 0)
                 return true;
-            i += static_cast<std::size_t>(found.length()) - 1;
+            i += length - 1;
         }
     }
     return false;
