@@ -133,6 +133,9 @@ protected:
             show();
         if (watched == &m_text && event->type() == QEvent::HideToParent)
             hide();
+        // At once, or what stands below would move as soon as it shows.
+        if (watched == &m_pane && event->type() == QEvent::Show)
+            fit();
         if (watched != &m_text && (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
             fitLater();
         return QScrollArea::eventFilter(watched, event);

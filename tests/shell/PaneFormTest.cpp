@@ -53,13 +53,19 @@ protected:
 
     SamplePane& show(const QStringList& commandLine = {})
     {
+        SamplePane& pane = display(commandLine);
+        QCoreApplication::processEvents();
+        return pane;
+    }
+    /// As it is when the pane has been displayed, before anything else has been seen to.
+    SamplePane& display(const QStringList& commandLine = {})
+    {
         panes::Operations operations;
         operations.Display = panes::call(&SamplePane::Display);
         panes::add(
             u"frmSample"_s, [] { return new SamplePane; }, operations);
         start(commandLine);
         window->PaneDisplay(u"frmSample"_s);
-        QCoreApplication::processEvents();
         return static_cast<SamplePane&>(forms::get(u"frmSample"_s));
     }
     static void chooseClassic() { settings::save(u"Options"_s, u"Win98"_s, 0); }
@@ -188,6 +194,14 @@ TEST_F(PanesLook, ADescriptionIsAsHighAsItsTextWhileTheBodyHasItsRoom)
     EXPECT_EQ(inPane(pane, *pane.lvw).top(), oneLine + 2 * line);
     EXPECT_EQ(description.visibleRegion().boundingRect(), description.rect());
     EXPECT_EQ(description.height(), 3 * line);
+}
+
+TEST_F(PanesLook, NothingMovesOnceAPaneShows)
+{
+    const SamplePane& pane = display();
+    const QRect atOnce = inPane(pane, *pane.lvw);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(inPane(pane, *pane.lvw), atOnce);
 }
 
 TEST_F(PanesLook, ADescriptionOfManyLinesScrolls)
