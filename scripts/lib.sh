@@ -31,14 +31,17 @@ utf8_locale() {
 # where there is room. A catalog writes each of its statements through to the disk, which takes longer than all else and
 # never the same time.
 scratch_folder() {
-    local parent=${TMPDIR:-/tmp} room options
+    local parent=${TMPDIR:-/tmp} room options folder
     room=$(df --output=avail --block-size=1M /dev/shm 2>/dev/null | tail -n 1) || room=0
     # Some tests make programs and run them.
     options=$(findmnt --noheadings --output OPTIONS --target /dev/shm 2>/dev/null) || options=noexec
     if [[ -z ${TMPDIR:-} && -w /dev/shm && ,$options, != *,noexec,* ]] && ((room >= 2048)); then
         parent=/dev/shm
     fi
-    mktemp -d -p "$parent"
+    folder=$(mktemp -d -p "$parent")
+    # Some tests go on as an ordinary user.
+    chmod 755 "$folder"
+    printf '%s\n' "$folder"
 }
 
 # The presets that the scripts accept are those of CMakePresets.json that are not hidden.
