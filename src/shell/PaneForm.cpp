@@ -105,8 +105,9 @@ public:
     int heightForWidth(int width) const override { return text().isEmpty() ? 0 : QLabel::heightForWidth(width); }
 };
 
-/// The place of the description. It is as high as its text as long as the body has all the room that it can use;
-/// beyond that it has a third of the pane, and the text scrolls in it. It comes and goes with the text.
+/// The place of the description. It is as high as its text as long as the body has all the room that it asks for;
+/// beyond that it has what the body leaves, a third of the pane at least, and the text scrolls in it. It comes and goes
+/// with the text.
 class DescriptionArea final : public QScrollArea
 {
 public:
