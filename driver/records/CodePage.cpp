@@ -1,5 +1,6 @@
 #include "CodePage.h"
 
+#include "Bits.h"
 #include "Text.h"
 
 #include <iconv.h>
@@ -51,18 +52,17 @@ std::string NameForIconv(std::string_view name)
     return std::string(name);
 }
 
+/// The bits of eight bytes that no character of ASCII has.
+constexpr std::uint64_t beyondAscii = 0x8080808080808080;
+
 bool IsAscii(std::string_view bytes)
 {
-    std::uint64_t seen = 0;
-    while (bytes.size() >= sizeof seen) {
-        std::uint64_t eight = 0;
-        std::memcpy(&eight, bytes.data(), sizeof eight);
-        seen |= eight;
-        bytes.remove_prefix(sizeof eight);
-    }
-    for (const char c : bytes)
-        seen |= static_cast<unsigned char>(c);
-    return (seen & 0x8080808080808080) == 0;
+    if (bytes.size() < 8)
+        return (BitsOf(bytes, false) & beyondAscii) == 0;
+    std::uint64_t seen = EightBytesAt(bytes.data() + bytes.size() - 8);
+    for (; bytes.size() > 8; bytes.remove_prefix(8))
+        seen |= EightBytesAt(bytes.data());
+    return (seen & beyondAscii) == 0;
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 namespace tarnwick::records
 {
@@ -81,6 +82,14 @@ constexpr ZonedDigits ebcdicDigits = MakeEbcdicDigits();
 
 std::string_view TrimmedEnd(std::string_view text)
 {
+    // A blank and a zero byte differ in this bit, and in all others from any character.
+    constexpr std::uint64_t allButBlank = ~0x2020202020202020U;
+    while (text.size() >= 8) {
+        const std::uint64_t kept = EightBytesAt(text.data() + text.size() - 8) & allButBlank;
+        text.remove_suffix(static_cast<std::size_t>(std::countl_zero(kept)) / 8);
+        if (kept != 0)
+            return text;
+    }
     while (!text.empty() && (text.back() == ' ' || text.back() == '\0'))
         text.remove_suffix(1);
     return text;
@@ -155,8 +164,8 @@ std::size_t DigitsOf(const Field& field)
 
 FieldDecoder::FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page,
                            IntegerLimits limits)
-    : m_type(field.type), m_scale(field.scale), m_shown(shown), m_limits(limits), m_page(PageOf(field.type, page)),
-      m_ebcdicDigits(page->IsEbcdic())
+    : m_offset(field.offset), m_length(field.length), m_type(field.type), m_scale(field.scale), m_shown(shown),
+      m_limits(limits), m_page(PageOf(field.type, page)), m_ebcdicDigits(page->IsEbcdic())
 {
     const std::string& format = field.format.empty() ? field.type.format : field.format;
     if (!format.empty())

@@ -72,6 +72,15 @@ public:
     /// Why no bytes of the field can be a value of the column; null if some can.
     const char* Problem() const { return m_problem; }
 
+    /// The field's bytes in a record: fewer than its length where the record ends inside it, none where it ends before.
+    std::string_view In(std::string_view record) const
+    {
+        return m_offset < record.size() ? record.substr(m_offset, m_length) : std::string_view();
+    }
+
+    /// Whether all bytes of the field are there, or none: then it is null.
+    bool IsWhole(std::string_view bytes) const { return bytes.size() >= m_length || bytes.empty(); }
+
     /// Decodes the field's bytes. Null, or why they are no value; the text completes "the bytes ... are no INTEGER-4:
     /// ". `room` is lent for text and bytes that are not in the record as such.
     const char* Decode(std::string_view bytes, Value& value, std::string& room) const
@@ -112,7 +121,13 @@ private:
     const char* Refuse(std::string_view bytes, Value& value, std::string& room) const;
 
     const char* ShowInteger(const Decimal& decimal, Value& value) const;
-    const char* ShowText(std::string_view text, Value& value, std::string& room) const;
+    const char* ShowText(std::string_view text, Value& value, std::string& room) const
+    {
+        if (m_shown != Shown::Text)
+            return IsMoment() ? ShowTextAsMoment(text, value, room) : ShowTextAsNumber(text, value, room);
+        value = Value::Text(text);
+        return nullptr;
+    }
     const char* ShowTextAsNumber(std::string_view text, Value& value, std::string& room) const;
     const char* ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const;
     const char* ShowDecimal(const Decimal& decimal, Value& value, std::string& room) const;
@@ -122,6 +137,8 @@ private:
     bool IsMoment() const { return m_shown == Shown::Date || m_shown == Shown::Time || m_shown == Shown::Timestamp; }
     MomentPart Part() const;
 
+    std::size_t m_offset;
+    std::size_t m_length;
     StorageType m_type;
     int m_scale;
     Shown m_shown;

@@ -10,15 +10,6 @@
 namespace tarnwick::records
 {
 
-const char* FieldDecoder::ShowText(std::string_view text, Value& value, std::string& room) const
-{
-    if (m_shown == Shown::Text) {
-        value = Value::Text(text);
-        return nullptr;
-    }
-    return IsMoment() ? ShowTextAsMoment(text, value, room) : ShowTextAsNumber(text, value, room);
-}
-
 const char* FieldDecoder::ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const
 {
     Moment moment;

@@ -132,7 +132,7 @@ bool CanLookUp(const ScannedTable& table, sqlite3_index_info& plan, int which)
     if (!constraint.usable || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ || constraint.iColumn < 0)
         return false;
     const std::size_t column = ColumnAt(table, constraint.iColumn);
-    if (column >= table.table->Definition().columns.size() || !table.table->Decoder(column))
+    if (!table.table->Decoder(column))
         return false;
     // What is compared with a constant, or with the few of a list, is best read once and from the beginning. A long
     // number has a collation of its own, and so SQLite does not tell that it is a constant.
@@ -248,16 +248,12 @@ void Refuse(sqlite3_context* context, const std::string& message)
     sqlite3_result_error(context, message.c_str(), static_cast<int>(message.size()));
 }
 
-void GiveField(RecordScan& scan, std::size_t position, sqlite3_context* context)
+void RefuseField(const RecordScan& scan, std::size_t position, const char* reason, sqlite3_context* context)
 {
-    Value value;
-    const char* const reason = scan.Decode(position, value);
-    if (!reason)
-        return Give(context, value);
     if (scan.Table().WhenBad() == BadFields::Null)
         return sqlite3_result_null(context);
     const Field& field = *scan.Table().Definition().columns[position].field;
-    const std::string_view bytes = scan.Record().Bytes().substr(field.offset, field.length);
+    const std::string_view bytes = scan.Table().Decoder(position)->In(scan.Record().Bytes());
     Refuse(context, scan.Place() + ", field " + field.name + ": the bytes" + InHexadecimal(bytes) +
                         " cannot be read as " + field.typeName + ": " + reason + ".");
 }
@@ -268,19 +264,28 @@ void GivePlace(const RecordCursor& record, std::size_t which, sqlite3_context* c
     sqlite3_result_int64(context, static_cast<sqlite3_int64>(which == 0 ? record.Position() : record.Number()));
 }
 
-void GiveColumn(RecordScan& scan, std::size_t position, sqlite3_context* context)
+/// A column without a field that can be read.
+void GiveOther(const RecordScan& scan, std::size_t position, sqlite3_context* context)
 {
     const RecordTable& table = scan.Table();
     const auto& columns = table.Definition().columns;
     if (position >= columns.size())
         GivePlace(scan.Record(), position - columns.size(), context);
-    else if (table.Decoder(position))
-        GiveField(scan, position, context);
     else if (table.Problem(position).empty())
         GiveSpecial(scan.Record(), columns[position], context);
     else
         Refuse(context, "The column " + columns[position].name + " of the table " + table.Definition().sqlName +
                             " cannot be read: " + table.Problem(position) + ".");
+}
+
+void GiveColumn(RecordScan& scan, std::size_t position, sqlite3_context* context)
+{
+    const FieldDecoder* const field = scan.Table().Decoder(position);
+    if (!field)
+        return GiveOther(scan, position, context);
+    Value value;
+    const char* const reason = scan.Decode(*field, value);
+    return reason ? RefuseField(scan, position, reason, context) : Give(context, value);
 }
 
 int GiveCell(sqlite3_vtab_cursor* cursor, sqlite3_context* context, int number)

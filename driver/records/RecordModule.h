@@ -41,7 +41,10 @@ public:
     const std::string& Problem(std::size_t column) const { return m_columnProblems[column]; }
 
     /// The decoder of a column with a field that can be read; null for any other.
-    const FieldDecoder* Decoder(std::size_t column) const { return m_decoders[column].get(); }
+    const FieldDecoder* Decoder(std::size_t column) const
+    {
+        return column < m_decoders.size() ? m_decoders[column].get() : nullptr;
+    }
 
     /// The name under which the criteria's own statement, and no other, reads all records.
     std::string UnfilteredName() const;

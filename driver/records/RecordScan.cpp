@@ -68,23 +68,6 @@ std::string RecordScan::Place() const
     return "The data file '" + m_file->Path() + "', record " + std::to_string(m_records->Number());
 }
 
-const char* RecordScan::Decode(std::size_t column, Value& value)
-{
-    const Field& field = *Table().Definition().columns[column].field;
-    const FieldDecoder& decoder = *Table().Decoder(column);
-    const std::string_view record = m_records->Bytes();
-    if (field.offset >= record.size()) {
-        value = Value::Null();
-        return nullptr;
-    }
-    const std::string_view bytes = record.substr(field.offset, field.length);
-    const bool mayEnd = bytes.size() >= field.length || (m_isCut ? decoder.MayBeCut() : decoder.MayEndEarly());
-    const char* const reason = mayEnd ? decoder.Decode(bytes, value, m_room) : "the record ends inside the field";
-    if (m_file->HasZeros())
-        RefuseCutFile(true);
-    return reason;
-}
-
 void RecordScan::StepRecord()
 {
     using Step = RecordCursor::Step;
@@ -169,12 +152,13 @@ Query RecordScan::Choose() const
 std::optional<KeyIndex> RecordScan::MakeIndex(std::size_t column, KeyIndex::By by) const
 {
     KeyIndex index(Table().Definition().columns[column].shown, by);
+    const FieldDecoder& field = *Table().Decoder(column);
     RecordScan scan(m_table);
     scan.Open(m_file);
     for (scan.BeginAll(); !scan.IsAtEnd(); scan.Next()) {
         const KeyIndex::Place place = {scan.Record().Position(), scan.Record().Number()};
         Value value;
-        if (scan.Decode(column, value) != nullptr)
+        if (scan.Decode(field, value) != nullptr)
             index.AddUnread(place);
         else
             index.Add(value, place);

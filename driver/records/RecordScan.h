@@ -61,9 +61,17 @@ public:
     /// Which record of which file it is, as an error begins.
     std::string Place() const;
 
-    /// Decodes a column with a field, of the record. Null, or why its bytes are no value. What is decoded holds until
+    /// Decodes a field of the record. Null, or why its bytes are no value. What is decoded holds until
     /// the next call. Throws RecordError if the file was cut.
-    const char* Decode(std::size_t column, Value& value);
+    const char* Decode(const FieldDecoder& field, Value& value)
+    {
+        const std::string_view bytes = field.In(m_records->Bytes());
+        const bool mayEnd = field.IsWhole(bytes) || (m_isCut ? field.MayBeCut() : field.MayEndEarly());
+        const char* const reason = mayEnd ? field.Decode(bytes, value, m_room) : "the record ends inside the field";
+        if (m_file->HasZeros())
+            RefuseCutFile(true);
+        return reason;
+    }
 
 private:
     void StepRecord();
