@@ -23,8 +23,6 @@ using namespace tarnwick;
 
 // clang-format off
 
-FORWARD(SQLGetFunctions, (SQLHDBC c, SQLUSMALLINT function, SQLUSMALLINT* supported), (c, function, supported))
-
 // Results
 FORWARD(SQLNumResultCols, (SQLHSTMT s, SQLSMALLINT* columns), (s, columns))
 FORWARD(SQLRowCount, (SQLHSTMT s, SQLLEN* rows), (s, rows))
@@ -50,15 +48,6 @@ FORWARD(SQLEndTran, (SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT completion)
 FORWARD(SQLGetCursorName,
         (SQLHSTMT s, SQLCHAR* name, SQLSMALLINT capacity, SQLSMALLINT* length), (s, name, capacity, length))
 FORWARD(SQLSetCursorName, (SQLHSTMT s, SQLCHAR* name, SQLSMALLINT length), (s, name, length))
-
-// Descriptors
-FORWARD(SQLCopyDesc, (SQLHDESC source, SQLHDESC target), (source, target))
-FORWARD(SQLGetDescField,
-        (SQLHDESC d, SQLSMALLINT number, SQLSMALLINT field, SQLPOINTER value, SQLINTEGER capacity, SQLINTEGER* length),
-        (d, number, field, value, capacity, length))
-FORWARD(SQLSetDescField,
-        (SQLHDESC d, SQLSMALLINT number, SQLSMALLINT field, SQLPOINTER value, SQLINTEGER length),
-        (d, number, field, value, length))
 
 // Catalog functions with narrow names
 ANSWER(SQLPrimaryKeys,

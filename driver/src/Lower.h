@@ -19,14 +19,13 @@ struct Missing<SQLRETURN (*)(Arguments...)> {
 // clang-format off
 #define TARNWICK_LOWER_FUNCTIONS(X)                                                                                    \
     X(SQLAllocHandle) X(SQLBindCol) X(SQLBindParam) X(SQLBindParameter) X(SQLBulkOperations) X(SQLCancel)              \
-    X(SQLCloseCursor) X(SQLColAttribute) X(SQLCopyDesc) X(SQLDescribeCol) X(SQLDescribeParam) X(SQLDisconnect)         \
-    X(SQLDriverConnect) X(SQLEndTran) X(SQLExecDirect) X(SQLExecute) X(SQLExtendedFetch) X(SQLFetch) X(SQLFetchScroll) \
-    X(SQLForeignKeys) X(SQLFreeHandle) X(SQLFreeStmt) X(SQLGetConnectAttr) X(SQLGetCursorName) X(SQLGetData)           \
-    X(SQLGetDescField) X(SQLGetDiagField) X(SQLGetDiagRec) X(SQLGetEnvAttr) X(SQLGetFunctions) X(SQLGetInfo)           \
-    X(SQLGetStmtAttr) X(SQLMoreResults) X(SQLNumParams) X(SQLNumResultCols) X(SQLParamData) X(SQLPrepare)              \
-    X(SQLPrimaryKeys) X(SQLProcedureColumns) X(SQLProcedures) X(SQLPutData) X(SQLRowCount) X(SQLSetConnectAttr)        \
-    X(SQLSetCursorName) X(SQLSetDescField) X(SQLSetEnvAttr) X(SQLSetPos) X(SQLSetStmtAttr) X(SQLSpecialColumns)        \
-    X(SQLStatistics) X(SQLTables)
+    X(SQLCloseCursor) X(SQLColAttribute) X(SQLDescribeCol) X(SQLDescribeParam) X(SQLDisconnect) X(SQLDriverConnect)    \
+    X(SQLEndTran) X(SQLExecDirect) X(SQLExecute) X(SQLExtendedFetch) X(SQLFetch) X(SQLFetchScroll) X(SQLForeignKeys)   \
+    X(SQLFreeHandle) X(SQLFreeStmt) X(SQLGetConnectAttr) X(SQLGetCursorName) X(SQLGetData) X(SQLGetDiagField)          \
+    X(SQLGetDiagRec) X(SQLGetEnvAttr) X(SQLGetInfo) X(SQLGetStmtAttr) X(SQLMoreResults) X(SQLNumParams)                \
+    X(SQLNumResultCols) X(SQLParamData) X(SQLPrepare) X(SQLPrimaryKeys) X(SQLProcedureColumns) X(SQLProcedures)        \
+    X(SQLPutData) X(SQLRowCount) X(SQLSetConnectAttr) X(SQLSetCursorName) X(SQLSetEnvAttr) X(SQLSetPos)                \
+    X(SQLSetStmtAttr) X(SQLSpecialColumns) X(SQLStatistics) X(SQLTables)
 // clang-format on
 
 /// The SQLite ODBC driver of the distribution, on which this driver stands: its narrow functions, which speak UTF-8.
