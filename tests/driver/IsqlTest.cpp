@@ -8,12 +8,6 @@
 namespace
 {
 
-/// The cells of isql's -d output: one row a line.
-CommandOutput Isql(const std::string& datasource, const std::string& statements)
-{
-    return RunCommand({"isql", datasource, "-b", "-x0x7C"}, statements);
-}
-
 bool Holds(const CommandOutput& output, const std::string& part)
 {
     return output.text.find(part) != std::string::npos;
@@ -26,9 +20,9 @@ TEST(Isql, MakesReadsAndChangesACatalog)
     OdbcSetup setup;
     const std::string name = setup.AddCatalog("a.cat");
     const CommandOutput output =
-        Isql(name, "SELECT COUNT (*) AS N FROM TW_FILE\n"
-                   "INSERT INTO TW_USER (USER_NAME, REMARKS) VALUES ('J\xF0\x9F\x98\x80\xC3\xA9', 'it''s')\n"
-                   "SELECT USER_NAME, REMARKS FROM TW_USER WHERE USER_NAME LIKE 'J%'\n");
+        RunIsql(name, "SELECT COUNT (*) AS N FROM TW_FILE\n"
+                      "INSERT INTO TW_USER (USER_NAME, REMARKS) VALUES ('J\xF0\x9F\x98\x80\xC3\xA9', 'it''s')\n"
+                      "SELECT USER_NAME, REMARKS FROM TW_USER WHERE USER_NAME LIKE 'J%'\n");
     EXPECT_EQ(output.exitCode, 0) << output.text;
     EXPECT_TRUE(Holds(output, "13")) << output.text;
     EXPECT_TRUE(Holds(output, "J\xF0\x9F\x98\x80\xC3\xA9|it's")) << output.text;
@@ -48,7 +42,7 @@ TEST(Isql, ReadsWhatAWideClientWrote)
         ASSERT_TRUE(
             client.Execute("UPDATE TW_USER SET REMARKS = 'W\xC3\xA4hrung \xE2\x82\xAC \xF0\x9F\x92\xB6'").Succeeded());
     }
-    const CommandOutput output = Isql(name, "SELECT REMARKS FROM TW_USER\n");
+    const CommandOutput output = RunIsql(name, "SELECT REMARKS FROM TW_USER\n");
     EXPECT_TRUE(Holds(output, "W\xC3\xA4hrung \xE2\x82\xAC \xF0\x9F\x92\xB6")) << output.text;
 }
 
@@ -57,10 +51,10 @@ TEST(Isql, GetsAnswersToTheWorkbenchsSpellings)
     OdbcSetup setup;
     const std::string name = setup.AddCatalog("a.cat");
     const CommandOutput output =
-        Isql(name, "INSERT INTO TW_DB (DATABASE_NAME) VALUES ('SHOP')\n"
-                   "SELECT DATABASE_NAME FROM TW_DB ORDER BY DATABASE_NAME WHERE DATABASE_NAME <> 'TW'\n"
-                   "SELECT #12/31/1998# AS D\n"
-                   "SELECT [FIELD_NAME] FROM [TW_FIELD] WHERE [FILE_NAME] = 'USER' AND FIELD_NUMBER = 02\n");
+        RunIsql(name, "INSERT INTO TW_DB (DATABASE_NAME) VALUES ('SHOP')\n"
+                      "SELECT DATABASE_NAME FROM TW_DB ORDER BY DATABASE_NAME WHERE DATABASE_NAME <> 'TW'\n"
+                      "SELECT #12/31/1998# AS D\n"
+                      "SELECT [FIELD_NAME] FROM [TW_FIELD] WHERE [FILE_NAME] = 'USER' AND FIELD_NUMBER = 02\n");
     EXPECT_TRUE(Holds(output, "SHOP\n")) << output.text;
     EXPECT_FALSE(Holds(output, "TW\n")) << output.text;
     EXPECT_TRUE(Holds(output, "1998-12-31\n")) << output.text;
@@ -83,8 +77,8 @@ TEST(Isql, ListsTablesAndColumns)
 {
     OdbcSetup setup;
     const std::string name = setup.AddCatalog("a.cat");
-    const CommandOutput tables = Isql(name, "help\n");
+    const CommandOutput tables = RunIsql(name, "help\n");
     EXPECT_TRUE(Holds(tables, "TW_COLUMN")) << tables.text;
-    const CommandOutput columns = Isql(name, "help TW_USER\n");
+    const CommandOutput columns = RunIsql(name, "help TW_USER\n");
     EXPECT_TRUE(Holds(columns, "TW_USER|USER_PASSWORD|12|VARCHAR|32|128|")) << columns.text;
 }

@@ -1,10 +1,10 @@
-#include "CellGrid.h"
 #include "Command.h"
-#include "DialogHands.h"
-#include "RoomFixture.h"
+#include "StoryFixture.h"
 
 #include <QFile>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -90,15 +90,9 @@ QList<QStringList> plainRows(const QString& text)
     return rows;
 }
 
-class LayoutToSelect : public ItemTest
+class LayoutToSelect : public Story
 {
 protected:
-    void TearDown() override
-    {
-        ItemTest::TearDown();
-        panes::remove(u"frmTableData"_s);
-    }
-
     QString file(const QString& name) const { return world.folder() + '/'_L1 + name; }
 
     void put(const QString& name, const QString& text) const
@@ -163,48 +157,6 @@ protected:
         press(u"Cancel"_s);
     }
 
-    void makeTable()
-    {
-        dialogs.expect(u"frmWizardFileToTable"_s, [&](DialogForm& form) {
-            const QString next = u"cmdNext"_s;
-            DialogScript::click(form, next);
-            dialog::clickRow(form, u"lstFile"_s, u"DELIVERY"_s);
-            DialogScript::click(form, next);
-            dialog::clickRow(form, u"lstDB"_s, u"BAKERY"_s);
-            DialogScript::click(form, next);
-            dialog::write(form, u"txtProperty_FILE_SPECIFICATION"_s, u"bread.dat"_s);
-            boxes.expectInform(u"Table Created"_s);
-            DialogScript::click(form, u"cmdFinish"_s);
-        });
-        MainWindowTest::choose(key({u"FI"_s, u"fi=DELIVERY"_s}), u"mnu_FileFileToTableWizard"_s);
-        dialogs.verify();
-        boxes.verify();
-    }
-
-    /// The records that the data view shows, each with its cells in the order of the headings asked for.
-    QList<QStringList> viewData(const QStringList& headings)
-    {
-        const QStringList table{u"DB"_s, u"db=BAKERY"_s, u"TA"_s, u"ta=DELIVERY"_s};
-        expandTo(key(table.first(3)));
-        dialogs.expect(u"frmTableCriteria"_s, [](DialogForm& form) {
-            DialogScript::click(form, u"cmdSelectAll"_s);
-            DialogScript::click(form, u"cmdOK"_s);
-        });
-        MainWindowTest::choose(key(table), u"mnu_TableViewData"_s);
-        dialogs.verify();
-        const auto& grid = dynamic_cast<CellGrid&>(control(u"dbgEdit"_s));
-        QList<QStringList> rows;
-        for (int row = 0; row < grid.Rows(); ++row) {
-            QStringList cells;
-            for (const QString& heading : headings)
-                for (int column = 0; column < grid.Cols(); ++column)
-                    if (grid.Heading(column).compare(heading, Qt::CaseInsensitive) == 0)
-                        cells.append(plain(grid.TextMatrix(row, column)));
-            rows.append(cells);
-        }
-        return rows;
-    }
-
     const Page page{u"from-layout-to-select.md"_s};
 };
 
@@ -223,8 +175,12 @@ TEST_F(LayoutToSelect, EveryRecordThatTheProgramOfThePageWritesIsReadAsItWasPrin
     EXPECT_EQ(stored(u"SELECT RECORD_SIZE FROM TW_FILE WHERE FILE_NAME = 'DELIVERY'"_s), QStringList{u"35"_s});
     EXPECT_EQ(QFile(file(u"bread.dat"_s)).size(), 4 * 35);
     addDatabase();
-    makeTable();
-    EXPECT_EQ(viewData({u"DELIVERY_NO"_s, u"SHOP"_s, u"DELIVERED_ON"_s, u"LOAVES"_s, u"AMOUNT"_s}), expected);
+    makeTable(u"DELIVERY"_s, u"BAKERY"_s, u"bread.dat"_s);
+    QList<QStringList> shown = viewData(u"BAKERY"_s, u"DELIVERY"_s,
+                                        {u"DELIVERY_NO"_s, u"SHOP"_s, u"DELIVERED_ON"_s, u"LOAVES"_s, u"AMOUNT"_s});
+    for (QStringList& row : shown)
+        std::transform(row.begin(), row.end(), row.begin(), plain);
+    EXPECT_EQ(shown, expected);
     EXPECT_TRUE(errors.shown().empty());
 
     // A client that knows nothing of the workbench.
@@ -238,10 +194,10 @@ TEST_F(LayoutToSelect, EveryRecordThatTheProgramOfThePageWritesIsReadAsItWasPrin
     static const QRegularExpression typed(u"^SQL> (.+)$"_s, QRegularExpression::MultilineOption);
     const QString statement = typed.match(session).captured(1);
     ASSERT_TRUE(statement.contains("GROUP BY"_L1));
-    const CommandOutput shown = RunCommand({"isql", datasource.toStdString(), "-b"}, statement.toStdString() + "\n");
+    const CommandOutput answer = RunCommand({"isql", datasource.toStdString(), "-b"}, statement.toStdString() + "\n");
     for (const QString& line : session.split(u'\n')) {
         if (line.startsWith(u'|')) {
-            EXPECT_NE(shown.text.find(line.trimmed().toStdString()), std::string::npos) << line.toStdString();
+            EXPECT_NE(answer.text.find(line.trimmed().toStdString()), std::string::npos) << line.toStdString();
         }
     }
 }

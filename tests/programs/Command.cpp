@@ -62,3 +62,8 @@ CommandOutput RunCommand(const std::vector<std::string>& words, const std::strin
     result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return result;
 }
+
+CommandOutput RunIsql(const std::string& datasource, const std::string& statements)
+{
+    return RunCommand({"isql", datasource, "-b", "-x0x7C"}, statements);
+}
