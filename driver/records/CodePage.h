@@ -14,7 +14,7 @@ class CodePage
 {
 public:
     /// A page by the name that an open string gives it: one that `iconv` knows, or `EBCDIC-037`, `EBCDIC-1047`,
-    /// `LATIN-1`. Null if there is none of that name.
+    /// `LATIN-1`, `UTF-8`, of which the hyphen may be an underscore or a blank. Null if there is none of that name.
     static std::shared_ptr<const CodePage> Find(std::string_view name);
 
     static std::shared_ptr<const CodePage> Utf8();
@@ -26,6 +26,15 @@ public:
 
     /// Digits, signs and blanks are where EBCDIC has them.
     bool IsEbcdic() const { return m_isEbcdic; }
+
+    /// What ends a line: EBCDIC has a newline character of its own.
+    char Newline() const { return m_isEbcdic ? '\x15' : '\n'; }
+
+    /// Whether that is a whole character. In a page where it is not, it may be any part of another one.
+    bool HasByteNewline() const { return m_hasByteNewline; }
+
+    /// The bytes without the beginning of a character that they end in.
+    std::string_view WithoutTornEnd(std::string_view bytes) const;
 
     /// The text of `bytes`: they themselves where they are UTF-8 already, else made in `room`. False if a byte belongs
     /// to no character of the page.
@@ -48,6 +57,7 @@ private:
     Way m_way;
     void* m_converter; ///< iconv_t; null for UTF-8
     bool m_isEbcdic;
+    bool m_hasByteNewline = false;
     bool m_holdsAscii; ///< the bytes below 128 are ASCII
     std::array<Character, 256> m_table{};
 };

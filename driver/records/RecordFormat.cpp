@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <initializer_list>
+#include <vector>
 
 namespace tarnwick::records
 {
@@ -60,8 +61,12 @@ bool TakeSkipWord(RecordFormat& format, std::string_view word)
 {
     if (!StartsWithIgnoringCase(word, "SKIP-"))
         return false;
-    const auto [end, error] = std::from_chars(word.data() + 5, word.data() + word.size(), format.skip);
-    return error == std::errc() && end == word.data() + word.size();
+    std::size_t skip = 0;
+    const auto [end, error] = std::from_chars(word.data() + 5, word.data() + word.size(), skip);
+    if (error != std::errc() || end != word.data() + word.size())
+        return false;
+    format.skip = skip;
+    return true;
 }
 
 bool TakePageWord(RecordFormat& format, std::string_view word)
@@ -85,7 +90,7 @@ public:
         while (!text.empty()) {
             std::size_t size = std::min(text.find_first_of(separators), text.size());
             if (size > 0 && text.substr(0, size).find('=') == std::string_view::npos)
-                size = TakeLongerWord(text, size, separators);
+                size = TakeLongestWord(text, size, separators);
             text.remove_prefix(std::min(text.size(), size + 1));
         }
     }
@@ -93,15 +98,16 @@ public:
     bool NamesAKind() const { return !m_kindWord.empty(); }
 
 private:
-    /// The names of some code pages hold underscores themselves: a word that is not known is tried with what follows.
-    std::size_t TakeLongerWord(std::string_view text, std::size_t size, const char* separators)
+    /// The names of some code pages hold separators themselves, and may begin with the name of another one: the longest
+    /// run of words that is known counts.
+    std::size_t TakeLongestWord(std::string_view text, std::size_t size, const char* separators)
     {
-        for (std::size_t end = size;; end = std::min(text.find_first_of(separators, end + 1), text.size())) {
-            if (Take(text.substr(0, end)))
-                return end;
-            if (end >= text.size() || text[end] != '_')
-                break;
-        }
+        std::vector<std::size_t> ends{size};
+        while (ends.back() < text.size() && (text[ends.back()] == '_' || text[ends.back()] == ' '))
+            ends.push_back(std::min(text.find_first_of(separators, ends.back() + 1), text.size()));
+        for (auto end = ends.rbegin(); end != ends.rend(); ++end)
+            if (Take(text.substr(0, *end)))
+                return *end;
         throw RecordError("the open string has the word '" + std::string(text.substr(0, size)) +
                           "', which is no record format and no code page");
     }
@@ -169,10 +175,14 @@ RecordFormat RecordFormat::Read(std::string_view organisation, std::string_view 
     words.Read(openString);
     if (EqualIgnoringCase(organisation, "RELATIVE") ? format.kind != Kind::Slots
                                                     : format.kind == Kind::Slots && plain != Kind::Slots)
-        throw RecordError("the open string does not suit a file of the organisation " + std::string(organisation));
+        throw RecordError("the open string does not suit a file of the organisation " +
+                          (organisation.empty() ? "SEQUENTIAL" : std::string(organisation)));
     // Nothing but the plain formats tells which records of an indexed file are deleted.
     if (isIndexed && words.NamesAKind())
-        throw RecordError("the open string does not suit an indexed file of " + std::string(recordType) + " records");
+        throw RecordError("the open string does not suit an indexed file of " +
+                          (recordType.empty() ? "FIXED" : std::string(recordType)) + " records");
+    if (format.kind == Kind::Lines && !format.page->HasByteNewline())
+        throw RecordError("the open string's code page has no newline of one byte, and so its files have no lines");
     if (recordSize == 0 && format.HasFixedSize())
         throw RecordError("the record size is 0");
     format.hasDeletionByte = isIndexed && !isVariable;

@@ -36,7 +36,8 @@ class RecordError : public std::runtime_error
 /// - `SLOT-4`, `SLOT-8`: each slot begins with the length of its record in so many bytes, low byte first; 0 is an empty
 ///   slot. Without, a slot of only zero bytes is empty.
 /// - `SKIP-n`: n bytes stand before the first record.
-/// - the name of a code page (see `CodePage`); UTF-8 without one. It may hold underscores.
+/// - the name of a code page (see `CodePage`); UTF-8 without one. It may hold underscores. Lines need one whose newline
+///   is a byte.
 ///
 /// Each matter is settled once, and indexed files have only their plain formats, which tell deleted records.
 /// Words with `=` in them speak to other programs and are passed over.

@@ -92,3 +92,30 @@ TEST(CodePage, AsciiIsTakenAsItStandsWhereAPageHoldsIt)
     EXPECT_EQ(Converted("ISO-2022-JP", "\x1B$B\x46\x7C\x1B(B"), "日");
     EXPECT_EQ(Converted("NO-SUCH-PAGE", "x"), "no page");
 }
+
+TEST(CodePage, TheNamesOfItsOwnMayBeWrittenWithUnderscoresAndBlanks)
+{
+    for (const char* name : {"EBCDIC", "EBCDIC-037", "ebcdic_037", "EBCDIC 037"})
+        EXPECT_EQ(Converted(name, "\xBA\xBB"), "[]") << name;
+    for (const char* name : {"EBCDIC-1047", "EBCDIC_1047", "Ebcdic 1047"})
+        EXPECT_EQ(Converted(name, "\xAD\xBD"), "[]") << name;
+    for (const char* name : {"LATIN-1", "LATIN_1", "Latin 1"})
+        EXPECT_EQ(Converted(name, "\xFC"), "ü") << name;
+    for (const char* name : {"UTF-8", "UTF_8", "utf 8", "UTF8"})
+        EXPECT_EQ(Converted(name, "\xC3\xBC"), "ü") << name;
+}
+
+TEST(CodePage, WhatIconvTakesForThePageOfTheProcessIsNone)
+{
+    for (const char* name : {"", " ", "/", "//", "///", "!", "(", "ASCII//TRANSLIT", "ASCII/", "ASCII!", "SHIFT JIS"})
+        EXPECT_EQ(CodePage::Find(name), nullptr) << name;
+}
+
+TEST(CodePage, ANewlineIsAByteOrNone)
+{
+    for (const char* name : {"UTF-8", "ASCII", "ISO-8859-1", "CP1258", "SHIFT_JIS", "EUC-JP", "GB18030", "ISO-2022-JP",
+                             "EBCDIC-037", "EBCDIC-1047", "IBM939"})
+        EXPECT_TRUE(CodePage::Find(name)->HasByteNewline()) << name;
+    for (const char* name : {"UTF-16", "UTF-16LE", "UTF-16BE", "UCS-2", "UCS-4", "UTF-32LE"})
+        EXPECT_FALSE(CodePage::Find(name)->HasByteNewline()) << name;
+}

@@ -263,3 +263,26 @@ TEST(RecordFormat, NamesOfCodePagesMayHoldUnderscores)
     }
     EXPECT_THROW(RecordFormat::Read("SEQUENTIAL", "FIXED", "SHIFT JIS", 4), RecordError);
 }
+    EXPECT_EQ(refusal("", "FIXED", "SLOT-4", 4), "the open string does not suit a file of the organisation SEQUENTIAL");
+    EXPECT_EQ(refusal("INDEXED", "", "LINE", 4), "the open string does not suit an indexed file of FIXED records");
+    EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "UTF-16LE", 4),
+              "the open string's code page has no newline of one byte, and so its files have no lines");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_UCS-4", 4),
+              "the open string's code page has no newline of one byte, and so its files have no lines");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "UTF-16LE", 4), "none");
+    EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "UTF-16LE_COUNTED-2", 4), "none");
+    for (const char* word : {"/", "//", "ASCII//IGNORE"})
+        EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", word, 4), std::string("the open string has the word '") + word +
+                                                               "', which is no record format and no code page");
+    const char* const typed[][3] = {{"EBCDIC_037", "\xBA", "["},  {"LINE_EBCDIC_1047", "\xAD", "["},
+                                    {"EBCDIC_LINE", "\xBA", "["}, {"EBCDIC 1047, SKIP-0", "\xAD", "["},
+                                    {"LATIN_1", "\xFC", "ü"},     {"SKIP-0_UTF_8_SHR=GET", "\xC3\xBC", "ü"}};
+    for (const auto& [open, bytes, shown] : typed) {
+        const RecordFormat format = RecordFormat::Read("SEQUENTIAL", "FIXED", open, 4);
+        std::string room;
+        std::string_view text;
+        ASSERT_TRUE(format.page->Convert(bytes, room, text)) << open;
+        EXPECT_EQ(text, shown) << open;
+        EXPECT_EQ(format.kind == RecordFormat::Kind::Lines, std::string(open).find("LINE") != std::string::npos)
+            << open;
+    }
