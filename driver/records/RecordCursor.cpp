@@ -9,9 +9,8 @@ namespace
 
 using Kind = RecordFormat::Kind;
 
-/// EBCDIC ends a line with its own newline character.
-constexpr char asciiNewline = '\n';
-constexpr char ebcdicNewline = '\x15';
+/// The bits of a record descriptor word's third byte in which pieces of a record differ from a whole one.
+constexpr char spannedBits = 3;
 
 bool IsZero(std::string_view bytes)
 {
@@ -21,13 +20,15 @@ bool IsZero(std::string_view bytes)
 } // namespace
 
 RecordCursor::RecordCursor(const RecordFormat& format, std::string_view content)
-    : m_format(format), m_content(content), m_newline(format.page->IsEbcdic() ? ebcdicNewline : asciiNewline),
+    : m_format(format), m_content(content), m_newline(format.page->Newline()),
       m_next(std::min(format.skip, content.size()))
 {
 }
 
 RecordCursor::Step RecordCursor::Next()
 {
+    if (m_format.skip > m_content.size())
+        return CutBeforeTheFirst();
     switch (m_format.kind) {
     case Kind::Fixed:
         return NextFixed();
@@ -54,6 +55,19 @@ RecordCursor::Step RecordCursor::Corrupt(std::string reason)
     m_reason = std::move(reason);
     m_next = m_content.size();
     return Step::Corrupt;
+}
+
+RecordCursor::Step RecordCursor::CutBeforeTheFirst()
+{
+    m_bytes = {};
+    if (m_content.empty() || m_number > 0)
+        return Step::End;
+    ++m_number;
+    m_position = m_next;
+    m_mayBeEmpty = true;
+    m_reason = "the file ends inside the " + std::to_string(m_format.skip) +
+               " bytes before it: " + std::to_string(m_content.size()) + " are there";
+    return Step::Short;
 }
 
 RecordCursor::Step RecordCursor::CutShort(std::size_t wanted, std::size_t head)
@@ -129,7 +143,7 @@ RecordCursor::Step RecordCursor::NextLine()
     const std::size_t end = found == std::string_view::npos ? m_content.size() : found;
     m_bytes = m_content.substr(m_next, end - m_next);
     m_next = std::min(m_content.size(), end + 1);
-    if (m_newline == asciiNewline && m_bytes.ends_with('\r'))
+    if (m_newline == '\n' && m_bytes.ends_with('\r'))
         m_bytes.remove_suffix(1);
     return Step::Record;
 }
@@ -143,13 +157,15 @@ RecordCursor::Step RecordCursor::NextCounted()
         if (Left() < head)
             return CutShort(head, head);
         std::size_t size = ReadCount(m_next);
+        const std::string_view filler = m_content.substr(m_next + m_format.countBytes, m_format.fillerBytes);
+        if (m_format.countsItself && (filler.front() & spannedBits) != 0)
+            return Corrupt("it is a piece of a spanned record");
         if (m_format.countsItself && size < head)
             return Corrupt("its length is " + std::to_string(size) + ", which is less than the length's own bytes");
         size -= m_format.countsItself ? head : 0;
         if (Left() - head < size && m_format.recordSize > 0 && size > m_format.recordSize)
             return Corrupt("its length is " + std::to_string(size) + ", which is more than the " +
                            std::to_string(m_format.recordSize) + " bytes of a record and than the rest of the file");
-        const std::string_view filler = m_content.substr(m_next + m_format.countBytes, m_format.fillerBytes);
         const bool isDeleted = m_format.fillerMarksDeleted && !IsZero(filler);
         if (Left() - head < size && isDeleted)
             break;

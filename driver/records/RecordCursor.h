@@ -23,7 +23,8 @@ public:
     /// begins. `Reason` tells more of both; they are the last step.
     Step Next();
 
-    /// Whether a short record is a slot without a length of which only zero bytes are there, as of an empty one.
+    /// Whether there may be no record where one is short: it is a slot without a length of which only zero bytes are
+    /// there, as of an empty one, or the content ends before its first record.
     bool MayBeEmpty() const { return m_mayBeEmpty; }
 
     /// Goes to a record whose place `Next` gave once, or, in other content than that, to what is at or behind that
@@ -44,6 +45,7 @@ private:
     Step NextSlot();
     Step Corrupt(std::string reason);
     Step CorruptSlot(std::size_t length);
+    Step CutBeforeTheFirst();
     Step CutShort(std::size_t wanted, std::size_t head = 0);
     Step CutSlotShort(std::size_t wanted);
     std::size_t ReadCount(std::size_t position) const;

@@ -32,7 +32,7 @@ class RecordError : public std::runtime_error
 /// - `LINE`: records end in a newline, with or without a carriage return before it.
 /// - `COUNTED-2`, `COUNTED-4`: each record stands behind its length in 2 or 4 bytes, low byte first; with `-BE`, high
 ///   byte first. `COUNTED-COBOL`: 2 bytes, high byte first, and 2 of filler. `RDW`: the record descriptor word of
-///   mainframes, like COUNTED-COBOL, but its own 4 bytes count too.
+///   mainframes, like COUNTED-COBOL, but its own 4 bytes count too; pieces of spanned records are no records.
 /// - `SLOT-4`, `SLOT-8`: each slot begins with the length of its record in so many bytes, low byte first; 0 is an empty
 ///   slot. Without, a slot of only zero bytes is empty.
 /// - `SKIP-n`: n bytes stand before the first record.

@@ -42,7 +42,10 @@ const FormatCase formats[] = {
     {"SEQUENTIAL", "FIXED", "", 3, "", ""},
     {"SEQUENTIAL", "FIXED", "", 3, "abcde", "1:abc ~de the file ends inside the record: 2 bytes of 3 are there"},
     {"SEQUENTIAL", "FIXED", "SKIP-2", 3, "..abc", "1:abc "},
-    {"SEQUENTIAL", "FIXED", "SKIP-9", 3, "..abc", ""},
+    {"SEQUENTIAL", "FIXED", "SKIP-9", 3, "..abc", "~ the file ends inside the 9 bytes before it: 5 are there"},
+    {"SEQUENTIAL", "FIXED", "SKIP-9", 3, "", ""},
+    {"SEQUENTIAL", "FIXED", "SKIP-5", 3, "..abc", ""},
+    {"SEQUENTIAL", "VARIABLE", "SKIP-2", 3, ".", "~ the file ends inside the 2 bytes before it: 1 are there"},
     {"SEQUENTIAL", "FIXED", "LINE", 3, "abc\ndef\n", "1:abc 2:def "},
     {"SEQUENTIAL", "FIXED", "line_ISO-8859-1", 3, "abc\r\ndef", "1:abc 2:def "},
     {"SEQUENTIAL", "FIXED", "SHR=GET", 3, "abc", "1:abc "},
@@ -80,6 +83,23 @@ const FormatCase formats[] = {
      "\x00\x03\x00\x00"
      "a"s,
      "! its length is 3, which is less than the length's own bytes"},
+    {"SEQUENTIAL", "VARIABLE", "RDW", 9,
+     "\x00\x05\x00\x00"
+     "a\x00\x06\x01\x00"
+     "bc"s,
+     "1:a ! it is a piece of a spanned record"},
+    {"SEQUENTIAL", "VARIABLE", "RDW", 9,
+     "\x00\x06\x02\x00"
+     "bc"s,
+     "! it is a piece of a spanned record"},
+    {"SEQUENTIAL", "VARIABLE", "RDW", 9,
+     "\x00\x06\x03\x00"
+     "bc"s,
+     "! it is a piece of a spanned record"},
+    {"SEQUENTIAL", "VARIABLE", "COUNTED-COBOL", 9,
+     "\x00\x01\x03\x03"
+     "a"s,
+     "1:a "},
     {"SEQUENTIAL", "VARIABLE", "COUNTED-2", 9,
      "\x01\x00"
      "a\x09\x00"
@@ -249,6 +269,17 @@ TEST(RecordFormat, WhatCannotBeLaidOutIsRefused)
               "the open string has both 'ASCII' and 'EBCDIC-037'");
     EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "SKIP-1_SKIP-2", 4), "the open string has both 'SKIP-1' and 'SKIP-2'");
     EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_line", 4), "none");
+    EXPECT_EQ(refusal("", "FIXED", "SLOT-4", 4), "the open string does not suit a file of the organisation SEQUENTIAL");
+    EXPECT_EQ(refusal("INDEXED", "", "LINE", 4), "the open string does not suit an indexed file of FIXED records");
+    EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "UTF-16LE", 4),
+              "the open string's code page has no newline of one byte, and so its files have no lines");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_UCS-4", 4),
+              "the open string's code page has no newline of one byte, and so its files have no lines");
+    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "UTF-16LE", 4), "none");
+    EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "UTF-16LE_COUNTED-2", 4), "none");
+    for (const char* word : {"/", "//", "ASCII//IGNORE"})
+        EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", word, 4), std::string("the open string has the word '") + word +
+                                                               "', which is no record format and no code page");
 }
 
 TEST(RecordFormat, NamesOfCodePagesMayHoldUnderscores)
@@ -262,18 +293,6 @@ TEST(RecordFormat, NamesOfCodePagesMayHoldUnderscores)
         EXPECT_EQ(format.skip, std::string(open).find("SKIP") == std::string::npos ? 0u : 2u) << open;
     }
     EXPECT_THROW(RecordFormat::Read("SEQUENTIAL", "FIXED", "SHIFT JIS", 4), RecordError);
-}
-    EXPECT_EQ(refusal("", "FIXED", "SLOT-4", 4), "the open string does not suit a file of the organisation SEQUENTIAL");
-    EXPECT_EQ(refusal("INDEXED", "", "LINE", 4), "the open string does not suit an indexed file of FIXED records");
-    EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "UTF-16LE", 4),
-              "the open string's code page has no newline of one byte, and so its files have no lines");
-    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "LINE_UCS-4", 4),
-              "the open string's code page has no newline of one byte, and so its files have no lines");
-    EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", "UTF-16LE", 4), "none");
-    EXPECT_EQ(refusal("SEQUENTIAL", "VARIABLE", "UTF-16LE_COUNTED-2", 4), "none");
-    for (const char* word : {"/", "//", "ASCII//IGNORE"})
-        EXPECT_EQ(refusal("SEQUENTIAL", "FIXED", word, 4), std::string("the open string has the word '") + word +
-                                                               "', which is no record format and no code page");
     const char* const typed[][3] = {{"EBCDIC_037", "\xBA", "["},  {"LINE_EBCDIC_1047", "\xAD", "["},
                                     {"EBCDIC_LINE", "\xBA", "["}, {"EBCDIC 1047, SKIP-0", "\xAD", "["},
                                     {"LATIN_1", "\xFC", "ü"},     {"SKIP-0_UTF_8_SHR=GET", "\xC3\xBC", "ü"}};
@@ -286,3 +305,4 @@ TEST(RecordFormat, NamesOfCodePagesMayHoldUnderscores)
         EXPECT_EQ(format.kind == RecordFormat::Kind::Lines, std::string(open).find("LINE") != std::string::npos)
             << open;
     }
+}
