@@ -251,6 +251,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (decoder.Decode(cursor.Bytes(), value, room) != nullptr)
             continue;
         Touch(value.text);
+        Require(value.kind != Value::Kind::Text || value.text.find('\0') == std::string_view::npos);
         index.Add(value, {cursor.Position(), cursor.Number()});
         if (added.size() < mostAsked)
             added.push_back({std::string(value.text), value, cursor.Number()});

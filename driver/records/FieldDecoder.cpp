@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
+#include <cstdlib>
 
 namespace tarnwick::records
 {
@@ -17,8 +17,6 @@ using Sign = StorageType::Sign;
 
 namespace
 {
-
-constexpr const char* noCharacters = "they are no characters of the file's code page";
 
 /// The first second of the year 1 and the last of the year 9999, in the count from 1970.
 constexpr std::int64_t firstSecond = -62'135'596'800;
@@ -80,21 +78,6 @@ constexpr ZonedDigits MakeEbcdicDigits()
 constexpr ZonedDigits asciiDigits = MakeAsciiDigits();
 constexpr ZonedDigits ebcdicDigits = MakeEbcdicDigits();
 
-std::string_view TrimmedEnd(std::string_view text)
-{
-    // A blank and a zero byte differ in this bit, and in all others from any character.
-    constexpr std::uint64_t allButBlank = ~0x2020202020202020U;
-    while (text.size() >= 8) {
-        const std::uint64_t kept = EightBytesAt(text.data() + text.size() - 8) & allButBlank;
-        text.remove_suffix(static_cast<std::size_t>(std::countl_zero(kept)) / 8);
-        if (kept != 0)
-            return text;
-    }
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\0'))
-        text.remove_suffix(1);
-    return text;
-}
-
 bool IsOnly(std::string_view bytes, char c)
 {
     return bytes.find_first_not_of(c) == std::string_view::npos;
@@ -118,23 +101,6 @@ bool IsFloat(Kind kind)
 {
     return kind == Kind::IeeeFloat || kind == Kind::VaxF || kind == Kind::VaxD || kind == Kind::VaxG ||
            kind == Kind::Base16Float;
-}
-
-bool IsCharacters(Kind kind)
-{
-    return kind == Kind::Text || kind == Kind::CountedText || kind == Kind::ZeroText || kind == Kind::Moment;
-}
-
-/// Leaves of a counted text what its count says. Null, or why it cannot.
-const char* TakeCounted(std::string_view& bytes)
-{
-    if (bytes.size() < 2)
-        return "the field has no place for a count of 2 bytes";
-    const std::size_t count = ByteAt(bytes, 0) + 256 * ByteAt(bytes, 1);
-    if (count > bytes.size() - 2)
-        return "the count is beyond the field's end";
-    bytes = bytes.substr(2, count);
-    return nullptr;
 }
 
 } // namespace
@@ -162,6 +128,39 @@ std::size_t DigitsOf(const Field& field)
     }
 }
 
+std::size_t CharactersOf(const Field& field)
+{
+    constexpr std::size_t longestReal = 24;
+    constexpr std::size_t longestMoment = 22;
+    const std::size_t digits = DigitsOf(field);
+    const auto scale = static_cast<std::size_t>(std::abs(field.scale));
+    switch (field.type.kind) {
+    case Kind::Text:
+    case Kind::ZeroText:
+    case Kind::CountedText:
+        return digits;
+    case Kind::Digits:
+    case Kind::Packed:
+    case Kind::Integer:
+        // A sign and a point, behind which a number may be shorter than its scale and before which there is a digit.
+        return 2 + (field.scale < 0 ? digits + scale : std::max(digits, scale + 1));
+    case Kind::IeeeFloat:
+    case Kind::VaxF:
+    case Kind::VaxD:
+    case Kind::VaxG:
+    case Kind::Base16Float:
+        return longestReal;
+    case Kind::Bytes:
+    case Kind::Hexadecimal:
+        return 2 * field.length;
+    case Kind::VmsTime:
+    case Kind::UnixTime:
+        return longestMoment;
+    default:
+        return field.length;
+    }
+}
+
 FieldDecoder::FieldDecoder(const Field& field, Shown shown, const std::shared_ptr<const CodePage>& page,
                            IntegerLimits limits)
     : m_offset(field.offset), m_length(field.length), m_type(field.type), m_scale(field.scale), m_shown(shown),
@@ -184,7 +183,7 @@ const char* FieldDecoder::ProblemOf(const Field& field) const
         return "the storage type is not known";
     if (m_shown == Shown::Bytes)
         return nullptr;
-    if (IsCharacters(kind) && !m_page)
+    if (m_type.IsCharacters() && !m_page)
         return "this system cannot convert its code page";
     if (kind == Kind::Bytes || kind == Kind::Hexadecimal)
         return m_shown == Shown::Text ? nullptr : "bytes are no number and no date";
@@ -242,12 +241,17 @@ FieldDecoder::Read FieldDecoder::ReaderOf(Kind kind) const
 
 bool FieldDecoder::MayEndEarly() const
 {
-    return IsCharacters(m_type.kind) || (m_type.kind == Kind::Digits && m_type.sign == Sign::InFront);
+    return m_type.IsCharacters() || IsByteRun() || (m_type.kind == Kind::Digits && m_type.sign == Sign::InFront);
 }
 
 bool FieldDecoder::MayBeCut() const
 {
-    return IsCharacters(m_type.kind) && (m_shown == Shown::Text || m_shown == Shown::Bytes);
+    return IsByteRun() || (m_type.IsCharacters() && m_shown == Shown::Text);
+}
+
+bool FieldDecoder::IsByteRun() const
+{
+    return m_shown == Shown::Bytes || m_type.kind == Kind::Bytes || m_type.kind == Kind::Hexadecimal;
 }
 
 MomentPart FieldDecoder::Part() const
@@ -260,45 +264,6 @@ MomentPart FieldDecoder::Part() const
 const char* FieldDecoder::Refuse(std::string_view, Value&, std::string&) const
 {
     return m_problem;
-}
-
-/// The bytes of a field whose column takes bytes, without a count and what follows the end of a text.
-const char* FieldDecoder::ReadRaw(std::string_view bytes, Value& value, std::string&) const
-{
-    if (m_type.kind == Kind::CountedText) {
-        if (const char* const reason = TakeCounted(bytes))
-            return reason;
-    } else if (m_type.kind == Kind::ZeroText) {
-        bytes = bytes.substr(0, bytes.find('\0'));
-    }
-    value = Value::Bytes(bytes);
-    return nullptr;
-}
-
-const char* FieldDecoder::ReadText(std::string_view bytes, Value& value, std::string& room) const
-{
-    std::string_view text;
-    if (!m_page->Convert(bytes, room, text))
-        return noCharacters;
-    return ShowText(TrimmedEnd(text), value, room);
-}
-
-const char* FieldDecoder::ReadCountedText(std::string_view bytes, Value& value, std::string& room) const
-{
-    if (const char* const reason = TakeCounted(bytes))
-        return reason;
-    std::string_view text;
-    if (!m_page->Convert(bytes, room, text))
-        return noCharacters;
-    return ShowText(text, value, room);
-}
-
-const char* FieldDecoder::ReadZeroText(std::string_view bytes, Value& value, std::string& room) const
-{
-    std::string_view text;
-    if (!m_page->Convert(bytes.substr(0, bytes.find('\0')), room, text))
-        return noCharacters;
-    return ShowText(text, value, room);
 }
 
 const char* FieldDecoder::ReadDigits(std::string_view bytes, Value& value, std::string& room) const

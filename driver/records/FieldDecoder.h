@@ -58,6 +58,10 @@ constexpr std::size_t exactRealDigits = 15;
 /// number.
 std::size_t DigitsOf(const Field& field);
 
+/// The most characters that the text of the field's value has, by ODBC's count, in which one beyond the basic plane is
+/// two; a page whose bytes stand for several characters each may have more.
+std::size_t CharactersOf(const Field& field);
+
 /// Decodes one field for one column.
 ///
 /// Nothing but the bytes given is read. No bytes, blanks where a number or a date would stand, and dates of only zeros
@@ -92,12 +96,16 @@ public:
         return (this->*m_read)(bytes, value, room);
     }
 
-    /// Whether a record may end inside the field, as lines do whose blanks at the end were left out.
+    /// Whether a record may end inside the field, as lines do whose blanks at the end were left out, and records whose
+    /// last bytes are as many as there are.
     bool MayEndEarly() const;
 
-    /// Whether what is there of the field is shown where the file was cut inside it: the beginning of a text is, that
-    /// of a number or a date may be another one.
+    /// Whether what is there of the field is shown where the file was cut inside it: the beginning of a text or of
+    /// bytes is, that of a number or a date may be another one.
     bool MayBeCut() const;
+
+    /// Decodes what is there of a field that may be cut: of a text its whole characters. Else as `Decode`.
+    const char* DecodeBeginning(std::string_view bytes, Value& value, std::string& room) const;
 
 private:
     struct Decimal;
@@ -108,6 +116,7 @@ private:
 
     const char* ReadText(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadCountedText(std::string_view bytes, Value& value, std::string& room) const;
+    const char* ReadCharacters(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadZeroText(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadDigits(std::string_view bytes, Value& value, std::string& room) const;
     const char* ReadPacked(std::string_view bytes, Value& value, std::string& room) const;
@@ -121,13 +130,7 @@ private:
     const char* Refuse(std::string_view bytes, Value& value, std::string& room) const;
 
     const char* ShowInteger(const Decimal& decimal, Value& value) const;
-    const char* ShowText(std::string_view text, Value& value, std::string& room) const
-    {
-        if (m_shown != Shown::Text)
-            return IsMoment() ? ShowTextAsMoment(text, value, room) : ShowTextAsNumber(text, value, room);
-        value = Value::Text(text);
-        return nullptr;
-    }
+    const char* ShowText(std::string_view text, Value& value, std::string& room) const;
     const char* ShowTextAsNumber(std::string_view text, Value& value, std::string& room) const;
     const char* ShowTextAsMoment(std::string_view text, Value& value, std::string& room) const;
     const char* ShowDecimal(const Decimal& decimal, Value& value, std::string& room) const;
@@ -135,6 +138,7 @@ private:
     const char* ShowMoment(const Moment& moment, Value& value, std::string& room) const;
 
     bool IsMoment() const { return m_shown == Shown::Date || m_shown == Shown::Time || m_shown == Shown::Timestamp; }
+    bool IsByteRun() const;
     MomentPart Part() const;
 
     std::size_t m_offset;

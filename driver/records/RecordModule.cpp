@@ -202,7 +202,7 @@ int IsAtEnd(sqlite3_vtab_cursor* cursor)
 
 void GiveText(sqlite3_context* context, std::string_view text)
 {
-    if (text.size() > mostTerminated || text.find('\0') != std::string_view::npos)
+    if (text.size() > mostTerminated)
         return sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
     char terminated[mostTerminated + 1];
     terminated[text.copy(terminated, mostTerminated)] = '\0';

@@ -70,6 +70,13 @@ std::string RecordScan::Place() const
 
 void RecordScan::StepRecord()
 {
+const char* RecordScan::DecodePart(const FieldDecoder& field, std::string_view bytes, Value& value)
+{
+    if (!(m_isCut ? field.MayBeCut() : field.MayEndEarly()))
+        return "the record ends inside the field";
+    return m_isCut ? field.DecodeBeginning(bytes, value, m_room) : field.Decode(bytes, value, m_room);
+}
+
     using Step = RecordCursor::Step;
     const Step step = m_records->Next();
     m_isCut = step == Step::Short;

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 struct sqlite3;
@@ -66,14 +67,15 @@ public:
     const char* Decode(const FieldDecoder& field, Value& value)
     {
         const std::string_view bytes = field.In(m_records->Bytes());
-        const bool mayEnd = field.IsWhole(bytes) || (m_isCut ? field.MayBeCut() : field.MayEndEarly());
-        const char* const reason = mayEnd ? field.Decode(bytes, value, m_room) : "the record ends inside the field";
+        const char* const reason =
+            field.IsWhole(bytes) ? field.Decode(bytes, value, m_room) : DecodePart(field, bytes, value);
         if (m_file->HasZeros())
             RefuseCutFile(true);
         return reason;
     }
 
 private:
+    const char* DecodePart(const FieldDecoder& field, std::string_view bytes, Value& value);
     void StepRecord();
     void StepFound();
     void StepChosen();

@@ -39,6 +39,12 @@ struct StorageType {
         LastNibble,       ///< packed: the last half byte
     };
 
+    /// Whether a field holds characters of a code page.
+    bool IsCharacters() const
+    {
+        return kind == Kind::Text || kind == Kind::CountedText || kind == Kind::ZeroText || kind == Kind::Moment;
+    }
+
     Kind kind = Kind::Unknown;
     Sign sign = Sign::None;
     bool isUnsigned = false;

@@ -7,7 +7,7 @@ namespace tarnwick::records
 {
 
 /// A decoded cell. Text and bytes point into the record itself or into the room that was lent to the decoder; they hold
-/// until the next cell is decoded into the same room.
+/// until the next cell is decoded into the same room. A text has no zero byte.
 struct Value {
     enum class Kind { Null, Integer, Real, Text, Bytes };
 

@@ -1,5 +1,6 @@
 #include "FieldDecoder.h"
 #include "KnownBytes.h"
+#include "OdbcClient.h"
 #include "Resources.h"
 
 #include <gtest/gtest.h>
@@ -207,6 +208,64 @@ TEST(FieldDecoder, WhatNoBytesCanBeIsKnownBeforeAnyAreRead)
         EXPECT_EQ(problem(unknown, shown), "the storage type is not known");
 }
 
+TEST(FieldDecoder, OfATextThatIsCutItsWholeCharactersAreShown)
+{
+    const auto beginning = [](const char* type, const std::string& bytes, const char* page, Shown shown = Shown::Text) {
+        const FieldDecoder decoder(MakeField(type, 40), shown, CodePage::Find(page));
+        EXPECT_TRUE(decoder.MayBeCut()) << type;
+        Value value;
+        std::string room;
+        if (const char* const reason = decoder.DecodeBeginning(bytes, value, room))
+            return std::string("!") + reason;
+        return value.kind == Value::Kind::Null ? "~" : std::string(value.text);
+    };
+    const std::string noCharacters = "!they are no characters of the file's code page";
+    EXPECT_EQ(beginning("STRING", "ab  ", "UTF-8"), "ab");
+    EXPECT_EQ(beginning("STRING", "J\xC3", "UTF-8"), "J");
+    EXPECT_EQ(beginning("STRING", "J\xE6\x97", "UTF-8"), "J");
+    EXPECT_EQ(beginning("STRING", "J\xF0\x9F\x98", "UTF-8"), "J");
+    EXPECT_EQ(beginning("STRING", "J\xC3\xBC", "UTF-8"), "Jü");
+    EXPECT_EQ(beginning("STRING", "\xC3", "UTF-8"), "~") << "nothing of it is there";
+    EXPECT_EQ(beginning("STRING", "J\xFCr\xC3", "UTF-8"), noCharacters) << "that is no matter of the cut";
+    EXPECT_EQ(beginning("STRING", "J\x9F", "UTF-8"), noCharacters);
+    EXPECT_EQ(beginning("STRING", "a\x93\xFA\x96", "SHIFT_JIS"), "a日");
+    EXPECT_EQ(beginning("STRING", "a\xFF\x96", "SHIFT_JIS"), noCharacters);
+    EXPECT_EQ(beginning("STRING", "\xFC\xC3", "ISO-8859-1"), "üÃ");
+    EXPECT_EQ(beginning("STRING-UTF16", "a\0\x3D\xD8\x00"s, "UTF-8"), "a");
+    EXPECT_EQ(beginning("STRING-COUNTED", "\x08\0abc\xC3"s, "UTF-8"), "abc");
+    EXPECT_EQ(beginning("STRING-COUNTED", "\x02\0abc"s, "UTF-8"), "ab");
+    EXPECT_EQ(beginning("STRING-COUNTED", "\0\0"s, "UTF-8"), "");
+    EXPECT_EQ(beginning("STRING-COUNTED", "\x27\0abc"s, "UTF-8"), "!the count is beyond the field's end");
+    EXPECT_EQ(beginning("STRING-COUNTED", "\x02", "UTF-8"), "!the field has no place for a count of 2 bytes");
+    EXPECT_EQ(beginning("STRING-COUNTED", "\x08\0abc\xC3"s, "UTF-8", Shown::Bytes), "abc\xC3");
+    EXPECT_EQ(beginning("STRING-ZERO", "ab\0\xC3"s, "UTF-8"), "ab");
+    EXPECT_EQ(beginning("STRING-ZERO", "ab\0\xC3"s, "UTF-8", Shown::Bytes), "ab");
+    EXPECT_EQ(beginning("HEXADECIMAL", "\x0A\xC3", "UTF-8"), "0AC3");
+    EXPECT_EQ(beginning("PACKED", "\x12\xA4", "UTF-8", Shown::Bytes), "\x12\xA4");
+}
+
+TEST(FieldDecoder, NoTextIsLongerThanItIsSaidToBe)
+{
+    std::mt19937 random(19991231);
+    std::string room;
+    for (const LocalTypes::Row& row : LocalTypes::All())
+        for (const std::size_t length : {2u, 4u, 8u, 12u})
+            for (const int scale : {-5, 0, 3, 30}) {
+                const Field field = MakeField(row.name, length, scale);
+                const FieldDecoder decoder(field, Shown::Text, CodePage::Find("ISO-8859-1"));
+                for (int i = 0; i < 200; ++i) {
+                    std::string bytes(length, '\0');
+                    for (char& byte : bytes)
+                        byte = static_cast<char>(i % 2 == 0 ? '0' + random() % 10 : random());
+                    Value value;
+                    if (decoder.Decode(bytes, value, room))
+                        continue;
+                    EXPECT_LE(Wide(std::string(value.text)).size() - 1, CharactersOf(field))
+                        << row.name << " " << length << " " << scale << " " << value.text;
+                }
+            }
+}
+
 TEST(FieldDecoder, AnEncryptedFieldIsRefused)
 {
     Field field = MakeField("STRING", 4);
@@ -255,6 +314,8 @@ TEST(FieldDecoder, RandomBytesAreAValueOrARefusalInEveryForm)
                     Value value;
                     const char* const reason = decoder.Decode(bytes, value, room);
                     EXPECT_TRUE(reason || LiesIn(bytes, value.text) || LiesIn(room, value.text));
+                    EXPECT_TRUE(reason || value.kind != Value::Kind::Text ||
+                                value.text.find('\0') == std::string_view::npos);
                 }
             }
 }

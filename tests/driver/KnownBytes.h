@@ -28,7 +28,7 @@ struct TextCase {
     std::string bytes;
     const char* format;
     tarnwick::records::Shown shown;
-    const char* text;
+    std::string text;
     const char* page = "ISO-8859-1";
 };
 
