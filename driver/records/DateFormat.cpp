@@ -42,6 +42,11 @@ std::optional<int> MonthNamed(std::string_view text)
     return static_cast<int>(found - std::begin(months)) + 1;
 }
 
+bool IsLetter(char c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
 } // namespace
 
 bool Moment::IsReal() const
@@ -103,6 +108,8 @@ DateFormat::DateFormat(std::string_view format)
         m_pieces.push_back({known ? token->part : Part::Literal, known ? token->text.size() : 1, format.front()});
         const Part part = m_pieces.back().part;
         m_hasYear = m_hasYear || part == Part::Year4 || part == Part::Year2;
+        m_countsFromOne = m_countsFromOne || part == Part::Year4 || part == Part::MonthName || part == Part::Month ||
+                          part == Part::Day;
         m_hasTime =
             m_hasTime || part == Part::Hour || part == Part::Minute || part == Part::Second || part == Part::Hundredths;
         format.remove_prefix(m_pieces.back().width);
@@ -113,9 +120,8 @@ bool DateFormat::IsEmpty(std::string_view text) const
 {
     if (text.find_first_not_of(std::string_view(" \0", 2)) == std::string_view::npos)
         return true;
-    return m_hasYear && text.find_first_of("123456789") == std::string_view::npos &&
-           text.find('0') != std::string_view::npos &&
-           std::none_of(text.begin(), text.end(), [](char c) { return c >= 'A' && c <= 'z' && c != '\\' && c != '_'; });
+    return m_hasYear && m_countsFromOne && text.find_first_of("123456789") == std::string_view::npos &&
+           text.find('0') != std::string_view::npos && std::none_of(text.begin(), text.end(), IsLetter);
 }
 
 bool DateFormat::ReadPiece(const Piece& piece, std::string_view text, Moment& moment)

@@ -46,7 +46,7 @@ public:
     enum class Reading { Moment, Empty, Wrong };
 
     /// Reads a text. `Empty` is a text of only blanks or zero bytes and, if the format has a year, one whose digits are
-    /// all zero: there is no such day.
+    /// all zero: there is no such day, unless the year has two digits and stands for its first day.
     Reading Read(std::string_view text, Moment& moment) const;
 
 private:
@@ -62,6 +62,7 @@ private:
 
     std::vector<Piece> m_pieces;
     bool m_hasYear = false;
+    bool m_countsFromOne = false; ///< some part of its dates is never zero
     bool m_hasTime = false;
 };
 
