@@ -42,6 +42,11 @@ private:
     throw RecordError("The data file '" + path + "' cannot be read: " + std::strerror(error) + ".");
 }
 
+std::int64_t Nanoseconds(const timespec& time)
+{
+    return time.tv_sec * 1'000'000'000 + time.tv_nsec;
+}
+
 } // namespace
 
 std::shared_ptr<const MappedFile> MappedFile::Open(const std::string& path)
@@ -66,12 +71,12 @@ std::shared_ptr<const MappedFile> MappedFile::Open(const std::string& path)
         ::madvise(mapped, size, MADV_SEQUENTIAL);
         content = std::string_view(static_cast<const char*>(mapped), size);
     }
-    return std::shared_ptr<const MappedFile>(new MappedFile(path, file.Take(), content, status.st_dev, status.st_ino));
+    return std::shared_ptr<const MappedFile>(new MappedFile(path, file.Take(), content, status));
 }
 
-MappedFile::MappedFile(std::string path, int descriptor, std::string_view content, unsigned long device,
-                       unsigned long node)
-    : m_path(std::move(path)), m_descriptor(descriptor), m_content(content), m_device(device), m_node(node)
+MappedFile::MappedFile(std::string path, int descriptor, std::string_view content, const struct stat& status)
+    : m_path(std::move(path)), m_descriptor(descriptor), m_content(content), m_device(status.st_dev),
+      m_node(status.st_ino), m_writtenAt(Nanoseconds(status.st_mtim))
 {
     if (!m_content.empty())
         m_hasZeros = &cutguard::Add(m_content.data(), m_content.size());
@@ -90,8 +95,8 @@ bool MappedFile::IsCurrent() const
 {
     struct stat status {
     };
-    return !m_wasCut && ::stat(m_path.c_str(), &status) == 0 && status.st_dev == m_device && status.st_ino == m_node &&
-           static_cast<std::size_t>(status.st_size) == m_content.size();
+    return !m_wasCut && !HasZeros() && ::stat(m_path.c_str(), &status) == 0 && status.st_dev == m_device &&
+           status.st_ino == m_node && static_cast<std::size_t>(status.st_size) == m_content.size();
 }
 
 bool MappedFile::WasCut(bool now) const
@@ -99,7 +104,7 @@ bool MappedFile::WasCut(bool now) const
     m_wasCut = m_wasCut || HasZeros();
     timespec time{};
     ::clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
-    const std::int64_t moment = time.tv_sec * 1'000'000'000 + time.tv_nsec;
+    const std::int64_t moment = Nanoseconds(time);
     if (m_wasCut || (!now && moment == m_askedAt))
         return m_wasCut;
     m_askedAt = moment;
@@ -107,6 +112,14 @@ bool MappedFile::WasCut(bool now) const
     };
     m_wasCut = ::fstat(m_descriptor, &status) == 0 && static_cast<std::size_t>(status.st_size) < m_content.size();
     return m_wasCut;
+}
+
+bool MappedFile::IsAsItWas() const
+{
+    struct stat status {
+    };
+    return ::fstat(m_descriptor, &status) == 0 && static_cast<std::size_t>(status.st_size) == m_content.size() &&
+           Nanoseconds(status.st_mtim) == m_writtenAt;
 }
 
 std::shared_ptr<const MappedFile> RecentFiles::Find(const std::string& path) const

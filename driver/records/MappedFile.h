@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+struct stat;
+
 namespace tarnwick::records
 {
 
@@ -31,15 +33,19 @@ public:
     /// Whether the path still leads to this file, in its size of then.
     bool IsCurrent() const;
 
-    /// Whether something was read that the file does not have any more. Costs nothing.
+    /// Whether zeros were read in place of something that could not be read any more. Costs nothing.
     bool HasZeros() const { return m_hasZeros && m_hasZeros->load(std::memory_order_relaxed); }
 
-    /// Whether the file was cut since it was mapped. Without `now`, what was found a few milliseconds ago counts still,
+    /// Whether the file was cut since it was mapped, or zeros were read of it. Without `now`, what was found a few milliseconds ago counts still,
     /// so that the question can be asked for each record. One thread at a time may ask.
     bool WasCut(bool now) const;
 
+    /// Whether the file is still as large and as old as it was when it was mapped. Zeros that were read of such a one
+    /// stand for what its disk did not give.
+    bool IsAsItWas() const;
+
 private:
-    MappedFile(std::string path, int descriptor, std::string_view content, unsigned long device, unsigned long node);
+    MappedFile(std::string path, int descriptor, std::string_view content, const struct stat& status);
 
     std::string m_path;
     int m_descriptor;
@@ -47,6 +53,7 @@ private:
     const cutguard::HasZeros* m_hasZeros = nullptr; ///< null for an empty file
     unsigned long m_device;
     unsigned long m_node;
+    std::int64_t m_writtenAt;           ///< nanoseconds since 1970
     mutable std::int64_t m_askedAt = 0; ///< nanoseconds of a coarse clock
     mutable bool m_wasCut = false;
 };

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
+#include <cstring>
 #include <utility>
 
 namespace tarnwick::records
@@ -68,8 +70,6 @@ std::string RecordScan::Place() const
     return "The data file '" + m_file->Path() + "', record " + std::to_string(m_records->Number());
 }
 
-void RecordScan::StepRecord()
-{
 const char* RecordScan::DecodePart(const FieldDecoder& field, std::string_view bytes, Value& value)
 {
     if (!(m_isCut ? field.MayBeCut() : field.MayEndEarly()))
@@ -77,6 +77,8 @@ const char* RecordScan::DecodePart(const FieldDecoder& field, std::string_view b
     return m_isCut ? field.DecodeBeginning(bytes, value, m_room) : field.Decode(bytes, value, m_room);
 }
 
+void RecordScan::StepRecord()
+{
     using Step = RecordCursor::Step;
     const Step step = m_records->Next();
     m_isCut = step == Step::Short;
@@ -124,8 +126,11 @@ void RecordScan::GoTo(const KeyIndex::Place& place)
 
 void RecordScan::RefuseCutFile(bool now) const
 {
-    if (m_file->WasCut(now))
-        throw RecordError("The data file '" + m_file->Path() + "' was cut while it was read.");
+    if (!m_file->WasCut(now))
+        return;
+    const std::string what = m_file->IsAsItWas() ? std::string("cannot be read: ") + std::strerror(EIO) + "."
+                                                 : std::string("was cut while it was read.");
+    throw RecordError("The data file '" + m_file->Path() + "' " + what);
 }
 
 void RecordScan::Open(std::shared_ptr<const MappedFile> file)

@@ -11,6 +11,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 
 using namespace tarnwick;
@@ -20,6 +21,7 @@ namespace
 {
 
 constexpr int recordCount = 40000;
+constexpr int countedRecords = 1000;
 
 /// A catalog with the table B_T over a file of lines of 8 bytes, and a statement that reads it.
 class ChangingFile : public ::testing::Test
@@ -57,6 +59,19 @@ protected:
         std::ofstream file(Path(), std::ios::binary);
         for (int i = 0; i < recordCount; ++i)
             file << "abcdefgh";
+    }
+
+    /// Records behind their lengths: where they begin is seen by who reads none of their fields.
+    void WriteCounted() const
+    {
+        ASSERT_EQ(sqlite3_exec(m_engine,
+                               "UPDATE TW_FILE SET RECORD_TYPE = 'VARIABLE', OPEN_STRING = 'COUNTED-2' WHERE FILE_NAME "
+                               "= 'T'",
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        std::ofstream file(Path(), std::ios::binary);
+        for (int i = 0; i < countedRecords; ++i)
+            file << std::string("\x08\0", 2) << "abcdefgh";
     }
 
     void Prepare(const std::string& statement = "SELECT F FROM B_T")
@@ -195,8 +210,42 @@ TEST_F(ChangingFile, WrittenAnewInItsOldSizeIsACutFileWhereItWasReadMeanwhile)
     std::filesystem::resize_file(Path(), 0);
     EXPECT_EQ(file->Content()[0], '\0');
     WriteAll();
-    EXPECT_TRUE(file->WasCut(true));
     EXPECT_FALSE(file->IsCurrent());
+    EXPECT_TRUE(file->WasCut(true));
+}
+
+TEST_F(ChangingFile, WrittenAnewInItsOldSizeIsReadAnewThoughNobodyAskedWhetherItWasCut)
+{
+    WriteCounted();
+    Prepare("SELECT 1 FROM B_T LIMIT 3");
+    ASSERT_EQ(Step(1), 1);
+    std::filesystem::resize_file(Path(), 0);
+    EXPECT_EQ(Step(5), 2) << "zeros read as records without bytes";
+    EXPECT_EQ(m_answer, SQLITE_DONE);
+    WriteCounted();
+    Prepare("SELECT 1 FROM B_T WHERE F = 'abcdefgh'");
+    EXPECT_EQ(Step(recordCount), countedRecords);
+    EXPECT_EQ(m_answer, SQLITE_DONE) << sqlite3_errmsg(m_engine);
+}
+
+TEST_F(ChangingFile, WhosePagesAreGoneThoughItIsAsItWasHasABadDisk)
+{
+    WriteCounted();
+    const auto written = std::filesystem::last_write_time(Path());
+    for (const bool isAsItWas : {true, false}) {
+        Prepare("SELECT 1 FROM B_T");
+        ASSERT_EQ(Step(10), 10);
+        std::filesystem::resize_file(Path(), 0);
+        ASSERT_EQ(Step(2), 2) << "the page is looked at while it is gone";
+        WriteCounted();
+        std::filesystem::last_write_time(Path(), isAsItWas ? written : written + std::chrono::seconds(1));
+        EXPECT_LT(Step(countedRecords), 100);
+        EXPECT_EQ(m_answer, SQLITE_ERROR);
+        EXPECT_EQ(sqlite3_errmsg(m_engine),
+                  "The data file '" + Path() + "' " +
+                      (isAsItWas ? "cannot be read: Input/output error." : "was cut while it was read."));
+        std::filesystem::last_write_time(Path(), written);
+    }
 }
 
 TEST_F(ChangingFile, IsStillGuardedOnceManyOthersWereRead)
