@@ -31,13 +31,14 @@ SELECT NULL AS TABLE_CAT,
                CASE base WHEN 'SMALLINT' THEN 5 WHEN 'INTEGER' THEN 10 WHEN 'BIGINT' THEN 19
                          WHEN 'BIT' THEN 1 WHEN 'TINYINT' THEN 3 WHEN 'DECIMAL_TEXT' THEN declared
                          WHEN 'DATE' THEN 10 WHEN 'TIME' THEN 8 WHEN 'TIMESTAMP' THEN 32
-                         WHEN 'DOUBLE' THEN 15 WHEN 'BLOB' THEN 255 WHEN 'TEXT' THEN 65536
+                         WHEN 'DOUBLE' THEN 15 WHEN 'TEXT' THEN 65536
                          ELSE CASE declared WHEN 0 THEN 255 ELSE declared END END AS size,
                CASE base WHEN 'SMALLINT' THEN 2 WHEN 'INTEGER' THEN 4 WHEN 'BIGINT' THEN 8
                          WHEN 'BIT' THEN 1 WHEN 'TINYINT' THEN 1 WHEN 'DECIMAL_TEXT' THEN declared + 2
                          WHEN 'DATE' THEN 6 WHEN 'TIME' THEN 6 WHEN 'TIMESTAMP' THEN 16
-                         WHEN 'DOUBLE' THEN 8 WHEN 'BLOB' THEN 255 WHEN 'TEXT' THEN 65536
-                         ELSE 4 * CASE declared WHEN 0 THEN 255 ELSE declared END END AS bytes,
+                         WHEN 'DOUBLE' THEN 8 WHEN 'TEXT' THEN 65536
+                         ELSE CASE base WHEN 'BLOB' THEN 1 ELSE 4 END *
+                              CASE declared WHEN 0 THEN 255 ELSE declared END END AS bytes,
                CASE WHEN base IN ('TINYINT', 'SMALLINT', 'INTEGER', 'BIGINT', 'DOUBLE', 'DECIMAL_TEXT')
                     THEN 10 END AS radix,
                CASE instr(type, ',') WHEN 0 THEN 0

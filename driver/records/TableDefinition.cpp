@@ -112,12 +112,15 @@ void TakeSqlType(Column& column, const std::string& type, std::int64_t size, boo
                                            [&](const Known& k) { return EqualIgnoringCase(k.name, type); });
     if (found == std::end(known)) {
         column.shown = Shown::Text;
-        column.declaration = Sized("VARCHAR", std::clamp<std::int64_t>(size, 1, mostBytes));
+        const auto needed = static_cast<std::int64_t>(column.field ? CharactersOf(*column.field) : 0);
+        column.declaration = Sized("VARCHAR", std::max(std::clamp<std::int64_t>(size, 1, mostBytes), needed));
         return;
     }
     column.shown = found->shown;
     column.declaration = found->declaration;
     column.limits = LimitsOf(found->integerBytes, isUnsigned);
+    if (column.shown == Shown::Bytes && column.field)
+        column.declaration = Sized("BLOB", static_cast<std::int64_t>(column.field->length));
     const bool isExact = column.shown == Shown::Integer || column.shown == Shown::Decimal;
     if (!isExact || !column.field)
         return;

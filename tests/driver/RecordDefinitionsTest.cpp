@@ -194,6 +194,57 @@ TEST_F(RecordDefinitions, WhatAColumnIsSaidToHoldIsWhatAFieldCanHold)
     EXPECT_EQ(Rows("SELECT length(WORDS), SUM FROM BANK_WIDE"), "30000|7\n");
 }
 
+TEST_F(RecordDefinitions, ATextOrBytesAreSaidToBeAsLongAsTheirFieldCanMakeThem)
+{
+    Make(
+        "LONG",
+        {{"MAINFRAME", "STRING-EBCDIC", 300},
+         {"HEX", "HEXADECIMAL", 200},
+         {"WIDE", "STRING-UTF16", 600},
+         {"COUNTED", "STRING-COUNTED", 302},
+         {"RAW", "BINARY-STRING", 300},
+         {"SUM", "PACKED", 4, 2},
+         {"SOME", "STRING", 10}},
+        std::string(300, '\xC1') + std::string(200, '\x5A') +
+            [] {
+                std::string wide;
+                for (int i = 0; i < 300; ++i)
+                    wide += "w\0"s;
+                return wide;
+            }() +
+            "\x2C\x01"s + std::string(300, 'c') + std::string(300, '\x07') + "\x12\x34\x56\x7D" + "some      ");
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'CHAR', LENGTH = 254, PRECISION = 254 WHERE TABLE_NAME = 'LONG' AND "
+        "FIELD_NAME <> 'RAW'");
+    Run("UPDATE TW_COLUMN SET PRECISION = 2 WHERE TABLE_NAME = 'LONG' AND FIELD_NAME IN ('RAW', 'SUM')");
+    const char* const sizes[] = {"300", "400", "300", "300", "300", "9", "254"};
+    const Result result = client.Execute("SELECT * FROM BANK_LONG");
+    ASSERT_EQ(result.columns.size(), std::size(sizes)) << result.diagnostic.message;
+    std::string listed;
+    for (std::size_t i = 0; i < std::size(sizes); ++i) {
+        EXPECT_EQ(std::to_string(result.columns[i].size), sizes[i]) << result.columns[i].name;
+        EXPECT_EQ(result.columns[i].type, result.columns[i].name == "RAW" ? SQL_BINARY : SQL_VARCHAR);
+        listed += std::string(sizes[i]) + "\n";
+    }
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_LONG", 6), listed);
+    EXPECT_EQ(Rows("SELECT length(MAINFRAME), length(HEX), length(WIDE), length(COUNTED), length(RAW), SUM, SOME FROM "
+                   "BANK_LONG"),
+              "300|400|300|300|300|-12345.67|some\n");
+    EXPECT_EQ(Listed(SQLColumnsW, "BANK\\_LONG", 7), "1200\n1600\n1200\n1200\n300\n36\n1016\n") << "bytes";
+}
+
+TEST_F(RecordDefinitions, AZeroByteInsideATextIsRefused)
+{
+    Make("ZEROS", {{"NO", "ZONED-U", 1}, {"A", "STRING", 5}}, "1a\0b  2ab\0 \0"s);
+    EXPECT_TRUE(Holds(Failure("SELECT A FROM BANK_ZEROS"), "record 1, field A: the bytes 61 00 62 20 20 cannot be read "
+                                                           "as STRING: a zero byte stands inside the text."));
+    OdbcClient lenient;
+    Connect(lenient, "BadFields=Null");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_ZEROS"), "1|~\n2|ab\n");
+    EXPECT_EQ(Rows(lenient, "SELECT NO FROM BANK_ZEROS WHERE A = 'ab'"), "2\n");
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'BINARY' WHERE TABLE_NAME = 'ZEROS' AND FIELD_NAME = 'A'");
+    EXPECT_EQ(Rows("SELECT hex(A) FROM BANK_ZEROS"), "6100622020\n6162002000\n");
+}
+
 TEST_F(RecordDefinitions, AFieldMustHaveAPlaceAndAScaleThatCanBe)
 {
     Run("UPDATE TW_FIELD SET LENGTH = 0 WHERE FIELD_NAME = 'BALANCE'");
