@@ -99,9 +99,9 @@ std::string RecordTable::CriteriaStatement() const
 
 std::shared_ptr<const MappedFile> RecordTable::File() const
 {
-    if (auto file = m_file.lock(); file && file->IsCurrent())
-        return file;
     const std::string path = ExistingPath(m_definition);
+    if (auto file = m_file.lock(); file && file->Path() == path && file->IsCurrent())
+        return file;
     auto file = m_recent->Find(path);
     if (!file) {
         file = MappedFile::Open(path);

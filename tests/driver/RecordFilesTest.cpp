@@ -208,3 +208,14 @@ TEST_F(RecordFiles, ReadingLeavesEveryFileAsItWas)
     const auto files = std::filesystem::directory_iterator(setup.File("data"));
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
+TEST_F(RecordFiles, AFileThatComesBesideTheDataPartTakesItsPlace)
+{
+    Make("PART", worded, "01abcdef\n", "INDEXED");
+    Run("UPDATE TW_TABLE SET FILE_SPECIFICATION = 'PART'");
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n");
+    WriteData("PART", "02ghijkl\n");
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "ghijkl\n");
+    std::filesystem::remove(DataFile("PART"));
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n");
+}
+
