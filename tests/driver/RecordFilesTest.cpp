@@ -4,6 +4,8 @@
 
 #include <fstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
@@ -80,6 +82,92 @@ TEST_F(RecordFiles, WhatIsThereOfANumberOrADateIsNoneWhereTheFileIsCut)
     EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_WORDS"), "1|1234\n2|~\n");
     Make("LINES", fields, "011234\n0256", "SEQUENTIAL", "VARIABLE");
     EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_LINES"), "1|1234\n2|56\n") << "the last line needs no newline";
+}
+
+TEST_F(RecordFiles, WhatIsThereOfBytesAndCharactersIsShownWhereTheFileIsCut)
+{
+    Make("RAW", {{"NO", "ZONED-U", 2}, {"RAW", "BINARY-STRING", 4}}, "01abcd02\x01\x02"s);
+    Make("HEX", {{"NO", "ZONED-U", 2}, {"RAW", "HEXADECIMAL", 4}}, "01abcd02\x01\x02"s);
+    EXPECT_EQ(Rows(lenient, "SELECT NO, hex(RAW) FROM BANK_RAW"), "1|61626364\n2|0102\n");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_HEX"), "1|61626364\n2|0102\n");
+    Make("TORN", worded, "01abcdef02J\xC3");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_TORN"), "1|abcdef\n2|J\n");
+    Make("TALLY", {{"NO", "ZONED-U", 2}, {"WORDS", "STRING-COUNTED", 8}}, "01\x06\0abcdef02\x06\0abc"s);
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_TALLY"), "1|abcdef\n2|abc\n");
+}
+
+TEST_F(RecordFiles, BytesAtTheEndOfARecordAreAsManyAsAreThere)
+{
+    const std::vector<FieldRow> fields = {{"NO", "ZONED-U", 1}, {"RAW", "BINARY-STRING", 6}};
+    const std::string records = "\x00\x07"s + "1abcdef" + "\x00\x03"s + "2\x00\xFF"s + "\x00\x01"s + "3";
+    Make("BYTES", fields, records, "SEQUENTIAL", "VARIABLE", "COUNTED-2-BE");
+    EXPECT_EQ(Rows("SELECT NO, hex(RAW) FROM BANK_BYTES WHERE RAW IS NOT NULL"), "1|616263646566\n2|00FF\n");
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_BYTES WHERE RAW IS NULL"), "3\n");
+    Make("HEX", {{"NO", "ZONED-U", 1}, {"RAW", "HEXADECIMAL", 6}}, records, "SEQUENTIAL", "VARIABLE", "COUNTED-2-BE");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_HEX"), "1|616263646566\n2|00FF\n3|~\n");
+    Make("PACKED", {{"NO", "ZONED-U", 1}, {"RAW", "PACKED", 6}}, records, "SEQUENTIAL", "VARIABLE", "COUNTED-2-BE");
+    EXPECT_TRUE(Holds(Failure("SELECT RAW FROM BANK_PACKED WHERE NO = 2"), "the record ends inside the field"));
+    Run("UPDATE TW_COLUMN SET SQL_TYPE_NAME = 'VARBINARY' WHERE TABLE_NAME = 'PACKED' AND FIELD_NAME = 'RAW'");
+    EXPECT_EQ(Rows("SELECT hex(RAW) FROM BANK_PACKED WHERE NO = 2"), "00FF\n") << "bytes are no number";
+    Make("SLOTS", fields, "\x07\0\0\0"s + "1abcdef" + "\x03\0\0\0"s + "2\x00\xFF...."s, "RELATIVE", "FIXED", "SLOT-4");
+    EXPECT_EQ(Rows("SELECT NO, hex(RAW) FROM BANK_SLOTS"), "1|616263646566\n2|00FF\n");
+}
+
+TEST_F(RecordFiles, ARestThatHoldsNotEvenALengthIsARecordWithoutBytes)
+{
+    Make("COUNTED", worded, "\x08\x00"s + "01abcdef" + "\x08", "SEQUENTIAL", "VARIABLE", "COUNTED-2");
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_COUNTED"), "1|abcdef\n~|~\n");
+    EXPECT_TRUE(
+        Holds(Failure("SELECT * FROM BANK_COUNTED"), "record 2: the file ends inside the record: 1 bytes of 2"));
+}
+
+TEST_F(RecordFiles, ACutFileIsReadAsFarAsAStatementGoes)
+{
+    Make("CUT", worded, "01abcdef02ghijkl03mn");
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_CUT LIMIT 2"), "1\n2\n");
+    EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_CUT LIMIT 3"), "record 3: the file ends inside the record"));
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_CUT LIMIT 1 OFFSET 2"), "3|mn\n");
+}
+
+TEST_F(RecordFiles, AFileThatEndsBeforeItsFirstRecordIsTold)
+{
+    Make("SKIPPED", worded, "HEAD", "SEQUENTIAL", "FIXED", "SKIP-9");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_SKIPPED"), "The data file '" + DataFile("SKIPPED.dat") +
+                                                                 "', record 1: the file ends inside the 9 bytes before "
+                                                                 "it: 4 are there."));
+    EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_SKIPPED"), "");
+    WriteData("SKIPPED.dat", "HEAD.....");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_SKIPPED"), "");
+    WriteData("SKIPPED.dat", "");
+    EXPECT_EQ(Rows("SELECT * FROM BANK_SKIPPED"), "");
+}
+
+TEST_F(RecordFiles, AnEmptyFileOfAnyFormatHasNoRecords)
+{
+    const char* const formats[][3] = {{"SEQUENTIAL", "FIXED", ""},       {"SEQUENTIAL", "VARIABLE", ""},
+                                      {"SEQUENTIAL", "FIXED", "LINE"},   {"SEQUENTIAL", "VARIABLE", "COUNTED-2"},
+                                      {"SEQUENTIAL", "VARIABLE", "RDW"}, {"SEQUENTIAL", "VARIABLE", "COUNTED-COBOL"},
+                                      {"RELATIVE", "FIXED", ""},         {"RELATIVE", "VARIABLE", ""},
+                                      {"RELATIVE", "FIXED", "SLOT-4"},   {"RELATIVE", "FIXED", "SLOT-8"},
+                                      {"INDEXED", "FIXED", ""},          {"INDEXED", "VARIABLE", ""}};
+    Make("EMPTY", worded, "");
+    for (const auto& [organisation, type, open] : formats) {
+        Run(std::string("UPDATE TW_FILE SET FILE_ORGANISATION = '") + organisation + "', RECORD_TYPE = '" + type +
+            "', OPEN_STRING = '" + open + "' WHERE FILE_NAME = 'EMPTY'");
+        for (OdbcClient* on : {&client, &lenient}) {
+            EXPECT_EQ(Rows(*on, "SELECT * FROM BANK_EMPTY"), "") << organisation << type << open;
+            EXPECT_EQ(Rows(*on, "SELECT COUNT(*) FROM BANK_EMPTY a JOIN BANK_EMPTY b ON a.NO = b.NO"), "0\n");
+        }
+    }
+}
+
+TEST_F(RecordFiles, PiecesOfSpannedRecordsAreTold)
+{
+    Make("SPANNED", worded, "\x00\x0C\x00\x00"s + "01abcdef" + "\x00\x08\x01\x00"s + "02ab", "SEQUENTIAL", "VARIABLE",
+         "RDW");
+    for (OdbcClient* on : {&client, &lenient})
+        EXPECT_TRUE(
+            Holds(Failure(*on, "SELECT COUNT(*) FROM BANK_SPANNED"), "record 2: it is a piece of a spanned record."));
 }
 
 TEST_F(RecordFiles, WhatIsKnownToBeNoRecordIsNoneWhereTheFileIsCut)
@@ -166,6 +254,17 @@ TEST_F(RecordFiles, TheDataPartOfAnIndexedFileMayBeNamedWithoutItsSuffix)
     EXPECT_TRUE(Holds(Failure("SELECT NO FROM BANK_PART"), "The data file '" + DataFile("PART") + "' does not exist."));
 }
 
+TEST_F(RecordFiles, AFileThatComesBesideTheDataPartTakesItsPlace)
+{
+    Make("PART", worded, "01abcdef\n", "INDEXED");
+    Run("UPDATE TW_TABLE SET FILE_SPECIFICATION = 'PART'");
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n");
+    WriteData("PART", "02ghijkl\n");
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "ghijkl\n");
+    std::filesystem::remove(DataFile("PART"));
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n");
+}
+
 TEST_F(RecordFiles, PlacesAreThoseOfTheRecordsHeads)
 {
     Make("SKIPPED", worded, "HEAD\x08\x00"s + "01abcdef" + "\x04\x00"s + "02xy", "SEQUENTIAL", "VARIABLE",
@@ -195,6 +294,32 @@ TEST_F(RecordFiles, WhatIsNoFileOfRecordsIsTold)
     EXPECT_TRUE(Holds(Failure("SELECT * FROM BANK_ODD"), "it has no file specification"));
 }
 
+TEST_F(RecordFiles, AFileThatTheUserMayNotReadIsTold)
+{
+    Make("SECRET", worded, "01abcdef");
+    std::filesystem::permissions(DataFile("SECRET.dat"), std::filesystem::perms(0));
+    std::filesystem::permissions(setup.Path(), std::filesystem::perms(0777));
+    std::filesystem::permissions(setup.File("c.cat"), std::filesystem::perms(0666));
+    for (const char* suffix : {"-wal", "-shm"})
+        if (std::filesystem::exists(setup.File("c.cat") + suffix))
+            std::filesystem::permissions(setup.File("c.cat") + suffix, std::filesystem::perms(0666));
+    const pid_t child = ::fork();
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;
+        if (::getuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0))
+            ::_exit(99);
+        OdbcClient ordinary;
+        Connect(ordinary);
+        const std::string message = Failure(ordinary, "SELECT * FROM BANK_SECRET");
+        ::_exit(Holds(message, "The data file '" + DataFile("SECRET.dat") + "' cannot be read: Permission denied.")
+                    ? 0
+                    : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+}
+
 TEST_F(RecordFiles, ReadingLeavesEveryFileAsItWas)
 {
     const std::string content = "01abcdef02ghijkl";
@@ -208,14 +333,3 @@ TEST_F(RecordFiles, ReadingLeavesEveryFileAsItWas)
     const auto files = std::filesystem::directory_iterator(setup.File("data"));
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
-TEST_F(RecordFiles, AFileThatComesBesideTheDataPartTakesItsPlace)
-{
-    Make("PART", worded, "01abcdef\n", "INDEXED");
-    Run("UPDATE TW_TABLE SET FILE_SPECIFICATION = 'PART'");
-    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n");
-    WriteData("PART", "02ghijkl\n");
-    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "ghijkl\n");
-    std::filesystem::remove(DataFile("PART"));
-    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n");
-}
-
