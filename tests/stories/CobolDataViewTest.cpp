@@ -6,16 +6,18 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Definitions of the files that a COBOL program wrote, and what it printed.
+/// Definitions of the files that COBOL programs wrote, and what they printed.
 class CobolDataView : public Story
 {
 protected:
     void SetUp() override
     {
         Story::SetUp();
-        printed = cobol::RunUsages(world.folder().toStdString());
+        const std::string folder = world.folder().toStdString();
+        printed = cobol::RunUsages(folder) + cobol::RunOthers(folder);
         change(u"INSERT INTO TW_DB (DATABASE_NAME, DEFAULT_DIRECTORY, DRIVER_NAME) VALUES ('BANK', '.', 'FLAT')"_s);
-        for (const cobol::File* file : {&cobol::sequential, &cobol::relative, &cobol::lines, &cobol::varying})
+        for (const cobol::File* file :
+             {&cobol::sequential, &cobol::relative, &cobol::lines, &cobol::varying, &cobol::others})
             for (const std::string& statement : cobol::Definition(*file))
                 change(QString::fromStdString(statement));
         begin({u"FI"_s});
@@ -94,4 +96,10 @@ TEST_F(CobolDataView, ShowsRecordsOfVaryingLengthAsTheyWerePrinted)
 {
     makeTable(cobol::varying);
     expectAsPrinted(cobol::varying);
+}
+
+TEST_F(CobolDataView, ShowsUsagesOfOtherCompilersAsTheyWerePrinted)
+{
+    makeTable(cobol::others);
+    expectAsPrinted(cobol::others);
 }
