@@ -119,13 +119,22 @@ bool StaysQuery(std::string_view statement)
             statement.find_first_not_of("; \t\r\n", semicolon) == std::string_view::npos);
 }
 
-/// Whether SQLite reads the text on from one of the tokens in another way: a `#` that no other one closes begins a
-/// parameter, and a parameter with a parenthesis right behind its name goes on to the next one, over any quote.
+/// Whether a quote or a `#` has no other that closes it: what SQLite makes of the rest is not what is read here. Where
+/// all are closed, the `#` have become quotes.
+bool HoldsUnclosed(const std::vector<Token>& tokens)
+{
+    return std::any_of(tokens.begin(), tokens.end(), [](const Token& token) {
+        return token.kind == Token::Kind::Unterminated || token.kind == Token::Kind::Hash;
+    });
+}
+
+/// Whether SQLite reads the text on from a parameter: one with a parenthesis right behind its name goes on to the next
+/// one, over any quote.
 bool HoldsHiddenParameter(std::string_view statement, const std::vector<Token>& tokens)
 {
     return std::any_of(tokens.begin(), tokens.end(), [&](const Token& token) {
         if (token.text != "(")
-            return token.kind == Token::Kind::Unterminated && token.text.front() == '#';
+            return false;
         const auto place = static_cast<std::size_t>(token.text.data() - statement.data());
         for (std::size_t i = place; i > 0; --i) {
             const char c = statement[i - 1];
@@ -136,6 +145,27 @@ bool HoldsHiddenParameter(std::string_view statement, const std::vector<Token>& 
         }
         return false;
     });
+}
+
+/// Whether something follows the end of a statement. The library below runs that too if it takes the end for quoted,
+/// as behind an apostrophe in a comment, or the first statement for one that may be followed, such as BEGIN.
+bool HoldsSeveral(const std::vector<Token>& tokens)
+{
+    const auto isEnd = [](const Token& token) { return token.text == ";"; };
+    const auto end = std::find_if(tokens.begin(), tokens.end(), isEnd);
+    return std::find_if_not(end, tokens.end(), isEnd) != tokens.end();
+}
+
+/// What in a statement may be read in another way by the library below or by SQLite than it is here; null if nothing.
+const char* Unclear(std::string_view statement, const std::vector<Token>& tokens)
+{
+    if (HoldsEscape(statement) && !StaysQuery(statement))
+        return "use an escape in braces in a statement that is no plain SELECT";
+    if (HoldsUnclosed(tokens))
+        return "run a statement with an unclosed quote or #";
+    if (HoldsHiddenParameter(statement, tokens))
+        return "run a statement with a parameter that a parenthesis follows";
+    return HoldsSeveral(tokens) ? "run one statement behind another" : nullptr;
 }
 
 /// Makes SQLite acquainted with a function that gives rows. It declares the function's columns at its first use on a
@@ -211,17 +241,13 @@ std::vector<const char*> Privileges::RightsTo(std::string_view name) const
     return held;
 }
 
-std::string Privileges::RefusalToReplace(std::string_view statement) const
+std::string Privileges::Refusal(std::string_view statement) const
 {
     if (m_mayDoEverything)
         return {};
     const std::vector<Token> tokens = Tokenize(statement);
-    if (HoldsEscape(statement) && !StaysQuery(statement)) {
-        Refuse("use an escape in braces in a statement that is no plain SELECT");
-        return TakeRefusal();
-    }
-    if (HoldsHiddenParameter(statement, tokens)) {
-        Refuse("run a statement with an unclosed # or with a parameter that a parenthesis follows");
+    if (const char* const unclear = Unclear(statement, tokens)) {
+        Refuse(unclear);
         return TakeRefusal();
     }
     const auto isAt = [&](std::size_t i, const char* word) {

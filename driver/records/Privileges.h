@@ -41,10 +41,11 @@ public:
     /// The rights to a table or view, as SQL calls them.
     std::vector<const char*> RightsTo(std::string_view name) const;
 
-    /// Why a statement is refused that may put rows in place of others: SQLite removes those without asking whether
-    /// that is allowed. Empty if it is not refused, or does nothing of the kind. The tables that it names are ready.
-    /// A statement that SQLite may come to read otherwise than it is read here is refused too.
-    std::string RefusalToReplace(std::string_view statement) const;
+    /// Why a statement is refused that SQLite's own questions do not tell of; empty if it is not. It may put rows in
+    /// place of others, which SQLite removes without asking whether that is allowed; or it is one that SQLite or the
+    /// library below may come to read otherwise than it is read here, or more than one. The tables that it names are
+    /// ready.
+    std::string Refusal(std::string_view statement) const;
 
     /// Why the last statement of this thread was refused, in a whole sentence that holds the word "privileges"; empty
     /// if none was since the last call.

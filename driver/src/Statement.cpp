@@ -42,7 +42,7 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run, ForLater forLate
             if (forLater == ForLater::Yes)
                 kept = {rewritten, connection->tables->Changes()};
             rewritten = connection->tables->WithExactNumbers(std::move(rewritten));
-            if (const std::string refusal = connection->privileges->RefusalToReplace(rewritten); !refusal.empty())
+            if (const std::string refusal = connection->privileges->Refusal(rewritten); !refusal.empty())
                 return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", refusal);
         }
     } catch (const records::RecordError& error) {

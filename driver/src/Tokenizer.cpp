@@ -19,9 +19,10 @@ namespace
 /// SQLite reads a byte order mark at the beginning of a token as a blank.
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+/// A vertical tab is one to SQLite only behind another blank; where it begins something, the statement is refused.
 bool IsBlank(char c)
 {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
 }
 
 /// Reads one statement from left to right.

@@ -212,6 +212,7 @@ TEST(Rewrite, AWhereBehindOrderByMovesInFrontOfIt)
               "select a from t where b = 1 and c = 2 order by a desc  limit 3;");
     EXPECT_EQ(Rewrite("SELECT A FROM T GROUP BY A ORDER BY A WHERE B = 1"),
               "SELECT A FROM T WHERE B = 1 GROUP BY A ORDER BY A ");
+    EXPECT_EQ(Rewrite("SELECT A FROM T ORDER \vBY A WHERE B = 1"), "SELECT A FROM T WHERE B = 1 ORDER \vBY A ");
     EXPECT_EQ(Rewrite("SELECT OFFSET FROM T ORDER BY OFFSET WHERE OFFSET > 3"),
               "SELECT OFFSET FROM T WHERE OFFSET > 3 ORDER BY OFFSET ");
 }
