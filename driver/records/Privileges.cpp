@@ -46,9 +46,13 @@ bool IsHarmlessFunction(std::string_view name)
 /// that somebody wrote into the catalog is part of them: reading a table must not do more than read.
 int AuthorizeOwn(int action, const char* first, const char* second)
 {
-    const bool reachesBeyond = (action == SQLITE_FUNCTION && second && !IsHarmlessFunction(second)) ||
-                               (action == SQLITE_PRAGMA && first && !IsHarmlessPragma(first));
-    return reachesBeyond ? SQLITE_DENY : SQLITE_OK;
+    if (action == SQLITE_FUNCTION)
+        return !second || IsHarmlessFunction(second) ? SQLITE_OK : SQLITE_DENY;
+    if (action != SQLITE_PRAGMA || !first || IsHarmlessPragma(first))
+        return SQLITE_OK;
+    const bool readsSchema =
+        EqualIgnoringCase(first, "writable_schema") && second && EqualIgnoringCase(second, "RESET");
+    return readsSchema ? SQLITE_OK : SQLITE_DENY;
 }
 
 /// The catalog's spelling of a user's name: the given one if there is a user of just that name, else the first that

@@ -19,6 +19,25 @@ constexpr const char* viewQuestion =
     "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE UNION ALL "
     "SELECT sql FROM sqlite_temp_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE";
 
+bool HasViews(sqlite3* engine)
+{
+    return Query(engine, "SELECT 1 FROM sqlite_master WHERE type = 'view' UNION ALL "
+                         "SELECT 1 FROM sqlite_temp_master WHERE type = 'view' LIMIT 1")
+        .Next();
+}
+
+/// Has SQLite forget what it knows of the tables and views of its files, and so read it again. It does so while it
+/// prepares the statement, and leaves what is being read. After the end of a transaction it must be done once more:
+/// with all else SQLite forgets that there is something to forget if the transaction is taken back.
+void ReadSchemaAnew(sqlite3* engine)
+{
+    int isWritable = 0;
+    sqlite3_db_config(engine, SQLITE_DBCONFIG_WRITABLE_SCHEMA, -1, &isWritable);
+    const Query reset(engine, "PRAGMA writable_schema = RESET");
+    if (isWritable != 0)
+        sqlite3_db_config(engine, SQLITE_DBCONFIG_WRITABLE_SCHEMA, 1, nullptr);
+}
+
 bool IsTableWord(const Token& token)
 {
     for (const char* word : {"FROM", "JOIN", "INTO", "UPDATE", "TABLE", "IN"})
@@ -86,6 +105,7 @@ void RecordTables::MakeReady(std::string_view statement)
     const std::lock_guard lock(m_makingReady);
     Names done;
     MakeNamesReady(statement, done);
+    RenewViews();
 }
 
 void RecordTables::MakeNamesReady(std::string_view statement, Names& done)
@@ -137,6 +157,7 @@ void RecordTables::Renew(const std::string& name, const Surroundings& surroundin
             Put(tables, name, known);
             throw error;
         }
+        m_viewsAreOld = m_viewsAreOld || known;
         m_changes.fetch_add(1, std::memory_order_release);
     }
     if (!criteria.empty())
@@ -193,10 +214,24 @@ void RecordTables::WithdrawTable(const RecordTable& table)
     const std::string name = table.Definition().sqlName;
     Withdraw(m_engine, name);
     Withdraw(m_engine, table.UnfilteredName());
+    m_viewsAreOld = true;
     m_changes.fetch_add(1, std::memory_order_release);
     const std::lock_guard lock(m_mutex);
     m_tables.erase(InUpperCase(name));
     m_joined.erase(InUpperCase(name));
+}
+
+void RecordTables::RenewViews()
+{
+    const bool isMidway = sqlite3_get_autocommit(m_engine) == 0;
+    const bool hasEnded = m_renewedMidway && !isMidway;
+    if (!m_viewsAreOld && !hasEnded)
+        return;
+    if (hasEnded || HasViews(m_engine)) {
+        ReadSchemaAnew(m_engine);
+        m_renewedMidway = isMidway;
+    }
+    m_viewsAreOld = false;
 }
 
 std::shared_ptr<const RecordTable> RecordTables::Find(std::string_view name) const
@@ -235,6 +270,7 @@ std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
     Names done;
     for (std::size_t i = 0; i < names.size(); ++i)
         MakeTableReady(names[i], done, &keys[i]);
+    RenewViews();
     return names;
 }
 

@@ -71,6 +71,9 @@ private:
     void Put(Tables& tables, const std::string& name, const std::shared_ptr<const RecordTable>& table);
     void CollectDecimals(std::string_view statement, Names& done, Names& columns, Namesakes& namesakes) const;
     void WithdrawTable(const RecordTable& table);
+
+    /// Has the views go by the tables as they are now, if any has changed. SQLite works the columns of a view out once.
+    void RenewViews();
     std::shared_ptr<const RecordTable> FindIn(const Tables& tables, std::string_view name) const;
 
     sqlite3* m_engine;
@@ -80,7 +83,9 @@ private:
     Names m_engines; ///< of SQLite's own functions that give rows, whose place no table takes
     std::shared_ptr<RecentFiles> m_recentFiles = std::make_shared<RecentFiles>();
     Tables m_tables;
-    Tables m_joined; ///< those that only criteria may read
+    Tables m_joined;              ///< those that only criteria may read
+    bool m_viewsAreOld = false;   ///< a table was replaced or withdrawn that a view may have been made of
+    bool m_renewedMidway = false; ///< the views were renewed in a transaction, which may be taken back
 
     /// One thread at a time makes ready, from the reading of a definition to its table: an older definition, read by
     /// another thread, never takes the place of a newer one. SQLite is called meanwhile; so what it calls back into

@@ -4,6 +4,7 @@
 #include "RecordsFixture.h"
 
 #include <sqlite3.h>
+#include <sqlucode.h>
 
 #include <atomic>
 #include <fstream>
@@ -135,6 +136,140 @@ TEST_F(ChangedDefinitions, LeaveAnOpenResultAsItWasRead)
     ASSERT_EQ(SQLFetchScroll(statement, SQL_FETCH_FIRST, 0), SQL_SUCCESS);
     EXPECT_STREQ(names[1], "Harry");
     SQLFreeHandle(SQL_HANDLE_STMT, statement);
+}
+
+TEST_F(ChangedDefinitions, CountForTheViewsOverThem)
+{
+    Run("CREATE VIEW SEEN AS SELECT * FROM BANK_ACCOUNT");
+    OdbcClient another;
+    Connect(another);
+    EXPECT_EQ(Rows(another, "SELECT NAME, BALANCE FROM SEEN WHERE NO = 2"), "Ivy|-7.5\n");
+    std::string text = "SELECT * FROM SEEN WHERE NAME = 'Ivy'";
+    SQLHSTMT statement = another.NewStatement();
+    ASSERT_EQ(SQLPrepare(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), SQL_SUCCESS);
+    const auto columns = [&] {
+        std::vector<SQLWCHAR> name = Wide("SEEN");
+        std::string names;
+        for (const Row& row : another
+                                  .Read([&](SQLHSTMT handle) {
+                                      return SQLColumnsW(handle, nullptr, 0, nullptr, 0, name.data(), SQL_NTS, nullptr,
+                                                         0);
+                                  })
+                                  .rows)
+            names += row[3].value_or("~") + " ";
+        return names;
+    };
+    EXPECT_EQ(columns(), "NO NAME BALANCE ");
+
+    Run("UPDATE TW_COLUMN SET COLUMN_NUMBER = 9 WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_EQ(Rows(another, "SELECT NAME, BALANCE FROM SEEN WHERE NO = 2"), "Ivy|-7.5\n");
+    EXPECT_EQ(columns(), "NO BALANCE NAME ");
+    Run("UPDATE TW_COLUMN SET COLUMN_NAME = 'OWNER' WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_EQ(Rows(another, "SELECT OWNER FROM SEEN WHERE NO = 2"), "Ivy\n");
+    EXPECT_TRUE(Holds(Failure(another, "SELECT NAME FROM SEEN"), "no such column"));
+    Run("UPDATE TW_COLUMN SET COLUMN_NAME = 'NAME' WHERE COLUMN_NAME = 'OWNER'");
+    Run("UPDATE TW_COLUMN SET VISIBLE = 0 WHERE COLUMN_NAME = 'NO'");
+    ASSERT_TRUE(SQL_SUCCEEDED(SQLExecute(statement))) << OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).message;
+    SQLSMALLINT count = 0;
+    SQLNumResultCols(statement, &count);
+    EXPECT_EQ(count, 2);
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    EXPECT_EQ(columns(), "BALANCE NAME ");
+    EXPECT_EQ(Rows(another, "SELECT * FROM SEEN WHERE NAME = 'Ivy'"), "-7.5|Ivy\n");
+    Run("DELETE FROM TW_TABLE WHERE TABLE_NAME = 'ACCOUNT'");
+    EXPECT_TRUE(Holds(Failure(another, "SELECT * FROM SEEN"), "no such table"));
+    EXPECT_EQ(columns(), "");
+    Run("INSERT INTO TW_TABLE (DATABASE_NAME, TABLE_NAME, FILE_NAME, FILE_SPECIFICATION) VALUES "
+        "('BANK', 'ACCOUNT', 'ACCOUNT', 'ACCOUNT.dat')");
+    Run("UPDATE TW_COLUMN SET VISIBLE = 1");
+    EXPECT_EQ(Rows(another, "SELECT * FROM SEEN WHERE NO = 2"), "2|-7.5|Ivy\n");
+}
+
+TEST_F(ChangedDefinitions, CountForTheViewsThatOneConnectionMakesItself)
+{
+    Run("CREATE TEMP VIEW SEEN AS SELECT * FROM BANK_ACCOUNT");
+    Run("CREATE TEMP VIEW SEEN_AGAIN AS SELECT * FROM SEEN");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN_AGAIN WHERE NO = 2"), "Ivy\n");
+    Run("UPDATE TW_COLUMN SET COLUMN_NUMBER = 9 WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN_AGAIN WHERE NO = 2"), "Ivy\n");
+}
+
+TEST_F(ChangedDefinitions, CountForViewsAmidATransactionThatMakesAndUnmakesTables)
+{
+    Run("CREATE VIEW SEEN AS SELECT * FROM BANK_ACCOUNT");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN WHERE NO = 2"), "Ivy\n");
+    Run("BEGIN");
+    Run("CREATE TABLE MADE (X VARCHAR(9))");
+    Run("INSERT INTO MADE VALUES ('made')");
+    Run("CREATE VIEW SEEN_TOO AS SELECT a.NAME, m.X FROM SEEN a, MADE m");
+    Run("UPDATE TW_COLUMN SET COLUMN_NUMBER = 9 WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN WHERE NO = 2"), "Ivy\n");
+    EXPECT_EQ(Rows("SELECT * FROM SEEN_TOO LIMIT 1"), "Harry|made\n");
+    Run("ROLLBACK");
+    // As many changes of the file as were taken back: by their number alone nobody sees that they are others.
+    OdbcClient another;
+    Connect(another);
+    Run(another, "CREATE TABLE OTHER (Y VARCHAR(9))");
+    Run(another, "INSERT INTO OTHER VALUES ('other')");
+    Run(another, "CREATE VIEW SEEN_OTHERWISE AS SELECT * FROM OTHER");
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM MADE"), "no such table: MADE"));
+    EXPECT_TRUE(Holds(Failure("SELECT * FROM SEEN_TOO"), "no such table: SEEN_TOO"));
+    EXPECT_EQ(Rows("SELECT * FROM SEEN_OTHERWISE"), "other\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN WHERE NO = 2"), "Ivy\n");
+
+    Run("BEGIN");
+    Run("CREATE TABLE MADE (X VARCHAR(9))");
+    Run("UPDATE TW_COLUMN SET COLUMN_NUMBER = 9 WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN WHERE NO = 2"), "Ivy\n");
+    Run("COMMIT");
+    EXPECT_EQ(Rows(another, "SELECT COUNT(*) FROM MADE"), "0\n");
+}
+
+TEST_F(ChangedDefinitions, LeaveWhatIsHalfReadWhole)
+{
+    Run("CREATE VIEW SEEN AS SELECT * FROM BANK_ACCOUNT");
+    const auto open = [&] {
+        sqlite3* engine = nullptr;
+        EXPECT_EQ(sqlite3_open(setup.File("c.cat").c_str(), &engine), SQLITE_OK);
+        return engine;
+    };
+    const std::string late = " a, TW_FILE f WHERE f.FILE_NAME = 'ACCOUNT' UNION ALL SELECT (SELECT MAX(NAME) FROM "
+                             "BANK_ACCOUNT b WHERE b.NO <= c.NO), 'late' FROM BANK_ACCOUNT c";
+    for (const std::string table : {"BANK_ACCOUNT", "SEEN"}) {
+        sqlite3* const engine = open();
+        {
+            tarnwick::records::RecordTables tables(engine, {"", setup.File(""), {}},
+                                                   tarnwick::records::BadFields::Error);
+            const std::string query = "SELECT NAME, FILE_NAME FROM " + table + late;
+            tables.MakeReady(query);
+            sqlite3_stmt* reading = nullptr;
+            ASSERT_EQ(sqlite3_prepare_v2(engine, query.c_str(), -1, &reading, nullptr), SQLITE_OK)
+                << sqlite3_errmsg(engine);
+            ASSERT_EQ(sqlite3_step(reading), SQLITE_ROW);
+            const char* const changes[] = {"UPDATE TW_COLUMN SET COLUMN_NUMBER = 9 WHERE COLUMN_NAME = 'NAME'",
+                                           "UPDATE TW_COLUMN SET VISIBLE = 0 WHERE COLUMN_NAME = 'BALANCE'"};
+            for (const char* change : changes) {
+                EXPECT_EQ(sqlite3_exec(engine, change, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(engine);
+                const char* const another = "SELECT NAME FROM SEEN";
+                tables.MakeReady(another);
+                EXPECT_EQ(sqlite3_exec(engine, another, nullptr, nullptr, nullptr), SQLITE_OK)
+                    << sqlite3_errmsg(engine);
+            }
+            std::string rows;
+            int answer = SQLITE_ROW;
+            for (; answer == SQLITE_ROW; answer = sqlite3_step(reading))
+                for (const int column : {0, 1})
+                    rows += reinterpret_cast<const char*>(sqlite3_column_text(reading, column)) + " "s;
+            EXPECT_EQ(answer, SQLITE_DONE) << sqlite3_errmsg(engine);
+            EXPECT_EQ(rows, "Harry ACCOUNT Ivy ACCOUNT  ACCOUNT Harry late Ivy late Ivy late ") << table;
+            EXPECT_EQ(sqlite3_reset(reading), SQLITE_OK);
+            EXPECT_EQ(sqlite3_step(reading), SQLITE_ROW) << sqlite3_errmsg(engine);
+            sqlite3_finalize(reading);
+            sqlite3_close(engine);
+        }
+        Run("UPDATE TW_COLUMN SET COLUMN_NUMBER = 2, VISIBLE = 1 WHERE COLUMN_NAME = 'NAME'");
+        Run("UPDATE TW_COLUMN SET VISIBLE = 1");
+    }
 }
 
 TEST_F(ChangedDefinitions, DoNotComeBackByAnotherThread)
