@@ -46,18 +46,86 @@ bool IsTableWord(const Token& token)
     return false;
 }
 
-bool OpensTablePlace(const Token& token, bool behindFrom)
+/// Reads a statement and tells where a table can be named in it.
+class TablePlaces
 {
-    return IsTableWord(token) || (behindFrom && (token.text == "," || token.text == "(" || token.text == "."));
-}
+public:
+    enum class Place {
+        None,
+        Name,
+        NameOrString, ///< SQLite takes a string for a name where only a name can stand; elsewhere it is a value
+    };
 
-/// SQLite takes a string for a name where only a name can stand; among commas and parentheses it is a value.
-bool IsName(const Token& token, bool behindWord)
+    explicit TablePlaces(const std::vector<Token>& tokens) : m_tokens(tokens) {}
+
+    /// What the token behind the one there may name a table by; to be asked of one after the other.
+    Place Behind(std::size_t i)
+    {
+        const Token& token = m_tokens[i];
+        if (token.kind == Token::Kind::Punctuation)
+            return BehindMark(i);
+        if (IsWord(token, "PRAGMA"))
+            m_inPragma = i == 0 || m_tokens[i - 1].text == ";";
+        if (EndsTables(token))
+            m_betweenTables.back() = false;
+        if (IsWord(token, "FROM"))
+            m_behindFrom = m_betweenTables.back() = true;
+        const bool opensOuterJoin = i > 0 && m_tokens[i - 1].text == "{" && IsWord(token, "OJ");
+        return opensOuterJoin || IsTableWord(token) ? Place::NameOrString : Place::None;
+    }
+
+private:
+    static bool EndsTables(const Token& token)
+    {
+        for (const char* word : {"SELECT", "VALUES", "SET", "WHERE", "GROUP", "HAVING", "WINDOW", "ORDER", "LIMIT",
+                                 "RETURNING", "UNION", "EXCEPT", "INTERSECT"})
+            if (IsWord(token, word))
+                return true;
+        return false;
+    }
+
+    Place BehindMark(std::size_t i)
+    {
+        const std::string_view mark = m_tokens[i].text;
+        bool takesString = m_inPragma && (mark == "(" || mark == "=");
+        if (mark == "(") {
+            m_betweenTables.push_back(m_betweenTables.back() && i > 0 && IsBeforeTable(m_tokens[i - 1]));
+            takesString = takesString || m_betweenTables.back() ||
+                          (i > 0 && StartsWithIgnoringCase(m_tokens[i - 1].text, "pragma_"));
+        } else if (mark == ")" && m_betweenTables.size() > 1) {
+            m_betweenTables.pop_back();
+        } else if (mark == ";") {
+            m_betweenTables = {false};
+            m_inPragma = false;
+        }
+        takesString = takesString || (mark == "," && m_betweenTables.back()) || (mark == "." && m_behindFrom);
+        const bool takesName = m_behindFrom && (mark == "," || mark == "(" || mark == ".");
+        return takesString ? Place::NameOrString : takesName ? Place::Name : Place::None;
+    }
+
+    static bool IsBeforeTable(const Token& token)
+    {
+        return token.text == "(" || token.text == "," || IsWord(token, "FROM") || IsWord(token, "JOIN");
+    }
+
+    const std::vector<Token>& m_tokens;
+    std::vector<bool> m_betweenTables{false}; ///< for each open parenthesis, whether its commas separate tables
+    bool m_behindFrom = false;
+    bool m_inPragma = false;
+};
+
+bool NamesTable(const Token& token, TablePlaces::Place place)
 {
-    if (token.kind == Token::Kind::Name || (behindWord && token.kind == Token::Kind::String))
+    if (place == TablePlaces::Place::None)
+        return false;
+    if (token.kind == Token::Kind::Name)
         return true;
-    const auto first = static_cast<unsigned char>(token.text.empty() ? '0' : token.text.front());
-    return token.kind == Token::Kind::Word && first > '9';
+    if (token.kind == Token::Kind::String)
+        return place == TablePlaces::Place::NameOrString;
+    for (const char* word : {"SELECT", "VALUES", "WITH", "SET"})
+        if (IsWord(token, word))
+            return false;
+    return token.kind == Token::Kind::Word && static_cast<unsigned char>(token.text.front()) > '9';
 }
 
 /// Names that SQLite has in every database.
@@ -76,16 +144,12 @@ std::vector<std::string> TablesNamedIn(std::string_view statement)
 {
     std::vector<std::string> names;
     const std::vector<Token> tokens = Tokenize(statement);
-    bool behindFrom = false;
+    TablePlaces places(tokens);
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
-        behindFrom = behindFrom || IsWord(tokens[i], "FROM");
-        const bool opensOuterJoin = i > 0 && tokens[i - 1].text == "{" && IsWord(tokens[i], "OJ");
-        if (!opensOuterJoin && !OpensTablePlace(tokens[i], behindFrom))
-            continue;
-        if (!IsName(tokens[i + 1], opensOuterJoin || IsTableWord(tokens[i])))
+        if (!NamesTable(tokens[i + 1], places.Behind(i)))
             continue;
         std::string name = BareName(tokens[i + 1]);
-        const bool isOther = ColumnsOfCatalogTable(name) || IsEngines(name) || IsWord(tokens[i + 1], "SELECT");
+        const bool isOther = ColumnsOfCatalogTable(name) || IsEngines(name);
         if (!isOther && std::find(names.begin(), names.end(), name) == names.end())
             names.push_back(std::move(name));
     }
