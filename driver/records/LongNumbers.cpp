@@ -1,6 +1,7 @@
 #include "LongNumbers.h"
 
 #include "FieldDecoder.h"
+#include "GivenNames.h"
 #include "Text.h"
 #include "Tokenizer.h"
 
@@ -31,85 +32,6 @@ bool IsOperator(const Token& token)
     return token.kind == Token::Kind::Punctuation && token.text.find_first_of("+-*/%|&~<>=!") == 0;
 }
 
-bool IsName(const Token& token)
-{
-    return token.kind == Token::Kind::Name || token.kind == Token::Kind::String ||
-           (token.kind == Token::Kind::Word && !IsDigit(token.text.front()));
-}
-
-/// A name without its quotes, in upper case.
-std::string NameIn(const Token& token)
-{
-    return InUpperCase(BareName(token));
-}
-
-/// Reads the names that a statement gives to columns of its own.
-class GivenNames
-{
-public:
-    GivenNames(std::string_view statement, Names& names) : m_tokens(Tokenize(statement)), m_names(names)
-    {
-        for (std::size_t i = 1; i < m_tokens.size(); ++i) {
-            const Token& before = m_tokens[i - 1];
-            const bool isGiven = before.text == ")" || (IsWord(before, "AS") && !IsType(i) && !IsItsOwn(i));
-            if (isGiven && IsName(m_tokens[i]))
-                m_names.insert(NameIn(m_tokens[i]));
-            if (before.text == "(")
-                ReadList(i);
-        }
-    }
-
-private:
-    /// Whether a CAST has its type there.
-    bool IsType(std::size_t i) const
-    {
-        for (std::size_t open = 0, place = i; place-- > 1;) {
-            if (m_tokens[place].text == ")")
-                ++open;
-            else if (m_tokens[place].text == "(" && open-- == 0)
-                return IsWord(m_tokens[place - 1], "CAST");
-        }
-        return false;
-    }
-
-    /// Whether a column that is selected as it stands keeps its name: `x.WIDE AS WIDE`.
-    bool IsItsOwn(std::size_t i) const
-    {
-        if (i < 3 || !IsName(m_tokens[i - 2]) || !IsName(m_tokens[i]) || NameIn(m_tokens[i - 2]) != NameIn(m_tokens[i]))
-            return false;
-        std::size_t first = i - 2;
-        while (first >= 2 && m_tokens[first - 1].text == ".")
-            first -= 2;
-        return first >= 1 && (m_tokens[first - 1].text == "," || IsWord(m_tokens[first - 1], "SELECT"));
-    }
-
-    /// The columns of a view or of a WITH: names in parentheses before AS and a SELECT.
-    void ReadList(std::size_t i)
-    {
-        Names list;
-        for (; i + 2 < m_tokens.size() && IsName(m_tokens[i]); i += 2) {
-            list.insert(NameIn(m_tokens[i]));
-            if (m_tokens[i + 1].text == ")" && IsWord(m_tokens[i + 2], "AS") && BeginsSelect(i + 3))
-                return m_names.merge(list);
-            if (m_tokens[i + 1].text != ",")
-                return;
-        }
-    }
-
-    bool BeginsSelect(std::size_t i) const
-    {
-        if (i >= m_tokens.size() || m_tokens[i].text == "(")
-            return i < m_tokens.size();
-        for (const char* word : {"SELECT", "WITH", "VALUES", "NOT", "MATERIALIZED"})
-            if (IsWord(m_tokens[i], word))
-                return true;
-        return false;
-    }
-
-    std::vector<Token> m_tokens;
-    Names& m_names;
-};
-
 /// What takes the place of a number.
 enum class Literal {
     Text,    ///< its digits: the column says how they are compared
@@ -133,10 +55,12 @@ public:
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
             if (IsDecimalColumn(i) && m_assigned.count(i) == 0) {
                 m_column = Between(BeginOfName(i), i + 1);
-                if (IsOperand(i))
+                if (IsOperand(i)) {
                     ReadReversed(i);
-                else
+                } else {
+                    ReadReversedWords(i);
                     ReadComparison(i);
+                }
             }
     }
 
@@ -251,20 +175,91 @@ private:
     /// A number that stands alone in front of a comparison with the column.
     void ReadReversed(std::size_t column)
     {
-        if (column + 1 < m_tokens.size() && IsOperator(m_tokens[column + 1]))
+        if (GoesOnBehind(column))
             return;
         std::size_t end = BeginOfName(column);
         const std::size_t name = end;
         while (end > 0 && IsComparison(end - 1))
             --end;
+        if (end < name)
+            TakeNumberBefore(end, LiteralFor(column));
+    }
+
+    /// A number in front of an IS, of a BETWEEN with the column for a bound, or of an IN with the column in its list.
+    /// The number of the last says itself how all of the list is compared, which a mere text could not.
+    void ReadReversedWords(std::size_t column)
+    {
+        const std::size_t first = BeginOfName(column);
+        if (first < 2 || GoesOnBehind(column))
+            return;
+        if (const std::size_t is = BeginOfIs(first); is > 0 || IsWordThere(first - 1, "BETWEEN"))
+            return TakeNumberBefore(is > 0 ? is : first - 1, LiteralFor(column));
+        if (IsWordThere(first - 1, "AND")) {
+            const std::size_t bound = BeginOfBound(first - 2);
+            if (bound > 0 && IsWordThere(bound - 1, "BETWEEN"))
+                TakeNumberBefore(bound - 1, LiteralFor(column));
+        } else if ((IsThere(column + 1, ",") || IsThere(column + 1, ")")) && ListedFor(column) == Literal::Text &&
+                   LiteralFor(column) == Literal::Decimal) {
+            const std::size_t list = BeginOfList(first);
+            if (list > 0 && IsWordThere(list - 1, "IN"))
+                TakeNumberBefore(list - 1, Literal::Decimal);
+        }
+    }
+
+    /// The IS of an IS, IS NOT or IS [NOT] DISTINCT FROM in front of a token; 0 if there is none.
+    std::size_t BeginOfIs(std::size_t i) const
+    {
+        if (i >= 2 && IsWordThere(i - 1, "FROM") && IsWordThere(i - 2, "DISTINCT"))
+            i -= 2;
+        if (i >= 1 && IsWordThere(i - 1, "NOT"))
+            --i;
+        return i >= 1 && IsWordThere(i - 1, "IS") ? i - 1 : 0;
+    }
+
+    /// Whether something is made of the column before anything is compared.
+    bool GoesOnBehind(std::size_t column) const
+    {
+        return (column + 1 < m_tokens.size() && IsOperator(m_tokens[column + 1])) || IsThere(column + 1, ".") ||
+               IsThere(column + 1, "(") || IsWordThere(column + 1, "COLLATE");
+    }
+
+    /// Where a bound that is a name or a number begins, by its last token.
+    std::size_t BeginOfBound(std::size_t last) const
+    {
+        return IsName(m_tokens[last]) ? BeginOfName(last) : BeginOfNumber(last + 1);
+    }
+
+    /// The open parenthesis of the list in which something stands that begins there; 0 if it stands in none.
+    std::size_t BeginOfList(std::size_t i) const
+    {
+        if (!IsThere(i - 1, "(") && !IsThere(i - 1, ","))
+            return 0;
+        for (int depth = 0; i-- > 1;) {
+            depth += IsThere(i, ")") ? 1 : IsThere(i, "(") ? -1 : 0;
+            if (depth < 0)
+                return IsWordThere(i + 1, "SELECT") || IsWordThere(i + 1, "WITH") ? 0 : i;
+        }
+        return 0;
+    }
+
+    /// Where the number begins, with its sign, that ends in front of a token; there if none does.
+    std::size_t BeginOfNumber(std::size_t end) const
+    {
         std::size_t begin = end;
         while (begin > 0 && (IsDigits(m_tokens[begin - 1]) || IsThere(begin - 1, ".")) &&
                (begin == end || Touches(begin)))
             --begin;
-        if (begin > 0 && (IsThere(begin - 1, "-") || IsThere(begin - 1, "+")))
-            --begin;
-        if (end < name && begin < end && begin > 0 && OpensExpression(begin - 1))
-            TakeNumber(begin, LiteralFor(column));
+        return begin > 0 && begin < end && (IsThere(begin - 1, "-") || IsThere(begin - 1, "+")) ? begin - 1 : begin;
+    }
+
+    /// A number that begins an expression and ends in front of a token, or of the NOT before that.
+    void TakeNumberBefore(std::size_t end, Literal literal)
+    {
+        if (end > 0 && IsWordThere(end - 1, "NOT"))
+            --end;
+        const std::size_t begin = BeginOfNumber(end);
+        if (begin < end && begin > 0 && OpensExpression(begin - 1))
+            TakeNumber(begin, literal);
     }
 
     Literal LiteralFor(std::size_t column) const
@@ -293,6 +288,8 @@ private:
         }
         if (IsWordThere(i, "IN") && IsThere(i + 1, "("))
             return ReadList(i + 2, ListedFor(column));
+        if (IsWordThere(i, "WHEN") && BeginOfName(column) > 0 && IsWordThere(BeginOfName(column) - 1, "CASE"))
+            return ReadCases(i, literal);
         const std::size_t first = i;
         while (IsComparison(i))
             ++i;
@@ -300,13 +297,26 @@ private:
             TakeNumber(i, literal);
     }
 
-    /// All numbers of a list, whatever stands between them.
+    /// All numbers of a list, whatever stands between them, and of the rows of a VALUES.
     void ReadList(std::size_t i, Literal literal)
     {
-        TakeNumber(i, literal);
+        const bool isOfRows = IsWordThere(i, "VALUES");
+        if (!isOfRows)
+            TakeNumber(i, literal);
         for (int depth = 0; i < m_tokens.size() && depth >= 0; ++i) {
+            const bool opensValue = isOfRows ? IsThere(i, "(") : IsThere(i, ",");
+            if (depth == 0 && opensValue)
+                TakeNumber(i + 1, literal);
             depth += IsThere(i, "(") ? 1 : IsThere(i, ")") ? -1 : 0;
-            if (depth == 0 && IsThere(i, ","))
+        }
+    }
+
+    /// The numbers behind each WHEN of a CASE of the column.
+    void ReadCases(std::size_t i, Literal literal)
+    {
+        for (int depth = 0; i < m_tokens.size() && depth >= 0; ++i) {
+            depth += IsWordThere(i, "CASE") ? 1 : IsWordThere(i, "END") ? -1 : 0;
+            if (depth == 0 && IsWordThere(i, "WHEN") && IsWordThere(EndOfNumber(i + 1), "THEN"))
                 TakeNumber(i + 1, literal);
         }
     }
@@ -320,25 +330,35 @@ private:
         TakeNumber(i, literal);
     }
 
-    /// Gives the place behind the number that begins there.
-    std::size_t TakeNumber(std::size_t i, Literal literal)
+    /// The place behind the sign, the digits and the points there.
+    std::size_t EndOfNumber(std::size_t i) const
     {
-        const std::size_t first = i;
         if (IsThere(i, "-") || IsThere(i, "+"))
             ++i;
-        std::size_t digits = 0;
         const std::size_t begin = i;
-        while (i < m_tokens.size() && (IsDigits(m_tokens[i]) || IsThere(i, ".")) && (i == begin || Touches(i))) {
-            digits += IsThere(i, ".") ? 0 : m_tokens[i].text.size();
+        while (i < m_tokens.size() && (IsDigits(m_tokens[i]) || IsThere(i, ".")) && (i == begin || Touches(i)))
             ++i;
+        return i;
+    }
+
+    /// Gives the place behind the number that begins there.
+    std::size_t TakeNumber(std::size_t first, Literal literal)
+    {
+        const std::size_t end = EndOfNumber(first);
+        const std::size_t begin = IsThere(first, "-") || IsThere(first, "+") ? first + 1 : first;
+        std::size_t digits = 0;
+        std::size_t points = 0;
+        for (std::size_t i = begin; i < end; ++i) {
+            points += IsThere(i, ".") ? 1 : 0;
+            digits += IsThere(i, ".") ? 0 : m_tokens[i].text.size();
         }
-        const bool isOneNumber = !GoesOn(i) && (begin == first || (begin < i && Touches(begin)));
-        const bool isCalculated = i < m_tokens.size() && IsOperator(m_tokens[i]) && !IsComparison(i);
+        const bool isOneNumber = points <= 1 && !GoesOn(end) && (begin == first || (begin < end && Touches(begin)));
+        const bool isCalculated = end < m_tokens.size() && IsOperator(m_tokens[end]) && !IsComparison(end);
         if (digits > exactRealDigits && isOneNumber && !isCalculated) {
-            const std::string_view text = Between(first, i);
+            const std::string_view text = Between(first, end);
             m_numbers.emplace(text.data(), Number{text, literal, m_column});
         }
-        return i;
+        return end;
     }
 
     /// Whether what the token touches in front of it does not end there: an exponent, or a quote that would be one
@@ -400,11 +420,6 @@ bool MayHoldLongNumber(std::string_view statement)
             return true;
     }
     return false;
-}
-
-void CollectGivenNames(std::string_view statement, Names& names)
-{
-    GivenNames(statement, names);
 }
 
 std::string QuoteLongNumbers(std::string statement, const std::function<bool(const std::string&)>& isDecimal,

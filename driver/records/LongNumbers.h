@@ -35,10 +35,6 @@ struct Namesakes {
 std::string QuoteLongNumbers(std::string statement, const std::function<bool(const std::string&)>& isDecimal,
                              Namesakes namesakes = {});
 
-/// Adds the names, in upper case, that a statement, such as a view's, gives to columns of its own: behind AS or a
-/// parenthesis, or in the list of a view or a WITH.
-void CollectGivenNames(std::string_view statement, std::set<std::string>& names);
-
 /// Whether a statement has a number of that length at all; cheap.
 bool MayHoldLongNumber(std::string_view statement);
 

@@ -1,10 +1,8 @@
 #include "RecordModule.h"
 
-#include "LongNumbers.h"
 #include "Rewrite.h"
 #include "Text.h"
 
-#include <algorithm>
 #include <filesystem>
 
 namespace tarnwick::records
@@ -87,14 +85,8 @@ bool RecordTable::HasCriteria() const
 
 std::string RecordTable::CriteriaStatement() const
 {
-    std::string text = "SELECT \"record position\", \"record number\" FROM " + QuotedName(UnfilteredName()) + " AS " +
-                       QuotedName(m_definition.JoinedName()) + " WHERE " + m_definition.criteria;
-    const auto isDecimal = [&](const std::string& name) {
-        return std::any_of(m_definition.columns.begin(), m_definition.columns.end(), [&](const Column& column) {
-            return column.shown == Shown::Decimal && EqualIgnoringCase(column.name, name);
-        });
-    };
-    return QuoteLongNumbers(Rewrite(std::move(text)), isDecimal);
+    return Rewrite("SELECT \"record position\", \"record number\" FROM " + QuotedName(UnfilteredName()) + " AS " +
+                   QuotedName(m_definition.JoinedName()) + " WHERE " + m_definition.criteria);
 }
 
 std::shared_ptr<const MappedFile> RecordTable::File() const

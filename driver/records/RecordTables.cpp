@@ -2,6 +2,7 @@
 
 #include "CatalogTables.h"
 #include "DecimalText.h"
+#include "GivenNames.h"
 #include "Query.h"
 #include "Text.h"
 #include "Tokenizer.h"
@@ -18,6 +19,8 @@ namespace
 constexpr const char* viewQuestion =
     "SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE UNION ALL "
     "SELECT sql FROM sqlite_temp_master WHERE type = 'view' AND name = ?1 COLLATE NOCASE";
+
+constexpr std::size_t unfilteredLength = std::string_view(RecordTable::unfilteredBeginning).size();
 
 bool HasViews(sqlite3* engine)
 {
@@ -260,8 +263,10 @@ void RecordTables::CollectDecimals(std::string_view statement, Names& done, Name
             CollectGivenNames(view.Text(0), namesakes.given);
             CollectDecimals(view.Text(0), done, columns, namesakes);
         }
-        const auto served = Find(name);
-        const auto table = served ? served : FindIn(m_joined, name);
+        const bool isUnfiltered = StartsWithIgnoringCase(name, RecordTable::unfilteredBeginning);
+        const auto bare = std::string_view(name).substr(isUnfiltered ? unfilteredLength : 0);
+        const auto served = Find(bare);
+        const auto table = served ? served : FindIn(m_joined, bare);
         if (!table)
             continue;
         for (const Column& column : table->Definition().columns) {

@@ -110,6 +110,10 @@ TEST_F(RecordComparisons, TextsThatBearAWideDecimalsNameStayTexts)
     EXPECT_EQ(Rows(select + "s.NAME = n.NAME AND n.WIDE IN (1, 1234567890123456)"), "one|one\n");
     EXPECT_EQ(Rows(select + "s.WIDE = 12345678901234567.89 AND n.WIDE >= 12345678901234567"), "two|tri\n");
     EXPECT_EQ(Rows(select + "12345678901234567.89 < s.WIDE AND 1234567890123456 > n.WIDE"), "tri|two\n");
+    DefineTable("SOME", "SUMS", "SUMS.dat",
+                "BANK_SOME.NAME IN (SELECT n.NAME FROM BANK_NOTES n WHERE n.WIDE = 1234567890123456) OR BANK_SOME.WIDE "
+                "= 12345678901234567.90");
+    EXPECT_EQ(Rows("SELECT NAME FROM BANK_SOME"), "one\ntri\n") << "in a criteria too";
 }
 
 TEST_F(RecordComparisons, ValuesOfJsonThatBearAWideDecimalsNameAreNumbers)
@@ -152,6 +156,43 @@ TEST_F(RecordComparisons, WideDecimalsAreExactOnBothSidesAndThroughViews)
         EXPECT_EQ(Rows(select + "12345678901234567.89 < WIDE"), "tri\n") << table;
         EXPECT_EQ(Rows(select + "WIDE IS 12345678901234567.89"), "two\n") << table;
         EXPECT_EQ(Rows(select + "WIDE IS NOT 12345678901234567.89 AND WIDE > 0"), "one\ntri\n") << table;
+    }
+}
+
+TEST_F(RecordComparisons, WideDecimalsAreExactWhereverTheyAreNamed)
+{
+    Make("SUMS", sums, wideSums);
+    Make("WHOLE", {{"NAME", "STRING", 1}, {"WIDE", "ZONED-U", 16}}, "a1234567890123456b1234567890123457");
+    EXPECT_EQ(
+        Rows("SELECT NAME, CASE WIDE WHEN 12345678901234567.88 THEN 'a' WHEN 12345678901234567.89 THEN 'b' ELSE 'c' "
+             "END FROM BANK_SUMS"),
+        "one|a\ntwo|b\ntri|c\nless|c\n");
+    const std::string select = "SELECT NAME FROM BANK_SUMS WHERE ";
+    EXPECT_EQ(Rows(select + "12345678901234567.89 BETWEEN WIDE AND 12345678901234570"), "one\ntwo\nless\n");
+    EXPECT_EQ(Rows(select + "12345678901234567.89 BETWEEN WIDE AND WIDE"), "two\n");
+    EXPECT_EQ(Rows(select + "12345678901234567.89 BETWEEN 0 AND WIDE"), "two\ntri\n");
+    EXPECT_EQ(Rows(select + "12345678901234567.89 BETWEEN rowid AND WIDE"), "two\ntri\n");
+    EXPECT_EQ(Rows(select + "12345678901234567.89 IN (WIDE)"), "two\n");
+    EXPECT_EQ(Rows(select + "12345678901234567.89 NOT IN (5, rowid, WIDE)"), "one\ntri\nless\n");
+    EXPECT_EQ(Rows(select + "WIDE IN (VALUES (12345678901234567.89), (7))"), "two\n");
+    EXPECT_EQ(
+        Rows("SELECT w.NAME FROM BANK_WHOLE w WHERE 1234567890123456 IN (w.WIDE) AND EXISTS (SELECT 1 FROM BANK_SUMS "
+             "WHERE WIDE > 1)"),
+        "a\n");
+    EXPECT_EQ(Rows("SELECT w.NAME, CASE w.WIDE WHEN 1234567890123456 THEN 1 ELSE 2 END FROM BANK_WHOLE w WHERE "
+                   "1234567890123456 BETWEEN w.WIDE AND w.WIDE AND (SELECT COUNT(WIDE) FROM BANK_SUMS) = 4"),
+              "a|1\n");
+    EXPECT_TRUE(Failure(select + "WIDE < 12345678901234567.89.01").find("syntax error") != std::string::npos);
+}
+
+TEST_F(RecordComparisons, WideDecimalsAreExactElsewhereWithTextsThatAreNumbers)
+{
+    Make("SUMS", sums, wideSums);
+    for (const std::string condition : {"WIDE IN (SELECT #)", "CASE # WHEN WIDE THEN 1 END = 1", "# IN (SELECT s.WIDE)",
+                                        "NULLIF(WIDE, #) IS NULL", "('two', WIDE) = (NAME, #)", "WIDE = (SELECT #)"}) {
+        std::string text = "SELECT NAME FROM BANK_SUMS s WHERE " + condition;
+        text.replace(text.find('#'), 1, "'12345678901234567.89'");
+        EXPECT_EQ(Rows(text), "two\n") << condition;
     }
 }
 
