@@ -49,11 +49,19 @@ bool AreWellFormed(const Names&... names)
     return (names.IsWellFormed() && ...);
 }
 
-SQLRETURN RunOwn(SQLHSTMT statement, std::string text)
+/// Answers a catalog function by the statement whose text `make` gives. The catalog is read for it only once it is sure
+/// that it may be.
+template <typename Make>
+SQLRETURN RunOwn(SQLHSTMT statement, Make make)
 {
     return AnswerAnew(statement, [&] {
-        const records::OwnStatement own;
-        return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+        try {
+            std::string text = make();
+            const records::OwnStatement own;
+            return lower.SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+        } catch (const records::RecordError& error) {
+            return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+        }
     });
 }
 
@@ -79,66 +87,63 @@ std::string OfTypes(const SQLCHAR* types, SQLSMALLINT length)
 SQLRETURN Tables(SQLHSTMT statement, SQLCHAR* catalog, SQLSMALLINT catalogLength, SQLCHAR* schema,
                  SQLSMALLINT schemaLength, SQLCHAR* table, SQLSMALLINT tableLength, SQLCHAR* types,
                  SQLSMALLINT typesLength)
-try {
+{
     if (table && NarrowArgument(table, tableLength).empty())
         return AnswerAnew(statement, [&] {
             return lower.SQLTables(statement, catalog, catalogLength, schema, schemaLength, table, tableLength, types,
                                    typesLength);
         });
-    return RunOwn(statement, things::Listed(statement, table, tableLength) +
-                                 "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, t.name AS TABLE_NAME, "
-                                 "upper(t.type) AS TABLE_TYPE, t.remarks AS REMARKS FROM THING t WHERE 1" +
-                                 Matching("t.name", table, tableLength) + OfTypes(types, typesLength) +
-                                 " ORDER BY 4, 3");
-} catch (const records::RecordError& error) {
-    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+    return RunOwn(statement, [&] {
+        return things::Listed(statement, table, tableLength) +
+               "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, t.name AS TABLE_NAME, upper(t.type) AS TABLE_TYPE, "
+               "t.remarks AS REMARKS FROM THING t WHERE 1" +
+               Matching("t.name", table, tableLength) + OfTypes(types, typesLength) + " ORDER BY 4, 3";
+    });
 }
 
 /// SQLColumns answered from the catalog itself: the library below reports other types and sizes here than it does for
 /// the columns of a result, and knows nothing of tables over records.
 SQLRETURN Columns(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, const SQLCHAR* column,
                   SQLSMALLINT columnLength)
-try {
-    return RunOwn(statement, things::Described(statement, table, tableLength) + resources::odbcColumns +
-                                 Matching("t.name", table, tableLength) + Matching("c.name", column, columnLength) +
-                                 " ORDER BY t.name, c.cid");
-} catch (const records::RecordError& error) {
-    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+{
+    return RunOwn(statement, [&] {
+        return things::Described(statement, table, tableLength) + resources::odbcColumns +
+               Matching("t.name", table, tableLength) + Matching("c.name", column, columnLength) +
+               " ORDER BY t.name, c.cid";
+    });
 }
 
 /// SQLTablePrivileges answered from the rights to which the connection's statements are held. All of them are granted
 /// in the catalog, by its administrator.
 SQLRETURN TablePrivileges(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength)
-try {
-    return RunOwn(statement,
-                  things::Granted(statement, table, tableLength) +
-                      "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, g.name AS TABLE_NAME, 'ADMIN' AS GRANTOR, "
-                      "g.user AS GRANTEE, g.privilege AS PRIVILEGE, 'NO' AS IS_GRANTABLE FROM GRANTED g ORDER BY 3, 6");
-} catch (const records::RecordError& error) {
-    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+{
+    return RunOwn(statement, [&] {
+        return things::Granted(statement, table, tableLength) +
+               "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, g.name AS TABLE_NAME, 'ADMIN' AS GRANTOR, "
+               "g.user AS GRANTEE, g.privilege AS PRIVILEGE, 'NO' AS IS_GRANTABLE FROM GRANTED g ORDER BY 3, 6";
+    });
 }
 
 /// SQLColumnPrivileges: those to its table, less the one that is about whole rows. The name of the table is no pattern.
 SQLRETURN ColumnPrivileges(SQLHSTMT statement, const SQLCHAR* table, SQLSMALLINT tableLength, const SQLCHAR* column,
                            SQLSMALLINT columnLength)
-try {
+{
     if (!table)
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY009", "The name of the table is missing.");
     std::string name;
     for (const char c : NarrowArgument(table, tableLength))
         name += c == '_' || c == '%' || c == '\\' ? std::string("\\") + c : std::string(1, c);
     const auto* const pattern = reinterpret_cast<const SQLCHAR*>(name.c_str());
-    const std::string granted = things::Granted(statement, pattern, SQL_NTS);
-    const std::string described = things::Described(statement, pattern, SQL_NTS).substr(std::strlen("WITH "));
-    return RunOwn(statement, granted.substr(0, granted.size() - 1) + ", " + described +
-                                 "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, g.name AS TABLE_NAME, "
-                                 "c.name AS COLUMN_NAME, 'ADMIN' AS GRANTOR, g.user AS GRANTEE, "
-                                 "g.privilege AS PRIVILEGE, 'NO' AS IS_GRANTABLE "
-                                 "FROM GRANTED g JOIN THING t ON t.name = g.name JOIN pragma_table_info(t.name) c "
-                                 "WHERE g.privilege <> 'DELETE'" +
-                                 Matching("c.name", column, columnLength) + " ORDER BY 3, c.cid, 7");
-} catch (const records::RecordError& error) {
-    return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HY000", error.what());
+    return RunOwn(statement, [&] {
+        const std::string granted = things::Granted(statement, pattern, SQL_NTS);
+        const std::string described = things::Described(statement, pattern, SQL_NTS).substr(std::strlen("WITH "));
+        return granted.substr(0, granted.size() - 1) + ", " + described +
+               "SELECT NULL AS TABLE_CAT, NULL AS TABLE_SCHEM, g.name AS TABLE_NAME, c.name AS COLUMN_NAME, "
+               "'ADMIN' AS GRANTOR, g.user AS GRANTEE, g.privilege AS PRIVILEGE, 'NO' AS IS_GRANTABLE "
+               "FROM GRANTED g JOIN THING t ON t.name = g.name JOIN pragma_table_info(t.name) c "
+               "WHERE g.privilege <> 'DELETE'" +
+               Matching("c.name", column, columnLength) + " ORDER BY 3, c.cid, 7";
+    });
 }
 
 /// SQLGetTypeInfo answered from TW_SQLDT, the types that the catalog knows. ODBC 2 clients ask for the date types under
@@ -149,7 +154,7 @@ SQLRETURN TypeInfo(SQLHSTMT statement, SQLSMALLINT type)
         type = static_cast<SQLSMALLINT>(type - SQL_DATE + SQL_TYPE_DATE);
     const std::string condition =
         type == SQL_ALL_TYPES ? std::string() : " WHERE SQL_DATA_TYPE = " + std::to_string(type);
-    return RunOwn(statement, resources::odbcTypeInfo + condition + " ORDER BY 2, 1");
+    return RunOwn(statement, [&] { return resources::odbcTypeInfo + condition + " ORDER BY 2, 1"; });
 }
 
 } // namespace
