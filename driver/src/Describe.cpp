@@ -1,3 +1,5 @@
+#include "Describe.h"
+
 #include "Diagnostics.h"
 #include "Lower.h"
 #include "RecordTables.h"
@@ -27,6 +29,10 @@ constexpr SQLLEN bytesPerCharacter = 4;
 
 /// What the text of a decimal number takes besides its digits.
 constexpr SQLLEN signAndPoint = 2;
+
+/// The characters of a moment to the hundredth of a second, the finest that is shown, and the digits behind its point.
+constexpr SQLULEN timestampCharacters = 22;
+constexpr SQLSMALLINT timestampDigits = 2;
 
 /// A result column as it is reported. The library below calls declared text beyond 255 characters long text, and gives
 /// the numeric types other sizes than ODBC defines for them ("Column Size" in its appendix of data types).
@@ -167,12 +173,72 @@ SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
     column->size = IntegerSize(column->type).value_or(column->size);
     if (const auto number = FloatOf(column->type))
         column->size = number->digits;
+    if (column->type == SQL_TYPE_TIMESTAMP) {
+        column->size = timestampCharacters;
+        column->digits = timestampDigits;
+    }
     return SQL_SUCCESS;
+}
+
+bool IsBinary(SQLSMALLINT type)
+{
+    return type == SQL_BINARY || type == SQL_VARBINARY || type == SQL_LONGVARBINARY;
+}
+
+/// The numeric fields of dates and times; nothing for a field that the library below answers.
+std::optional<SQLLEN> MomentField(const Column& column, SQLUSMALLINT field)
+{
+    switch (field) {
+    case SQL_DESC_TYPE:
+        return SQL_DATETIME;
+    case SQL_DESC_CONCISE_TYPE:
+        return column.type;
+    case SQL_DESC_DATETIME_INTERVAL_CODE:
+        return column.type - SQL_TYPE_DATE + SQL_CODE_DATE;
+    case SQL_DESC_LENGTH:
+    case SQL_DESC_DISPLAY_SIZE:
+    case SQL_COLUMN_PRECISION:
+        return static_cast<SQLLEN>(column.size);
+    case SQL_DESC_PRECISION:
+    case SQL_COLUMN_SCALE:
+        return column.digits;
+    case SQL_DESC_OCTET_LENGTH:
+    case SQL_COLUMN_LENGTH:
+        return column.type == SQL_TYPE_TIMESTAMP ? SQLLEN{sizeof(SQL_TIMESTAMP_STRUCT)}
+                                                 : SQLLEN{sizeof(SQL_DATE_STRUCT)};
+    default:
+        return std::nullopt;
+    }
+}
+
+/// The numeric fields of columns of bytes, which are shown as two digits each.
+std::optional<SQLLEN> BytesField(const Column& column, SQLUSMALLINT field)
+{
+    const auto size = static_cast<SQLLEN>(column.size);
+    switch (field) {
+    case SQL_DESC_TYPE:
+    case SQL_DESC_CONCISE_TYPE:
+        return column.type;
+    case SQL_DESC_DISPLAY_SIZE:
+        return 2 * size;
+    case SQL_DESC_LENGTH:
+    case SQL_DESC_PRECISION:
+    case SQL_COLUMN_PRECISION:
+    case SQL_DESC_OCTET_LENGTH:
+    case SQL_COLUMN_LENGTH:
+        return size;
+    default:
+        return std::nullopt;
+    }
 }
 
 /// The numeric fields that follow from type and size; nothing for a field that the library below answers.
 std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
 {
+    if (column.type >= SQL_TYPE_DATE && column.type <= SQL_TYPE_TIMESTAMP)
+        return MomentField(column, field);
+    if (IsBinary(column.type))
+        return BytesField(column, field);
     const bool integer = IntegerSize(column.type).has_value();
     const auto floating = FloatOf(column.type);
     const bool decimal = column.type == SQL_DECIMAL;
@@ -302,6 +368,45 @@ SQLRETURN AttributeInto(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT fi
 }
 
 } // namespace
+
+bool tarnwick::IsBinaryColumn(SQLHSTMT statement, SQLUSMALLINT number)
+{
+    SQLLEN type = SQL_UNKNOWN_TYPE;
+    const SQLRETURN answer = lower.SQLColAttribute(statement, number, SQL_DESC_TYPE, nullptr, 0, nullptr, &type);
+    return SQL_SUCCEEDED(answer) && IsBinary(static_cast<SQLSMALLINT>(type));
+}
+
+SQLSMALLINT tarnwick::DefaultType(SQLHSTMT statement, SQLUSMALLINT number)
+{
+    Column column;
+    if (!SQL_SUCCEEDED(Describe(statement, number, &column)))
+        return SQL_C_CHAR;
+    switch (column.type) {
+    case SQL_BIT:
+        return SQL_C_BIT;
+    case SQL_TINYINT:
+        return SQL_C_STINYINT;
+    case SQL_SMALLINT:
+        return SQL_C_SSHORT;
+    case SQL_INTEGER:
+        return SQL_C_SLONG;
+    case SQL_BIGINT:
+        return SQL_C_SBIGINT;
+    case SQL_REAL:
+        return SQL_C_FLOAT;
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+        return SQL_C_DOUBLE;
+    case SQL_TYPE_DATE:
+        return SQL_C_TYPE_DATE;
+    case SQL_TYPE_TIME:
+        return SQL_C_TYPE_TIME;
+    case SQL_TYPE_TIMESTAMP:
+        return SQL_C_TYPE_TIMESTAMP;
+    default:
+        return IsBinary(column.type) ? SQL_C_BINARY : SQL_C_CHAR;
+    }
+}
 
 SQLRETURN SQL_API SQLDescribeCol(SQLHSTMT statement, SQLUSMALLINT number, SQLCHAR* name, SQLSMALLINT capacity,
                                  SQLSMALLINT* length, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits,

@@ -84,8 +84,10 @@ std::vector<Record> TakeFromLower(SQLSMALLINT type, SQLHANDLE handle)
                                                      static_cast<SQLSMALLINT>(message.size()), &length);
         if (!SQL_SUCCEEDED(answer))
             break;
-        Record record{reinterpret_cast<const char*>(state.data()), native,
-                      reinterpret_cast<const char*>(message.data())};
+        Record record;
+        record.state = reinterpret_cast<const char*>(state.data());
+        record.native = native;
+        record.message = reinterpret_cast<const char*>(message.data());
         if (!records.empty() && records.back().message == record.message && records.back().native == native)
             break;
         if (record.state == "HY000" || record.state == "S1000")
@@ -95,12 +97,13 @@ std::vector<Record> TakeFromLower(SQLSMALLINT type, SQLHANDLE handle)
     return records;
 }
 
-void Put(SQLSMALLINT type, SQLHANDLE handle, Record record)
+void Put(SQLSMALLINT type, SQLHANDLE handle, const char* state, SQLINTEGER native, std::string message)
 {
-    TakeFromLower(type, handle);
-    Store& store = TheStore();
-    const std::lock_guard lock(store.mutex);
-    store.records[{type, handle}] = {std::move(record)};
+    Record record;
+    record.state = state;
+    record.native = native;
+    record.message = std::move(message);
+    Tell(type, handle, {std::move(record)});
 }
 
 std::string OwnMessage(std::string_view text)
@@ -179,10 +182,10 @@ SQLRETURN GetField(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, SQLSM
         *static_cast<SQLINTEGER*>(value) = record.native;
         return SQL_SUCCESS;
     case SQL_DIAG_COLUMN_NUMBER:
-        *static_cast<SQLINTEGER*>(value) = SQL_COLUMN_NUMBER_UNKNOWN;
+        *static_cast<SQLINTEGER*>(value) = record.column;
         return SQL_SUCCESS;
     case SQL_DIAG_ROW_NUMBER:
-        *static_cast<SQLLEN*>(value) = SQL_ROW_NUMBER_UNKNOWN;
+        *static_cast<SQLLEN*>(value) = record.row;
         return SQL_SUCCESS;
     case SQL_DIAG_SQLSTATE:
         text = record.state;
@@ -211,19 +214,44 @@ SQLRETURN GetField(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, SQLSM
 
 SQLRETURN Raise(SQLSMALLINT type, SQLHANDLE handle, const char* state, std::string_view message, int native)
 {
-    Put(type, handle, {state, native, OwnMessage(message)});
+    Put(type, handle, state, native, OwnMessage(message));
     return SQL_ERROR;
 }
 
 SQLRETURN Warn(SQLSMALLINT type, SQLHANDLE handle, const char* state, std::string_view message)
 {
-    Put(type, handle, {state, 0, OwnMessage(message)});
+    Put(type, handle, state, 0, OwnMessage(message));
     return SQL_SUCCESS_WITH_INFO;
 }
 
 SQLRETURN WarnOfCutText(SQLSMALLINT type, SQLHANDLE handle)
 {
     return Warn(type, handle, "01004", "The text was cut to the length of its buffer.");
+}
+
+Record Last(SQLSMALLINT type, SQLHANDLE handle, SQLLEN row, SQLUSMALLINT column)
+{
+    const std::vector<Record> records = Refresh(type, handle);
+    Record record;
+    if (!records.empty()) {
+        record = records.front();
+    } else {
+        record.state = "HY000";
+        record.message = OwnMessage("The cell cannot be read.");
+    }
+    record.row = row;
+    record.column = column;
+    return record;
+}
+
+void Tell(SQLSMALLINT type, SQLHANDLE handle, std::vector<Record> records)
+{
+    if (records.empty())
+        return;
+    TakeFromLower(type, handle);
+    Store& store = TheStore();
+    const std::lock_guard lock(store.mutex);
+    store.records[{type, handle}] = std::move(records);
 }
 
 void Clear(SQLSMALLINT type, SQLHANDLE handle)

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The diagnostic records of handles. The library below forgets a record once it is read, while the driver manager
 /// reads each more than once; so records are taken over here when they are first asked for, and stay until the handle's
@@ -15,8 +16,10 @@ namespace tarnwick::diagnostics
 /// One diagnostic record of a handle.
 struct Record {
     std::string state; ///< SQLSTATE, five characters
-    SQLINTEGER native;
+    SQLINTEGER native = 0;
     std::string message;
+    SQLLEN row = SQL_ROW_NUMBER_UNKNOWN; ///< of the block, from 1
+    SQLINTEGER column = SQL_COLUMN_NUMBER_UNKNOWN;
 };
 
 /// Puts a record of this driver on a handle, in place of what was there, and returns `SQL_ERROR`. The message never
@@ -28,6 +31,12 @@ SQLRETURN Warn(SQLSMALLINT type, SQLHANDLE handle, const char* state, std::strin
 
 /// Reports a text that was cut to its buffer (SQLSTATE 01004).
 SQLRETURN WarnOfCutText(SQLSMALLINT type, SQLHANDLE handle);
+
+/// The record that was put on a handle last, for a cell of the block that is being fetched.
+Record Last(SQLSMALLINT type, SQLHANDLE handle, SQLLEN row, SQLUSMALLINT column);
+
+/// Puts several records on a handle in place of what was there; does nothing if there are none.
+void Tell(SQLSMALLINT type, SQLHANDLE handle, std::vector<Record> records);
 
 /// Forgets what a handle still holds: it begins a new statement, or is freed.
 void Clear(SQLSMALLINT type, SQLHANDLE handle);

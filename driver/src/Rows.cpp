@@ -2,7 +2,10 @@
 
 #include "ByRights.h"
 #include "Cells.h"
+#include "Describe.h"
 #include "Lower.h"
+#include "Moments.h"
+#include "Numbers.h"
 #include "StatementTable.h"
 
 #include <algorithm>
@@ -52,45 +55,20 @@ struct Block {
     SQLULEN* fetched;
 };
 
-bool HasFixedSize(SQLSMALLINT type)
-{
-    return type != SQL_C_CHAR && type != SQL_C_WCHAR && type != SQL_C_BINARY && type != SQL_C_DEFAULT;
-}
-
 /// The room that a row of a column takes in an array of its own.
-SQLULEN StrideOf(const Binding& binding)
+SQLULEN StrideOf(SQLSMALLINT type, SQLLEN capacity)
 {
-    if (!HasFixedSize(binding.type))
-        return static_cast<SQLULEN>(binding.capacity);
-    switch (binding.type) {
-    case SQL_C_BIT:
-    case SQL_C_TINYINT:
-    case SQL_C_STINYINT:
-    case SQL_C_UTINYINT:
-        return sizeof(SQLCHAR);
-    case SQL_C_SHORT:
-    case SQL_C_SSHORT:
-    case SQL_C_USHORT:
-        return sizeof(SQLSMALLINT);
-    case SQL_C_LONG:
-    case SQL_C_SLONG:
-    case SQL_C_ULONG:
-        return sizeof(SQLINTEGER);
+    switch (type) {
+    case SQL_C_CHAR:
+    case SQL_C_WCHAR:
+    case SQL_C_BINARY:
+        return static_cast<SQLULEN>(capacity);
     case SQL_C_FLOAT:
         return sizeof(SQLREAL);
-    case SQL_C_DATE:
-    case SQL_C_TYPE_DATE:
-        return sizeof(SQL_DATE_STRUCT);
-    case SQL_C_TIME:
-    case SQL_C_TYPE_TIME:
-        return sizeof(SQL_TIME_STRUCT);
-    case SQL_C_TIMESTAMP:
-    case SQL_C_TYPE_TIMESTAMP:
-        return sizeof(SQL_TIMESTAMP_STRUCT);
-    case SQL_C_NUMERIC:
-        return sizeof(SQL_NUMERIC_STRUCT);
+    case SQL_C_DOUBLE:
+        return sizeof(SQLDOUBLE);
     default:
-        return sizeof(SQLBIGINT);
+        return static_cast<SQLULEN>(std::max(numbers::SizeOf(type), moments::SizeOf(type)));
     }
 }
 
@@ -100,24 +78,34 @@ Pointer Moved(Pointer pointer, SQLULEN bytes)
     return pointer ? reinterpret_cast<Pointer>(reinterpret_cast<char*>(pointer) + bytes) : nullptr;
 }
 
-/// Puts the cells of the current row into their places in row `index` of the bound arrays.
-SQLRETURN DeliverRow(SQLHSTMT statement, const Reader& reader, SQLULEN index)
+/// The records of cells that could not be delivered, told when their block is there.
+using Failures = std::vector<diagnostics::Record>;
+
+/// Nobody reads more; and each is copied several times on its way to the client.
+constexpr std::size_t mostFailures = 100;
+
+/// Puts the cells of the current row into their places in row `index` of the bound arrays. A cell that cannot be
+/// delivered does not keep the others from it.
+SQLRETURN DeliverRow(SQLHSTMT statement, const Reader& reader, SQLULEN index, Failures& failures)
 {
     const SQLULEN offset = reader.bindOffset ? *reader.bindOffset : 0;
     const bool byColumn = reader.bindType == SQL_BIND_BY_COLUMN;
     SQLRETURN result = SQL_SUCCESS;
     for (const auto& [column, binding] : reader.bindings) {
-        const SQLULEN valueStride = byColumn ? StrideOf(binding) : reader.bindType;
+        const SQLSMALLINT type = binding.type == SQL_C_DEFAULT ? DefaultType(statement, column) : binding.type;
+        const SQLULEN valueStride = byColumn ? StrideOf(type, binding.capacity) : reader.bindType;
         const SQLULEN lengthStride = byColumn ? sizeof(SQLLEN) : reader.bindType;
         const auto target = Moved(static_cast<char*>(binding.target), offset + index * valueStride);
         const auto length = Moved(binding.length, offset + index * lengthStride);
-        const SQLRETURN answer = cells::Read(statement, column, binding.type, target, binding.capacity, length);
-        if (answer == SQL_NO_DATA)
-            continue;
-        if (!SQL_SUCCEEDED(answer))
-            return answer;
-        if (answer == SQL_SUCCESS_WITH_INFO)
+        const SQLRETURN answer = cells::Read(statement, column, type, target, binding.capacity, length);
+        if (answer == SQL_ERROR) {
+            if (failures.size() < mostFailures)
+                failures.push_back(
+                    diagnostics::Last(SQL_HANDLE_STMT, statement, static_cast<SQLLEN>(index) + 1, column));
+            result = SQL_ERROR;
+        } else if (answer == SQL_SUCCESS_WITH_INFO && result == SQL_SUCCESS) {
             result = answer;
+        }
     }
     return result;
 }
@@ -170,12 +158,14 @@ SQLRETURN FetchSingle(SQLHSTMT statement, Reader& reader, const Block& block, SQ
                                                      : lower.SQLFetchScroll(statement, orientation, offset);
     const bool found = SQL_SUCCEEDED(answer);
     reader.inBlock = 0;
+    Failures failures;
     if (found)
-        answer = DeliverRow(statement, reader, 0);
+        answer = DeliverRow(statement, reader, 0, failures);
     if (block.fetched)
         *block.fetched = found ? 1 : 0;
     if (block.status)
         block.status[0] = found ? StatusOf(answer) : SQL_ROW_NOROW;
+    diagnostics::Tell(SQL_HANDLE_STMT, statement, std::move(failures));
     return answer;
 }
 
@@ -199,9 +189,10 @@ SQLRETURN FetchMany(SQLHSTMT statement, Reader& reader, const Block& block, SQLS
     SQLRETURN step = StepToBlock(statement, reader, block, orientation, offset);
     reader.inBlock = 0;
     SQLRETURN result = SQL_SUCCESS;
+    Failures failures;
     while (SQL_SUCCEEDED(step)) {
         const auto index = static_cast<SQLULEN>(reader.inBlock++);
-        const SQLRETURN answer = DeliverRow(statement, reader, index);
+        const SQLRETURN answer = DeliverRow(statement, reader, index, failures);
         if (block.status)
             block.status[index] = StatusOf(answer);
         if (answer != SQL_SUCCESS)
@@ -212,6 +203,7 @@ SQLRETURN FetchMany(SQLHSTMT statement, Reader& reader, const Block& block, SQLS
     }
     if (!SQL_SUCCEEDED(step) && step != SQL_NO_DATA)
         return step;
+    diagnostics::Tell(SQL_HANDLE_STMT, statement, std::move(failures));
     // A short block leaves the library below behind the last row.
     reader.moved = step == SQL_NO_DATA;
     if (block.status)

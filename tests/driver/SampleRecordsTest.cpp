@@ -113,7 +113,7 @@ protected:
     {
         std::string cells = "rowid";
         for (const Row& column : Columns(table, "COLUMN_TYPE = 0"))
-            cells += *column[4] == "BINARY" ? ", quote([" + *column[0] + "])" : ", [" + *column[0] + "]";
+            cells += *column[4] == "BINARY" ? ", hex([" + *column[0] + "])" : ", [" + *column[0] + "]";
         return source.Rows("SELECT " + cells + " FROM temp.[" + samples::RowsOf(table.file) + "] AS [" +
                            table.SqlName() + "] WHERE " + (table.criteria.empty() ? "1" : table.criteria) +
                            " ORDER BY rowid");
