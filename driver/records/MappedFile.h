@@ -36,8 +36,8 @@ public:
     /// Whether zeros were read in place of something that could not be read any more. Costs nothing.
     bool HasZeros() const { return m_hasZeros && m_hasZeros->load(std::memory_order_relaxed); }
 
-    /// Whether the file was cut since it was mapped, or zeros were read of it. Without `now`, what was found a few milliseconds ago counts still,
-    /// so that the question can be asked for each record. One thread at a time may ask.
+    /// Whether the file was cut since it was mapped, or zeros were read of it. Without `now`, what was found a few
+    /// milliseconds ago counts still, so that the question can be asked for each record. One thread at a time may ask.
     bool WasCut(bool now) const;
 
     /// Whether the file is still as large and as old as it was when it was mapped. Zeros that were read of such a one
