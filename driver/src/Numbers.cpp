@@ -3,11 +3,13 @@
 #include "Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <optional>
 #include <type_traits>
+#include <utility>
 
 namespace tarnwick::numbers
 {
@@ -159,6 +161,22 @@ Outcome PutInteger(const Decimal& number, void* place)
     return number.HasFrom(number.Point()) ? Outcome::Cut : Outcome::Whole;
 }
 
+template <typename Integer>
+Outcome PutInteger(std::int64_t number, void* place)
+{
+    if (!std::in_range<Integer>(number))
+        return Outcome::TooLarge;
+    const auto value = static_cast<Integer>(number);
+    if (place)
+        std::memcpy(place, &value, sizeof value);
+    return Outcome::Whole;
+}
+
+Outcome PutBit(std::int64_t number, void* place)
+{
+    return number == 0 || number == 1 ? PutInteger<SQLCHAR>(number, place) : Outcome::TooLarge;
+}
+
 Outcome PutBit(const Decimal& number, void* place)
 {
     if (number.IsNegative() && number.HasFrom(0))
@@ -213,6 +231,35 @@ Outcome PutNumeric(const Decimal& number, void* place)
     return number.HasFrom(end) ? Outcome::Cut : Outcome::Whole;
 }
 
+/// Puts a number, in one of its forms, into a place of a type of whole numbers.
+template <typename Number>
+Outcome PutAs(SQLSMALLINT type, const Number& number, void* place)
+{
+    switch (type) {
+    case SQL_C_BIT:
+        return PutBit(number, place);
+    case SQL_C_TINYINT:
+    case SQL_C_STINYINT:
+        return PutInteger<SQLSCHAR>(number, place);
+    case SQL_C_UTINYINT:
+        return PutInteger<SQLCHAR>(number, place);
+    case SQL_C_SHORT:
+    case SQL_C_SSHORT:
+        return PutInteger<SQLSMALLINT>(number, place);
+    case SQL_C_USHORT:
+        return PutInteger<SQLUSMALLINT>(number, place);
+    case SQL_C_LONG:
+    case SQL_C_SLONG:
+        return PutInteger<SQLINTEGER>(number, place);
+    case SQL_C_ULONG:
+        return PutInteger<SQLUINTEGER>(number, place);
+    case SQL_C_SBIGINT:
+        return PutInteger<SQLBIGINT>(number, place);
+    default:
+        return PutInteger<SQLUBIGINT>(number, place);
+    }
+}
+
 } // namespace
 
 SQLLEN SizeOf(SQLSMALLINT type)
@@ -243,6 +290,12 @@ SQLLEN SizeOf(SQLSMALLINT type)
 
 Outcome Put(std::string_view text, SQLSMALLINT type, void* place)
 {
+    // Most numbers are whole ones of no great length.
+    std::int64_t whole = 0;
+    const char* const end = text.data() + text.size();
+    if (const auto read = std::from_chars(text.data(), end, whole);
+        read.ptr == end && read.ec == std::errc() && type != SQL_C_NUMERIC)
+        return PutAs(type, whole, place);
     const std::optional<Decimal> number = Decimal::Read(text);
     if (!number) {
         const auto truth = type == SQL_C_BIT ? TruthOf(Trimmed(text)) : std::nullopt;
@@ -252,31 +305,7 @@ Outcome Put(std::string_view text, SQLSMALLINT type, void* place)
             *static_cast<SQLCHAR*>(place) = *truth;
         return Outcome::Whole;
     }
-    switch (type) {
-    case SQL_C_BIT:
-        return PutBit(*number, place);
-    case SQL_C_TINYINT:
-    case SQL_C_STINYINT:
-        return PutInteger<SQLSCHAR>(*number, place);
-    case SQL_C_UTINYINT:
-        return PutInteger<SQLCHAR>(*number, place);
-    case SQL_C_SHORT:
-    case SQL_C_SSHORT:
-        return PutInteger<SQLSMALLINT>(*number, place);
-    case SQL_C_USHORT:
-        return PutInteger<SQLUSMALLINT>(*number, place);
-    case SQL_C_LONG:
-    case SQL_C_SLONG:
-        return PutInteger<SQLINTEGER>(*number, place);
-    case SQL_C_ULONG:
-        return PutInteger<SQLUINTEGER>(*number, place);
-    case SQL_C_SBIGINT:
-        return PutInteger<SQLBIGINT>(*number, place);
-    case SQL_C_UBIGINT:
-        return PutInteger<SQLUBIGINT>(*number, place);
-    default:
-        return PutNumeric(*number, place);
-    }
+    return type == SQL_C_NUMERIC ? PutNumeric(*number, place) : PutAs(type, *number, place);
 }
 
 } // namespace tarnwick::numbers
