@@ -44,6 +44,8 @@ constexpr Layout layouts[] = {
     {"INDEXED", "VARIABLE", ""},
     {"SEQUENTIAL", "VARIABLE", "TSCII"},
     {"SEQUENTIAL", "FIXED", "IBM939"},
+    {"SEQUENTIAL", "FIXED", "UTF-16LE"},
+    {"SEQUENTIAL", "VARIABLE", "GB18030"},
 };
 
 constexpr const char* formats[] = {"", "YYYY-MM-DD", "DD-MMM-YY hh:mm:ss.cc", "YYMMDD"};
@@ -54,6 +56,7 @@ using Sign = StorageType::Sign;
 Field MakeField(const std::uint8_t* choice)
 {
     Field field;
+    field.offset = choice[4] / 16u;
     field.length = 1 + choice[1] / 8u;
     field.type.kind = static_cast<Kind>(choice[0] % (static_cast<int>(Kind::UnixTime) + 1));
     field.type.sign = static_cast<Sign>(choice[1] % (static_cast<int>(Sign::LastNibble) + 1));
@@ -211,6 +214,18 @@ void ReadTexts(std::string_view text)
     CompareStatements(text, QuoteLongNumbers(std::string(text), isDecimal, {{}, {"W"}}));
 }
 
+/// Decodes the field of a record that may end inside it, by the file's end or its own.
+const char* Decode(const FieldDecoder& decoder, std::string_view record, Value& value, std::string& room)
+{
+    const std::string_view bytes = decoder.In(record);
+    if (!decoder.IsWhole(bytes) && decoder.MayBeCut()) {
+        Value beginning;
+        if (decoder.DecodeBeginning(bytes, beginning, room) == nullptr)
+            Touch(beginning.text);
+    }
+    return decoder.Decode(bytes, value, room);
+}
+
 IntegerLimits LimitsFrom(std::uint8_t choice)
 {
     return (choice & 32) != 0 ? IntegerLimits{-128, 127} : IntegerLimits();
@@ -248,7 +263,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         CompareForms(cursor.Bytes());
         ReadTexts(cursor.Bytes());
         Value value;
-        if (decoder.Decode(cursor.Bytes(), value, room) != nullptr)
+        if (Decode(decoder, cursor.Bytes(), value, room) != nullptr)
             continue;
         Touch(value.text);
         Require(value.kind != Value::Kind::Text || value.text.find('\0') == std::string_view::npos);

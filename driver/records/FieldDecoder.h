@@ -85,8 +85,8 @@ public:
     /// Whether all bytes of the field are there, or none: then it is null.
     bool IsWhole(std::string_view bytes) const { return bytes.size() >= m_length || bytes.empty(); }
 
-    /// Decodes the field's bytes. Null, or why they are no value; the text completes "the bytes ... are no INTEGER-4:
-    /// ". `room` is lent for text and bytes that are not in the record as such.
+    /// Decodes the field's bytes. Null, or why they are no value; the text completes "the bytes ... cannot be read as
+    /// INTEGER-4: ". `room` is lent for text and bytes that are not in the record as such.
     const char* Decode(std::string_view bytes, Value& value, std::string& room) const
     {
         if (bytes.empty()) {

@@ -52,13 +52,15 @@ std::string_view UpToZero(std::string_view bytes)
 
 } // namespace
 
-/// To most who read a text, a zero byte is its end: what stands behind it would be there and never be seen.
+/// To most who read a text, a zero byte is its end: what stands behind it would be there and never be seen. Only this
+/// file shows texts.
 inline const char* FieldDecoder::ShowText(std::string_view text, Value& value, std::string& room) const
 {
     if (m_shown != Shown::Text)
         return IsMoment() ? ShowTextAsMoment(text, value, room) : ShowTextAsNumber(text, value, room);
     if (text.find('\0') != std::string_view::npos)
-        return "a zero byte stands inside the text";
+        return m_type.kind == Kind::Text ? "a zero byte stands inside the text, where a STRING-ZERO would end"
+                                         : "a zero byte stands inside the text";
     value = Value::Text(text);
     return nullptr;
 }

@@ -62,8 +62,8 @@ public:
     /// Which record of which file it is, as an error begins.
     std::string Place() const;
 
-    /// Decodes a field of the record. Null, or why its bytes are no value. What is decoded holds until
-    /// the next call. Throws RecordError if the file was cut.
+    /// Decodes a field of the record. Null, or why its bytes are no value. What is decoded holds until the next call.
+    /// Throws RecordError if the file was cut.
     const char* Decode(const FieldDecoder& field, Value& value)
     {
         const std::string_view bytes = field.In(m_records->Bytes());

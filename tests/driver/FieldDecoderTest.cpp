@@ -319,3 +319,24 @@ TEST(FieldDecoder, RandomBytesAreAValueOrARefusalInEveryForm)
                 }
             }
 }
+
+TEST(FieldDecoder, TheBeginningOfRandomBytesIsAValueOrARefusalInEveryForm)
+{
+    std::mt19937 random(20191215);
+    std::string room;
+    for (const LocalTypes::Row& row : LocalTypes::All())
+        for (const Shown shown : {Shown::Text, Shown::Bytes})
+            for (const char* page : {"UTF-8", "ISO-8859-1", "SHIFT-JIS", "GB18030", "CP1258", "ISO-2022-JP"}) {
+                const FieldDecoder decoder(MakeField(row.name, 45), shown, CodePage::Find(page));
+                for (int i = 0; decoder.MayBeCut() && i < 60; ++i) {
+                    std::string bytes(1 + random() % 44, '\0');
+                    for (char& byte : bytes)
+                        byte = static_cast<char>(random() % 3 == 0 ? 'a' + random() % 26 : random());
+                    Value value;
+                    const char* const reason = decoder.DecodeBeginning(bytes, value, room);
+                    EXPECT_TRUE(reason || LiesIn(bytes, value.text) || LiesIn(room, value.text));
+                    EXPECT_TRUE(reason || value.kind != Value::Kind::Text ||
+                                value.text.find('\0') == std::string_view::npos);
+                }
+            }
+}

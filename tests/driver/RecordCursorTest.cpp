@@ -96,6 +96,10 @@ const FormatCase formats[] = {
      "\x00\x06\x03\x00"
      "bc"s,
      "! it is a piece of a spanned record"},
+    {"SEQUENTIAL", "VARIABLE", "RDW", 9,
+     "\x00\x05\xFC\xFF"
+     "a"s,
+     "1:a "},
     {"SEQUENTIAL", "VARIABLE", "COUNTED-COBOL", 9,
      "\x00\x01\x03\x03"
      "a"s,
@@ -161,6 +165,14 @@ TEST(RecordCursor, EachFormatFindsItsRecords)
                        format.content),
                   format.records)
             << format.organisation << " " << format.recordType << " " << format.openString;
+}
+
+TEST(RecordCursor, AFileThatEndsBeforeItsFirstRecordIsWalkedToItsEnd)
+{
+    const RecordFormat format = RecordFormat::Read("SEQUENTIAL", "FIXED", "SKIP-9", 3);
+    RecordCursor cursor(format, "..abc");
+    EXPECT_EQ(cursor.Next(), RecordCursor::Step::Short);
+    EXPECT_EQ(cursor.Next(), RecordCursor::Step::End);
 }
 
 TEST(RecordCursor, ARecordIsFoundAgainAtItsPlace)

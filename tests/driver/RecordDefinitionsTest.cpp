@@ -235,8 +235,10 @@ TEST_F(RecordDefinitions, ATextOrBytesAreSaidToBeAsLongAsTheirFieldCanMakeThem)
 TEST_F(RecordDefinitions, AZeroByteInsideATextIsRefused)
 {
     Make("ZEROS", {{"NO", "ZONED-U", 1}, {"A", "STRING", 5}}, "1a\0b  2ab\0 \0"s);
-    EXPECT_TRUE(Holds(Failure("SELECT A FROM BANK_ZEROS"), "record 1, field A: the bytes 61 00 62 20 20 cannot be read "
-                                                           "as STRING: a zero byte stands inside the text."));
+    EXPECT_TRUE(Holds(Failure("SELECT A FROM BANK_ZEROS"),
+                      "record 1, field A: the bytes 61 00 62 20 20 cannot be read "
+                      "as STRING: a zero byte stands inside the text, where a STRING-ZERO "
+                      "would end."));
     OdbcClient lenient;
     Connect(lenient, "BadFields=Null");
     EXPECT_EQ(Rows(lenient, "SELECT * FROM BANK_ZEROS"), "1|~\n2|ab\n");
