@@ -114,7 +114,7 @@ bool MappedFile::WasCut(bool now) const
     return m_wasCut;
 }
 
-bool MappedFile::IsAsItWas() const
+bool MappedFile::HasKeptItsContent() const
 {
     struct stat status {
     };

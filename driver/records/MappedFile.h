@@ -42,7 +42,7 @@ public:
 
     /// Whether the file is still as large and as old as it was when it was mapped. Zeros that were read of such a one
     /// stand for what its disk did not give.
-    bool IsAsItWas() const;
+    bool HasKeptItsContent() const;
 
 private:
     MappedFile(std::string path, int descriptor, std::string_view content, const struct stat& status);

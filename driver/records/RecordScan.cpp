@@ -128,8 +128,8 @@ void RecordScan::RefuseCutFile(bool now) const
 {
     if (!m_file->WasCut(now))
         return;
-    const std::string what = m_file->IsAsItWas() ? std::string("cannot be read: ") + std::strerror(EIO) + "."
-                                                 : std::string("was cut while it was read.");
+    const std::string what = m_file->HasKeptItsContent() ? std::string("cannot be read: ") + std::strerror(EIO) + "."
+                                                         : std::string("was cut while it was read.");
     throw RecordError("The data file '" + m_file->Path() + "' " + what);
 }
 

@@ -10,14 +10,20 @@ namespace tarnwick::records
 namespace
 {
 
+bool IsFile(const std::string& path)
+{
+    std::error_code ignored;
+    const std::filesystem::file_type type = std::filesystem::status(path, ignored).type();
+    return type != std::filesystem::file_type::not_found && type != std::filesystem::file_type::directory;
+}
+
 /// The data file of an indexed file may be named without its suffix.
 std::string ExistingPath(const TableDefinition& definition)
 {
-    std::error_code ignored;
-    if (!EqualIgnoringCase(definition.organisation, "INDEXED") || std::filesystem::exists(definition.path, ignored))
+    if (!EqualIgnoringCase(definition.organisation, "INDEXED") || IsFile(definition.path))
         return definition.path;
     const std::string withSuffix = definition.path + ".dat";
-    return std::filesystem::exists(withSuffix, ignored) ? withSuffix : definition.path;
+    return IsFile(withSuffix) ? withSuffix : definition.path;
 }
 
 /// Why a field cannot stand in records of a format; empty if it can. Records of varying length may end anywhere.
@@ -91,9 +97,12 @@ std::string RecordTable::CriteriaStatement() const
 
 std::shared_ptr<const MappedFile> RecordTable::File() const
 {
-    const std::string path = ExistingPath(m_definition);
-    if (auto file = m_file.lock(); file && file->Path() == path && file->IsCurrent())
+    const auto isStillFound = [&](const MappedFile& file) {
+        return file.Path() == m_definition.path || !IsFile(m_definition.path);
+    };
+    if (auto file = m_file.lock(); file && isStillFound(*file) && file->IsCurrent())
         return file;
+    const std::string path = ExistingPath(m_definition);
     auto file = m_recent->Find(path);
     if (!file) {
         file = MappedFile::Open(path);
