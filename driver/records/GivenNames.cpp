@@ -1,6 +1,6 @@
 #include "GivenNames.h"
 
-#include "Text.h"
+#include "Tokenizer.h"
 
 #include <vector>
 
@@ -79,17 +79,6 @@ private:
 };
 
 } // namespace
-
-bool IsName(const Token& token)
-{
-    return token.kind == Token::Kind::Name || token.kind == Token::Kind::String ||
-           (token.kind == Token::Kind::Word && (token.text.front() < '0' || token.text.front() > '9'));
-}
-
-std::string NameIn(const Token& token)
-{
-    return InUpperCase(BareName(token));
-}
 
 void CollectGivenNames(std::string_view statement, Names& names)
 {

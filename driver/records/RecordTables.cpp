@@ -94,7 +94,7 @@ private:
         if (mark == "(") {
             m_betweenTables.push_back(m_betweenTables.back() && i > 0 && IsBeforeTable(m_tokens[i - 1]));
             takesString = takesString || m_betweenTables.back() ||
-                          (i > 0 && StartsWithIgnoringCase(m_tokens[i - 1].text, "pragma_"));
+                          (i > 0 && StartsWithIgnoringCase(BareName(m_tokens[i - 1]), "pragma_"));
         } else if (mark == ")" && m_betweenTables.size() > 1) {
             m_betweenTables.pop_back();
         } else if (mark == ";") {
@@ -119,16 +119,14 @@ private:
 
 bool NamesTable(const Token& token, TablePlaces::Place place)
 {
-    if (place == TablePlaces::Place::None)
+    if (place == TablePlaces::Place::None || !IsName(token))
         return false;
-    if (token.kind == Token::Kind::Name)
-        return true;
     if (token.kind == Token::Kind::String)
         return place == TablePlaces::Place::NameOrString;
     for (const char* word : {"SELECT", "VALUES", "WITH", "SET"})
         if (IsWord(token, word))
             return false;
-    return token.kind == Token::Kind::Word && static_cast<unsigned char>(token.text.front()) > '9';
+    return true;
 }
 
 /// Names that SQLite has in every database.

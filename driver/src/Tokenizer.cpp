@@ -29,7 +29,10 @@ bool IsBlank(char c)
 class Scanner
 {
 public:
-    explicit Scanner(std::string_view statement) : m_text(statement) { m_tokens.reserve(m_text.size() / 5); }
+    Scanner(std::string_view statement, Comments comments) : m_text(statement), m_comments(comments)
+    {
+        m_tokens.reserve(m_text.size() / 5);
+    }
 
     std::vector<Token> Run()
     {
@@ -50,9 +53,9 @@ private:
         else if (m_text.substr(m_position, byteOrderMark.size()) == byteOrderMark)
             m_position += byteOrderMark.size();
         else if (c == '-' && next == '-')
-            m_position = std::min(m_text.find('\n', m_position), m_text.size());
-        else if (c == '/' && next == '*')
-            SkipBlockComment();
+            Comment(std::min(m_text.find('\n', m_position), m_text.size()));
+        else if (c == '/' && next == '*' && m_position + 2 < m_text.size())
+            BlockComment();
         else if (c == '\'')
             Quoted(Token::Kind::String, c);
         else if (c == '"' || c == '`')
@@ -67,10 +70,18 @@ private:
             Add(Token::Kind::Punctuation, m_position + 1);
     }
 
-    void SkipBlockComment()
+    void BlockComment()
     {
         const std::size_t end = m_text.find("*/", m_position + 2);
-        m_position = end == std::string_view::npos ? m_text.size() : end + 2;
+        Comment(end == std::string_view::npos ? m_text.size() : end + 2);
+    }
+
+    void Comment(std::size_t end)
+    {
+        if (m_comments == Comments::Keep)
+            Add(Token::Kind::Comment, end);
+        else
+            m_position = end;
     }
 
     void Quoted(Token::Kind kind, char quote)
@@ -114,15 +125,16 @@ private:
     }
 
     std::string_view m_text;
+    Comments m_comments;
     std::size_t m_position = 0;
     std::vector<Token> m_tokens;
 };
 
 } // namespace
 
-std::vector<Token> Tokenize(std::string_view statement)
+std::vector<Token> Tokenize(std::string_view statement, Comments comments)
 {
-    return Scanner(statement).Run();
+    return Scanner(statement, comments).Run();
 }
 
 bool IsWord(const Token& token, std::string_view word)
@@ -145,6 +157,18 @@ std::string BareName(const Token& token)
             ++i;
     }
     return name;
+}
+
+std::string NameIn(const Token& token)
+{
+    return InUpperCase(BareName(token));
+}
+
+bool IsName(const Token& token)
+{
+    const bool isQuoted = token.kind == Token::Kind::Name || token.kind == Token::Kind::String;
+    const unsigned char first = static_cast<unsigned char>(token.text.front());
+    return isQuoted || (token.kind == Token::Kind::Word && first != '$' && (first < '0' || first > '9'));
 }
 
 } // namespace tarnwick

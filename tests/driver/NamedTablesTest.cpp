@@ -28,7 +28,9 @@ TEST_F(NamedTables, AreToldOfByPragmasAsTheyAreNow)
     for (const std::string statement :
          {"PRAGMA table_info(BANK_ACC)", "PRAGMA table_info('BANK_ACC')", "PRAGMA main.table_xinfo(\"bank_acc\")",
           "PRAGMA table_info = BANK_ACC", "PRAGMA table_xinfo = 'BANK_ACC'",
-          "SELECT * FROM pragma_table_info('BANK_ACC')", "SELECT * FROM PRAGMA_TABLE_XINFO ('bank_acc', 'main')",
+          "SELECT * FROM pragma_table_info('BANK_ACC')", "SELECT * FROM \"pragma_table_info\"('BANK_ACC')",
+          "SELECT * FROM main.[Pragma_Table_Info] ('BANK_ACC')", "SELECT * FROM `pragma_table_xinfo`('BANK_ACC')",
+          "SELECT * FROM PRAGMA_TABLE_XINFO ('bank_acc', 'main')",
           "SELECT i.* FROM TW_USER u JOIN pragma_table_info('BANK_ACC') i WHERE u.USER_NAME = 'ADMIN'"}) {
         Run("UPDATE TW_COLUMN SET VISIBLE = 1");
         OdbcClient fresh;
@@ -69,6 +71,8 @@ TEST(TablesNamedIn, AStatementAreThoseWhereATableCanStand)
     EXPECT_EQ(TablesNamedIn("PRAGMA index_list = [A]"), (Names{"A"}));
     EXPECT_EQ(TablesNamedIn("SELECT 1 FROM A a, 'B' JOIN C ON X = 'x', \"D\""), (Names{"A", "B", "C", "D"}));
     EXPECT_EQ(TablesNamedIn("SELECT 'a', 'b', (SELECT 'c', 'd' FROM 'A' LIMIT 1)"), (Names{"A"}));
+    EXPECT_EQ(TablesNamedIn("SELECT 1 FROM _A JOIN \xC3\x89 JOIN \"select\" JOIN [1]"),
+              (Names{"_A", "\xC3\x89", "select", "1"}));
 }
 
 TEST(TablesNamedIn, AStatementAreNoValues)
@@ -81,4 +85,5 @@ TEST(TablesNamedIn, AStatementAreNoValues)
     EXPECT_EQ(TablesNamedIn("INSERT INTO A SELECT 'a', 'b' FROM B ON CONFLICT DO UPDATE SET X = ('c')"),
               (Names{"A", "B"}));
     EXPECT_EQ(TablesNamedIn("INSERT INTO A VALUES ('a', 'b'), ('c', 'd')"), (Names{"A"}));
+    EXPECT_EQ(TablesNamedIn("SELECT 1 FROM A WHERE X IN (1, $x, ?1) AND F($y, 2e3)"), (Names{"A"}));
 }
