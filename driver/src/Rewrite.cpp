@@ -4,6 +4,7 @@
 #include "Text.h"
 #include "Tokenizer.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -34,6 +35,46 @@ bool MayHoldMisplacedWhere(std::string_view statement)
 bool HasUnterminated(const std::vector<Token>& tokens)
 {
     return !tokens.empty() && tokens.back().kind == Token::Kind::Unterminated;
+}
+
+/// The part of a statement that SQLite stores with its comments: from a CREATE to the end or to the last semicolon,
+/// since it may hold others, as a trigger does, and from an ALTER to the last thing that is no comment: SQLite would
+/// take one behind that for a part of the new column.
+std::string_view StoredText(std::string_view statement, const std::vector<Token>& tokens)
+{
+    const Token* first = nullptr;
+    const Token* last = nullptr;
+    for (const Token& token : tokens) {
+        if (token.kind == Token::Kind::Comment)
+            continue;
+        const bool begins = !last || last->text == ";";
+        if (!first && begins && (IsWord(token, "CREATE") || IsWord(token, "ALTER")))
+            first = &token;
+        last = &token;
+    }
+    if (!first)
+        return {};
+    const bool endsThere = last->text == ";" || IsWord(*first, "ALTER");
+    const char* const end = endsThere ? last->text.data() + last->text.size() : statement.data() + statement.size();
+    return {first->text.data(), static_cast<std::size_t>(end - first->text.data())};
+}
+
+/// The library below takes what stands in a comment for quotes, parameters and ends of statements.
+std::string BlankComments(std::string statement)
+{
+    const std::vector<Token> tokens = Tokenize(statement, Comments::Keep);
+    if (HasUnterminated(tokens))
+        return statement;
+    const std::string_view stored = StoredText(statement, tokens);
+    for (const Token& token : tokens) {
+        const char* const comment = token.text.data();
+        if (token.kind != Token::Kind::Comment || (comment >= stored.data() && comment < stored.data() + stored.size()))
+            continue;
+        const auto begin = statement.begin() + (comment - statement.data());
+        const auto isNoLineEnd = [](char c) { return c != '\n' && c != '\r'; };
+        std::replace_if(begin, begin + static_cast<std::ptrdiff_t>(token.text.size()), isNoLineEnd, ' ');
+    }
+    return statement;
 }
 
 /// Reads three numbers with a slash between them.
@@ -225,6 +266,8 @@ std::string MoveMisplacedWhere(std::string statement)
 
 std::string Rewrite(std::string statement)
 {
+    if (statement.find("--") != std::string::npos || statement.find("/*") != std::string::npos)
+        statement = BlankComments(std::move(statement));
     if (statement.find('#') != std::string::npos)
         statement = ReplaceHashLiterals(std::move(statement));
     if (MayHoldMisplacedWhere(statement))

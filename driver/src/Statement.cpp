@@ -30,11 +30,11 @@ SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run, ForLater forLate
                                   "The statement was not run: it could not be written to the statement log.");
     if (RefuseOutdated(statement))
         return SQL_ERROR;
-    if (text.find_first_not_of(" \t\r\n") == std::string::npos)
-        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement is empty.");
     if (text.find('\0') != std::string::npos)
         return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement holds a null character.");
     std::string rewritten = Rewrite(std::move(text));
+    if (rewritten.find_first_not_of(" \t\r\n") == std::string::npos)
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "42000", "The statement is empty.");
     prepared::Text kept;
     try {
         if (connection) {

@@ -100,8 +100,6 @@ TEST_F(Rights, ToDeleteAreNotGotRoundByWhatIsReadOtherwiseBelow)
         "{oj REPL}ACE " + into + row,
         "{oj SELECT} /* ' */ 1",
         "UPDATE {oj OR REPLACE} TW_FILE SET FILE_NAME = 'OWNER' WHERE FILE_NAME = 'ACCOUNT'",
-        "/* {a*/ ` } */ REPLACE " + into + row + " --`",
-        "/* {a*/ SELECT ` } */ REPLACE " + into + row + " --`",
         "SELECT 1 /* ' */; /* ' */ INSERT OR {oj REPLACE} " + into + row,
         "SELECT 1 AS {`x a} /* ' */ ; REPLACE " + into + row + " /* ' */ --`",
         "WITH x AS (SELECT #a) REPLACE " + into + "VALUES ('ACCOUNT', ?2)",
@@ -117,6 +115,9 @@ TEST_F(Rights, ToDeleteAreNotGotRoundByWhatIsReadOtherwiseBelow)
                 << statement << ": " << result.diagnostic.message;
         }
     }
+    for (const std::string& statement :
+         {"/* {a*/ ` } */ REPLACE " + into + row + " --`", "/* {a*/ SELECT ` } */ REPLACE " + into + row + " --`"})
+        EXPECT_NE(Failure(As("MAKER"), statement).find(" } */ REPLACE INTO TW_FILE"), std::string::npos) << statement;
     EXPECT_EQ(Rows("SELECT * FROM TW_FILE ORDER BY 1"), before);
 
     SQLHSTMT statement = As("MAKER").NewStatement();
@@ -180,6 +181,38 @@ TEST_F(Rights, OfAllButTheAdministratorAreToOneStatementAtATime)
         "X;Y\n");
     Run("SAVEPOINT X; " + insert + "('Z'); RELEASE X");
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM TW_FILE WHERE FILE_NAME = 'Z'"), "1\n");
+}
+
+TEST_F(Rights, AreToStatementsWithAnythingInTheirComments)
+{
+    Run("UPDATE TW_DBPRV SET ALLOW_INSERT = 1 WHERE USER_NAME = 'CLERK'");
+    const std::string select = "-- {oj first}; it's ?\nSELECT /* a;b ` */ FILE_NAME FROM TW_FILE -- the bank's [\n"
+                               "WHERE FILE_NAME = 'ACCOUNT' /* or what? */; -- don't; stop";
+    for (const std::string user : {"CLERK", "ADMIN"}) {
+        OdbcClient& on = As(user);
+        EXPECT_EQ(Rows(on, select), "ACCOUNT\n");
+        const Result prepared = on.Prepared(select);
+        EXPECT_TRUE(prepared.Succeeded()) << prepared.diagnostic.message;
+        EXPECT_EQ(Rows(on, "SELECT FILE_NAME FROM TW_FILE WHERE 0; -- don't; stop"), "");
+        EXPECT_EQ(Rows(on, "SELECT 1 /* until the end; it's {"), "1\n");
+        Run(on, "INSERT INTO TW_FILE (FILE_NAME) VALUES ('" + user + "-- ;'); -- it's done; is it?");
+        const Diagnostic bound = RunWith(on,
+                                         "UPDATE TW_FILE SET REMARKS = 'bound' -- it's a ?\n"
+                                         "WHERE FILE_NAME = /* ' ? ; */ ? -- isn't it?",
+                                         user + "-- ;");
+        EXPECT_EQ(bound.message, "");
+        EXPECT_EQ(Rows("SELECT FILE_NAME FROM TW_FILE WHERE REMARKS = 'bound'"), user + "-- ;\n");
+        Run("DELETE FROM TW_FILE WHERE REMARKS = 'bound'");
+        for (const char* empty : {" \n", "-- nothing", "/* nothing */\n-- at all; it's", "/* nothing"}) {
+            EXPECT_EQ(on.Execute(empty).diagnostic.state, "42000") << empty;
+            EXPECT_NE(Failure(on, empty).find("The statement is empty."), std::string::npos) << empty;
+        }
+    }
+    Run("-- it's a view; of what?\nCREATE VIEW SEEN AS SELECT FILE_NAME -- the file\n FROM TW_FILE /* all */; -- "
+        "don't");
+    EXPECT_EQ(Rows("SELECT sql FROM sqlite_master WHERE name = 'SEEN'"),
+              "CREATE VIEW SEEN AS SELECT FILE_NAME -- the file\n FROM TW_FILE /* all */\n");
+    EXPECT_EQ(Rows(As("CLERK"), "SELECT * FROM SEEN WHERE FILE_NAME = 'OWNER' -- it's there"), "OWNER\n");
 }
 
 TEST_F(Rights, OfAllButTheAdministratorAreToStatementsThatAreClosed)

@@ -17,11 +17,15 @@ void ExpectUnchanged(const std::string& statement)
 }
 
 /// Builds statements of ordinary SQL from a seed: every clause in its place, strings and names full of what could
-/// mislead a reader of SQL.
+/// mislead a reader of SQL. Their comments are such, too, or blanks in place of them.
 class StatementMaker
 {
 public:
-    explicit StatementMaker(unsigned seed) : m_random(seed) {}
+    enum class Comments { Written, Blank };
+
+    explicit StatementMaker(unsigned seed, Comments comments = Comments::Written) : m_random(seed), m_comments(comments)
+    {
+    }
 
     std::string Make()
     {
@@ -105,17 +109,21 @@ private:
 
     std::string Comment()
     {
+        const auto comment = [&](const std::string& text) {
+            return m_comments == Comments::Blank ? std::string(text.size(), ' ') : text;
+        };
         switch (Number(5)) {
         case 0:
-            return " -- it's # WHERE\n";
+            return " " + comment("-- it's # WHERE") + "\n";
         case 1:
-            return " /* ORDER BY ' # WHERE */ ";
+            return " " + comment("/* ORDER BY ' # WHERE */") + " ";
         default:
             return " ";
         }
     }
 
     std::mt19937 m_random;
+    Comments m_comments;
 };
 
 /// The text literals of a statement, found the simplest way: nothing else with an apostrophe may stand in it.
@@ -134,12 +142,47 @@ std::vector<std::string> Literals(const std::string& statement)
 
 } // namespace
 
-TEST(Rewrite, StandardStatementsStayByteForByte)
+TEST(Rewrite, StandardStatementsStayByteForByteExceptTheirComments)
 {
     for (unsigned seed = 1; seed <= 4000; ++seed) {
-        const std::string statement = StatementMaker(seed).Make();
-        ASSERT_EQ(Rewrite(statement), statement) << "seed " << seed;
+        const std::string blank = StatementMaker(seed, StatementMaker::Comments::Blank).Make();
+        ASSERT_EQ(Rewrite(StatementMaker(seed).Make()), blank) << "seed " << seed;
+        ASSERT_EQ(Rewrite(blank), blank) << "seed " << seed;
     }
+}
+
+TEST(Rewrite, CommentsBecomeBlanksOfTheSameLength)
+{
+    EXPECT_EQ(Rewrite("SELECT 1; -- it's ?"), "SELECT 1;          ");
+    EXPECT_EQ(Rewrite("-- {a; b?}\nSELECT 1"), "          \nSELECT 1");
+    EXPECT_EQ(Rewrite("SELECT/* ' ? ; */1--\r\n+/**/2/***/"), "SELECT           1  \r\n+    2     ");
+    EXPECT_EQ(Rewrite("/* a\r\n' \xC3\xA9 */SELECT/*/ */1"), "    \r\n       SELECT      1");
+    EXPECT_EQ(Rewrite("A = 1 /* ' */ AND B = ' /* '' */ ' -- '"), "A = 1         AND B = ' /* '' */ '     ");
+    EXPECT_EQ(Rewrite("SELECT 1 /* until the end ' ;"), "SELECT 1                     ");
+    EXPECT_EQ(Rewrite("-- a\n/* b */"), "    \n       ");
+    EXPECT_EQ(Rewrite("EXPLAIN CREATE VIEW V AS SELECT 1 -- a"), "EXPLAIN CREATE VIEW V AS SELECT 1     ");
+    EXPECT_EQ(Rewrite("SELECT #1/2/2020#/*#*/, '' --#\n, #1:00#"), "SELECT '2020-01-02'     , ''    \n, '1:00'");
+}
+
+TEST(Rewrite, WhatOnlyLooksLikeACommentStays)
+{
+    ExpectUnchanged("SELECT '--', '/* '' */', \"/*\"\"--\", [--], `/*`, 1 - -1, 1 / 2 * 3");
+    ExpectUnchanged("SELECT 1 - - 1 /*");
+    ExpectUnchanged("SELECT 1 /* comment */ + 'open -- ");
+    ExpectUnchanged("SELECT -- comment\n [open");
+}
+
+TEST(Rewrite, CommentsThatAreStoredStay)
+{
+    const std::string view = "CREATE VIEW V AS -- it's\nSELECT 1 /* one */";
+    ExpectUnchanged(view);
+    ExpectUnchanged(view + " -- all");
+    EXPECT_EQ(Rewrite("/* a */ " + view + "; -- b"), "        " + view + ";     ");
+    EXPECT_EQ(Rewrite("BEGIN /* a */; " + view + "; COMMIT; /* b */"), "BEGIN        ; " + view + "; COMMIT;        ");
+    ExpectUnchanged("create trigger G AFTER INSERT ON T BEGIN /* a */ SELECT 1; -- b\nSELECT 2; /* c */ END");
+    EXPECT_EQ(Rewrite("-- a\nALTER TABLE T ADD COLUMN A /* b */ INTEGER -- c"),
+              "    \nALTER TABLE T ADD COLUMN A /* b */ INTEGER     ");
+    EXPECT_EQ(Rewrite("DROP TABLE CREATE_ /* CREATE */"), "DROP TABLE CREATE_             ");
 }
 
 TEST(Rewrite, TextLiteralsAreNeverTouched)
@@ -200,8 +243,8 @@ TEST(Rewrite, HashesInsideOfOtherThingsAreNoLiterals)
 {
     ExpectUnchanged("SELECT '#1998-12-31#'");
     ExpectUnchanged("SELECT \"#a#\", [#b#], `#c#`");
-    ExpectUnchanged("SELECT 1 -- #a#");
-    ExpectUnchanged("SELECT /* #a# */ 1");
+    ExpectUnchanged("CREATE VIEW V AS SELECT 1 -- #a#");
+    ExpectUnchanged("CREATE VIEW V AS SELECT /* #a# */ 1");
 }
 
 TEST(Rewrite, AWhereBehindOrderByMovesInFrontOfIt)
@@ -224,7 +267,9 @@ TEST(Rewrite, AWhereIsMovedInsideOfItsOwnSelect)
     EXPECT_EQ(Rewrite("SELECT A FROM T ORDER BY A WHERE B IN (SELECT B FROM U ORDER BY B WHERE C = 1)"),
               "SELECT A FROM T WHERE B IN (SELECT B FROM U WHERE C = 1 ORDER BY B ) ORDER BY A ");
     EXPECT_EQ(Rewrite("SELECT A FROM T -- first\nORDER BY A -- second\nWHERE B = 1 -- third"),
-              "SELECT A FROM T -- first\nWHERE B = 1 ORDER BY A -- second\n -- third");
+              "SELECT A FROM T         \nWHERE B = 1 ORDER BY A          \n         ");
+    EXPECT_EQ(Rewrite("CREATE VIEW V AS SELECT A FROM T -- first\nORDER BY A -- second\nWHERE B = 1 -- third"),
+              "CREATE VIEW V AS SELECT A FROM T -- first\nWHERE B = 1 ORDER BY A -- second\n -- third");
 }
 
 TEST(Rewrite, AWhereWithAnotherPlaceStays)
