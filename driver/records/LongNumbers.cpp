@@ -49,7 +49,7 @@ public:
         : m_tokens(Tokenize(statement)), m_isDecimal(isDecimal), m_namesakes(namesakes)
     {
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
-            if (IsWordThere(i, "json_each") || IsWordThere(i, "json_tree"))
+            if (NamesJson(i))
                 ReadJson(i);
         FindAssigned();
         for (std::size_t i = 0; i < m_tokens.size(); ++i)
@@ -100,6 +100,12 @@ private:
             if (name == column)
                 return true;
         return false;
+    }
+
+    bool NamesJson(std::size_t i) const
+    {
+        const std::string name = m_tokens[i].kind == Token::Kind::String ? std::string() : NameIn(m_tokens[i]);
+        return name == "JSON_EACH" || name == "JSON_TREE";
     }
 
     /// The name of a table of JSON, and the one that a statement gives to it.
@@ -166,7 +172,8 @@ private:
     {
         if (IsThere(i, "(") || IsThere(i, ","))
             return true;
-        for (const char* word : {"WHERE", "ON", "AND", "OR", "NOT", "HAVING", "SELECT", "WHEN"})
+        for (const char* word : {"WHERE", "ON", "AND", "OR", "NOT", "HAVING", "SELECT", "DISTINCT", "ALL", "BY", "CASE",
+                                 "WHEN", "THEN", "ELSE", "RETURNING"})
             if (IsWordThere(i, word))
                 return true;
         return false;
