@@ -190,8 +190,14 @@ TEST_F(ChangedDefinitions, CountForTheViewsThatOneConnectionMakesItself)
     Run("CREATE TEMP VIEW SEEN AS SELECT * FROM BANK_ACCOUNT");
     Run("CREATE TEMP VIEW SEEN_AGAIN AS SELECT * FROM SEEN");
     EXPECT_EQ(Rows("SELECT NAME FROM SEEN_AGAIN WHERE NO = 2"), "Ivy\n");
+    Run("PRAGMA writable_schema = ON");
     Run("UPDATE TW_COLUMN SET COLUMN_NUMBER = 9 WHERE COLUMN_NAME = 'NAME'");
     EXPECT_EQ(Rows("SELECT NAME FROM SEEN_AGAIN WHERE NO = 2"), "Ivy\n");
+    EXPECT_EQ(Rows("PRAGMA writable_schema"), "1\n") << "what a client has set stays";
+    Run("PRAGMA writable_schema = OFF");
+    Run("UPDATE TW_COLUMN SET COLUMN_NUMBER = 2 WHERE COLUMN_NAME = 'NAME'");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN_AGAIN WHERE NO = 2"), "Ivy\n");
+    EXPECT_EQ(Rows("PRAGMA writable_schema"), "0\n");
 }
 
 TEST_F(ChangedDefinitions, CountForViewsAmidATransactionThatMakesAndUnmakesTables)
@@ -223,6 +229,10 @@ TEST_F(ChangedDefinitions, CountForViewsAmidATransactionThatMakesAndUnmakesTable
     EXPECT_EQ(Rows("SELECT NAME FROM SEEN WHERE NO = 2"), "Ivy\n");
     Run("COMMIT");
     EXPECT_EQ(Rows(another, "SELECT COUNT(*) FROM MADE"), "0\n");
+    Run(another, "CREATE TABLE YET_ANOTHER (Z VARCHAR(9))");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM MADE"), "0\n");
+    EXPECT_EQ(Rows("SELECT NAME FROM SEEN WHERE NO = 2"), "Ivy\n");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM YET_ANOTHER"), "0\n");
 }
 
 TEST_F(ChangedDefinitions, LeaveWhatIsHalfReadWhole)
