@@ -263,6 +263,8 @@ TEST_F(RecordFiles, AFileThatComesBesideTheDataPartTakesItsPlace)
     EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "ghijkl\n");
     std::filesystem::remove(DataFile("PART"));
     EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n");
+    std::filesystem::create_directory(DataFile("PART"));
+    EXPECT_EQ(Rows("SELECT WORDS FROM BANK_PART"), "abcdef\n") << "a folder is no data part";
 }
 
 TEST_F(RecordFiles, PlacesAreThoseOfTheRecordsHeads)
