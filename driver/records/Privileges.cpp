@@ -166,7 +166,7 @@ const char* Unclear(std::string_view statement, const std::vector<Token>& tokens
     if (HoldsEscape(statement) && !StaysQuery(statement))
         return "use an escape in braces in a statement that is no plain SELECT";
     if (HoldsUnclosed(tokens))
-        return "run a statement with an unclosed quote or #";
+        return "run it so";
     if (HoldsHiddenParameter(statement, tokens))
         return "run a statement with a parameter that a parenthesis follows";
     return HoldsSeveral(tokens) ? "run one statement behind another" : nullptr;
@@ -252,7 +252,7 @@ std::string Privileges::Refusal(std::string_view statement) const
     const std::vector<Token> tokens = Tokenize(statement);
     if (const char* const unclear = Unclear(statement, tokens)) {
         Refuse(unclear);
-        return TakeRefusal();
+        return (HoldsUnclosed(tokens) ? "The statement has a quote or # that is not closed. " : "") + TakeRefusal();
     }
     const auto isAt = [&](std::size_t i, const char* word) {
         return i < tokens.size() && EqualIgnoringCase(tokens[i].text, word);

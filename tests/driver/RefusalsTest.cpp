@@ -219,8 +219,11 @@ TEST_F(Rights, OfAllButTheAdministratorAreToStatementsThatAreClosed)
 {
     Run("UPDATE TW_DBPRV SET ALLOW_INSERT = 1 WHERE USER_NAME = 'CLERK'");
     for (const char* statement : {"INSERT INTO TW_FILE (FILE_NAME) VALUES ('x", "SELECT [a FROM TW_FILE",
-                                  "SELECT \"a FROM TW_FILE", "SELECT `a FROM TW_FILE", "SELECT #a", "SELECT ##"})
-        ExpectRefused(As("CLERK"), statement, "run a statement with an unclosed quote or #");
+                                  "SELECT \"a FROM TW_FILE", "SELECT `a FROM TW_FILE", "SELECT #a", "SELECT ##"}) {
+        ExpectRefused(As("CLERK"), statement, "run it so.");
+        const std::string reason = "The statement has a quote or # that is not closed. The user CLERK does not have";
+        EXPECT_NE(Failure(As("CLERK"), statement).find(reason), std::string::npos) << statement;
+    }
     EXPECT_NE(Failure("SELECT 'x").find("unrecognized token"), std::string::npos);
 }
 
