@@ -337,7 +337,6 @@ std::vector<std::string> RecordTables::MakeReadyLike(const std::string* pattern)
     Names done;
     for (std::size_t i = 0; i < names.size(); ++i)
         MakeTableReady(names[i], done, &keys[i]);
-    RenewViews();
     return names;
 }
 

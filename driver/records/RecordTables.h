@@ -46,7 +46,7 @@ public:
     std::shared_ptr<const RecordTable> Find(std::string_view name) const;
 
     /// The names of the tables that match a pattern of LIKE with `\` as its escape character, all of them ready; of all
-    /// tables if there is no pattern.
+    /// tables if there is no pattern. The views over them are as they were until the next MakeReady.
     std::vector<std::string> MakeReadyLike(const std::string* pattern);
 
 private:
