@@ -77,6 +77,42 @@ std::string BlankComments(std::string statement)
     return statement;
 }
 
+/// What the library below takes for something else in a name whose quotes it does not know: it knows `'` and `"`.
+constexpr std::string_view misreadInNames = "'\"?;{}";
+
+/// Whether such a name may stand anywhere in the text, read as bytes.
+bool MayHoldMisreadName(std::string_view statement, char opening, char closing)
+{
+    std::size_t end = 0;
+    for (std::size_t at = statement.find(opening); at != std::string_view::npos; at = statement.find(opening, end)) {
+        end = statement.find(closing, at + 1);
+        if (end == std::string_view::npos)
+            return false;
+        if (statement.substr(at, end - at).find_first_of(misreadInNames) != std::string_view::npos)
+            return true;
+    }
+    return false;
+}
+
+std::string QuoteMisreadNames(std::string statement)
+{
+    const std::vector<Token> tokens = Tokenize(statement);
+    if (HasUnterminated(tokens))
+        return statement;
+    std::string result;
+    const char* copied = statement.data();
+    for (const Token& token : tokens) {
+        const bool isUnknown = token.kind == Token::Kind::Name && token.text.front() != '"';
+        if (!isUnknown || token.text.find_first_of(misreadInNames) == std::string_view::npos)
+            continue;
+        result.append(copied, token.text.data());
+        result += QuotedName(BareName(token));
+        copied = token.text.data() + token.text.size();
+    }
+    const char* const end = statement.data() + statement.size();
+    return result.append(copied, end);
+}
+
 /// Reads three numbers with a slash between them.
 std::optional<std::array<int, 3>> ReadSlashedDate(std::string_view& text)
 {
@@ -268,6 +304,8 @@ std::string Rewrite(std::string statement)
 {
     if (statement.find("--") != std::string::npos || statement.find("/*") != std::string::npos)
         statement = BlankComments(std::move(statement));
+    if (MayHoldMisreadName(statement, '[', ']') || MayHoldMisreadName(statement, '`', '`'))
+        statement = QuoteMisreadNames(std::move(statement));
     if (statement.find('#') != std::string::npos)
         statement = ReplaceHashLiterals(std::move(statement));
     if (MayHoldMisplacedWhere(statement))

@@ -11,6 +11,8 @@ namespace tarnwick
 ///
 /// - each byte of a comment becomes a blank, ends of lines excepted, since the library below does not know comments. In
 ///   what SQLite stores the text of, behind CREATE and ALTER, they stay.
+/// - a name in brackets or backticks that holds a quote, a brace, `?` or `;` is put into double quotes, for the same
+///   reason.
 /// - a date literal `#...#` becomes a text literal. `m/d/yyyy` and `yyyy/m/d` turn into `yyyy-mm-dd`, the form in
 ///   which SQLite compares dates; any other content is kept. A literal without content is left, and so refused.
 /// - a `WHERE` behind the `ORDER BY` of its own SELECT moves in front of it.

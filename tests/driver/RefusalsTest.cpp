@@ -215,6 +215,17 @@ TEST_F(Rights, AreToStatementsWithAnythingInTheirComments)
     EXPECT_EQ(Rows(As("CLERK"), "SELECT * FROM SEEN WHERE FILE_NAME = 'OWNER' -- it's there"), "OWNER\n");
 }
 
+TEST_F(Rights, AreToThingsWithAnythingInTheirNames)
+{
+    Run("CREATE TABLE `it's; {here}` ([what?] VARCHAR(9), [a\"b] VARCHAR(9))");
+    Run("INSERT INTO [it's; {here}] ([a\"b], `what?`) VALUES ('[;]', 'yes')");
+    const std::string select = "SELECT [what?], [a\"b] FROM `it's; {here}` WHERE [what?] LIKE 'y%'";
+    EXPECT_EQ(Rows(select), "yes|[;]\n");
+    EXPECT_EQ(Rows(As("NOBODY"), select), "yes|[;]\n");
+    EXPECT_EQ(RunWith(client, "UPDATE [it's; {here}] SET [a\"b] = '?' WHERE [what?] = ?", "yes").message, "");
+    EXPECT_EQ(Rows(select), "yes|?\n");
+}
+
 TEST_F(Rights, OfAllButTheAdministratorAreToStatementsThatAreClosed)
 {
     Run("UPDATE TW_DBPRV SET ALLOW_INSERT = 1 WHERE USER_NAME = 'CLERK'");

@@ -172,6 +172,22 @@ TEST(Rewrite, WhatOnlyLooksLikeACommentStays)
     ExpectUnchanged("SELECT -- comment\n [open");
 }
 
+TEST(Rewrite, NamesThatWouldBeMisreadAreInDoubleQuotes)
+{
+    EXPECT_EQ(Rewrite("SELECT [a;b], `it's`, [what?] FROM `{a``b}`, [a\"b]"),
+              "SELECT \"a;b\", \"it's\", \"what?\" FROM \"{a`b}\", \"a\"\"b\"");
+    EXPECT_EQ(Rewrite("SELECT '[' || `a;b` || ']', ' ` ', [c;d]"), "SELECT '[' || \"a;b\" || ']', ' ` ', \"c;d\"");
+    EXPECT_EQ(Rewrite("SELECT '`[', [a;b]"), "SELECT '`[', \"a;b\"");
+    EXPECT_EQ(Rewrite("SELECT '[`', `a;b`"), "SELECT '[`', \"a;b\"");
+    EXPECT_EQ(Rewrite("SELECT [x`y], `a;b`, `c``;`"), "SELECT [x`y], \"a;b\", \"c`;\"");
+    EXPECT_EQ(Rewrite("SELECT ']', `]`, [a;b]"), "SELECT ']', `]`, \"a;b\"");
+    EXPECT_EQ(Rewrite("CREATE VIEW [V;] AS SELECT 1 -- [a;b]"), "CREATE VIEW \"V;\" AS SELECT 1 -- [a;b]");
+    ExpectUnchanged("SELECT [a b], `c#d`, \"e;f?\", '[g;h]', '`i;j`'");
+    ExpectUnchanged("SELECT [a;b], [open");
+    for (const char quote : {'[', '`'})
+        ExpectUnchanged("SELECT '" + std::string(200000, quote) + "'");
+}
+
 TEST(Rewrite, CommentsThatAreStoredStay)
 {
     const std::string view = "CREATE VIEW V AS -- it's\nSELECT 1 /* one */";
