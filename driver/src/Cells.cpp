@@ -10,10 +10,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <string>
+#include <vector>
 
 namespace tarnwick::cells
 {
@@ -31,6 +30,8 @@ struct Reading {
     std::u16string wideRest;
     std::string narrowRest;
     std::size_t given = 0; ///< units of the rest
+    std::vector<SQLSMALLINT>
+        defaults; ///< the C types of the result's columns by themselves; 0 where none was asked for
 };
 
 StatementTable<Reading>& Readings()
@@ -48,6 +49,23 @@ struct NarrowText {
     bool isBytes = false; ///< the text is two digits for each
 };
 
+/// Takes what the library below has left of a text of so many bytes, behind those that it gave.
+SQLRETURN Complete(SQLHSTMT statement, SQLUSMALLINT column, std::string_view given, SQLLEN bytes, NarrowText& cell)
+{
+    const auto whole = static_cast<std::size_t>(bytes);
+    SQLRETURN answer = SQL_SUCCESS;
+    cell.longText.reserve(whole + 1);
+    cell.longText = given;
+    if (given.size() < whole) {
+        cell.longText.resize(whole + 1);
+        SQLLEN left = 0;
+        answer = lower.SQLGetData(statement, column, SQL_C_CHAR, cell.longText.data() + given.size(),
+                                  static_cast<SQLLEN>(cell.longText.size() - given.size()), &left);
+    }
+    cell.text = std::string_view(cell.longText.data(), whole);
+    return SQL_SUCCEEDED(answer) ? SQLRETURN{SQL_SUCCESS} : answer;
+}
+
 SQLRETURN ReadNarrow(SQLHSTMT statement, SQLUSMALLINT column, NarrowText& cell)
 {
     constexpr auto capacity = static_cast<SQLLEN>(std::tuple_size_v<decltype(cell.room)>);
@@ -62,14 +80,7 @@ SQLRETURN ReadNarrow(SQLHSTMT statement, SQLUSMALLINT column, NarrowText& cell)
         cell.text = std::string_view(cell.room.data(), static_cast<std::size_t>(bytes));
         return SQL_SUCCESS;
     }
-    constexpr std::size_t got = capacity - 1;
-    cell.longText.assign(cell.room.data(), got);
-    cell.longText.resize(static_cast<std::size_t>(bytes) + 1);
-    SQLLEN left = 0;
-    const SQLRETURN rest = lower.SQLGetData(statement, column, SQL_C_CHAR, cell.longText.data() + got,
-                                            static_cast<SQLLEN>(cell.longText.size() - got), &left);
-    cell.text = std::string_view(cell.longText.data(), static_cast<std::size_t>(bytes));
-    return SQL_SUCCEEDED(rest) ? SQLRETURN{SQL_SUCCESS} : rest;
+    return Complete(statement, column, {cell.room.data(), capacity - 1}, bytes, cell);
 }
 
 /// The library below writes the bytes of a binary column as SQL does: `X'00FF'`. To clients they are their digits
@@ -150,50 +161,10 @@ SQLRETURN GivePiece(SQLHSTMT statement, std::basic_string_view<Unit> text, std::
     return diagnostics::WarnOfCutText(SQL_HANDLE_STMT, statement);
 }
 
-/// Takes what is left of a cell in the library below, behind what has been got.
-SQLRETURN AppendRest(SQLHSTMT statement, SQLUSMALLINT column, std::string& text)
+/// Gives the text of a cell that has just been read. What does not fit is kept in `reading`, if there is one.
+SQLRETURN GiveNarrow(SQLHSTMT statement, const NarrowText& cell, SQLPOINTER target, SQLLEN capacity, SQLLEN* length,
+                     Reading* reading)
 {
-    SQLRETURN answer = SQL_SUCCESS_WITH_INFO;
-    while (answer == SQL_SUCCESS_WITH_INFO) {
-        std::array<char, 1024> piece{};
-        SQLLEN left = 0;
-        answer = lower.SQLGetData(statement, column, SQL_C_CHAR, piece.data(), piece.size(), &left);
-        if (SQL_SUCCEEDED(answer))
-            text += piece.data();
-    }
-    return answer == SQL_NO_DATA ? SQLRETURN{SQL_SUCCESS} : answer;
-}
-
-/// Reads a cell as narrow text from its beginning, straight from the library below unless it holds bytes. What does not
-/// fit of these is kept in `reading`, if there is one.
-SQLRETURN ReadCharacters(SQLHSTMT statement, SQLUSMALLINT column, SQLPOINTER target, SQLLEN capacity, SQLLEN* length,
-                         Reading* reading)
-{
-    const auto* const begin = static_cast<const char*>(target);
-    NarrowText cell;
-    if (begin && capacity > 2) {
-        const SQLRETURN answer = lower.SQLGetData(statement, column, SQL_C_CHAR, target, capacity, length);
-        if (!SQL_SUCCEEDED(answer) || begin[0] != 'X' || begin[1] != '\'' || (length && *length == SQL_NULL_DATA) ||
-            !IsBinaryColumn(statement, column))
-            return answer;
-        cell.longText = begin;
-        if (answer == SQL_SUCCESS_WITH_INFO) {
-            const SQLRETURN left = AppendRest(statement, column, cell.longText);
-            if (!SQL_SUCCEEDED(left))
-                return left;
-        }
-        cell.text = cell.longText;
-    } else {
-        // The beginning alone would not tell.
-        if (!IsBinaryColumn(statement, column))
-            return lower.SQLGetData(statement, column, SQL_C_CHAR, target, capacity, length);
-        const SQLRETURN answer = ReadNarrow(statement, column, cell);
-        if (!SQL_SUCCEEDED(answer))
-            return answer;
-        if (cell.isNull)
-            return GiveNull(statement, length);
-    }
-    TakeDigitsOfBytes(statement, column, cell);
     std::size_t given = 0;
     // Nobody asks for the rest of a bound cell: half of a byte would be the end of it.
     const bool endsInHalf = !reading && cell.isBytes && capacity > 0 && capacity % 2 == 0 &&
@@ -206,6 +177,72 @@ SQLRETURN ReadCharacters(SQLHSTMT statement, SQLUSMALLINT column, SQLPOINTER tar
         reading->restType = SQL_C_CHAR;
     }
     return answer;
+}
+
+/// Ends a text that its buffer cut in front of a character of which only the first bytes are there.
+void DropPartOfCharacter(char* text, std::size_t size)
+{
+    constexpr std::size_t mostBytes = 4;
+    const auto byte = [&](std::size_t place) { return static_cast<unsigned char>(text[place]); };
+    for (std::size_t found = 1; found < mostBytes && found <= size; ++found) {
+        const unsigned char first = byte(size - found);
+        if (first < 0x80)
+            return;
+        if (first < 0xC0)
+            continue;
+        const std::size_t needed = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        if (needed > found)
+            text[size - found] = 0;
+        return;
+    }
+}
+
+/// Reads a cell as narrow text into room that is too small to tell by its beginning whether it holds bytes.
+SQLRETURN ReadIntoLittle(SQLHSTMT statement, SQLUSMALLINT column, SQLPOINTER target, SQLLEN capacity, SQLLEN* length,
+                         Reading* reading)
+{
+    if (!IsBinaryColumn(statement, column)) {
+        const SQLRETURN answer = lower.SQLGetData(statement, column, SQL_C_CHAR, target, capacity, length);
+        if (!reading && answer == SQL_SUCCESS_WITH_INFO && target && capacity > 0)
+            DropPartOfCharacter(static_cast<char*>(target), static_cast<std::size_t>(capacity) - 1);
+        const bool isCut = answer == SQL_SUCCESS && target && capacity == 0 && !(length && *length == SQL_NULL_DATA);
+        return isCut ? diagnostics::WarnOfCutText(SQL_HANDLE_STMT, statement) : answer;
+    }
+    NarrowText cell;
+    const SQLRETURN answer = ReadNarrow(statement, column, cell);
+    if (!SQL_SUCCEEDED(answer))
+        return answer;
+    if (cell.isNull)
+        return GiveNull(statement, length);
+    TakeDigitsOfBytes(statement, column, cell);
+    return GiveNarrow(statement, cell, target, capacity, length, reading);
+}
+
+/// Reads a cell as narrow text from its beginning, straight from the library below unless it holds bytes. What does not
+/// fit of these is kept in `reading`, if there is one.
+SQLRETURN ReadCharacters(SQLHSTMT statement, SQLUSMALLINT column, SQLPOINTER target, SQLLEN capacity, SQLLEN* length,
+                         Reading* reading)
+{
+    if (!target || capacity <= 2)
+        return ReadIntoLittle(statement, column, target, capacity, length, reading);
+    auto* const text = static_cast<char*>(target);
+    SQLLEN ownLength = 0;
+    SQLLEN* const bytes = length ? length : &ownLength;
+    const SQLRETURN answer = lower.SQLGetData(statement, column, SQL_C_CHAR, target, capacity, bytes);
+    if (!SQL_SUCCEEDED(answer) || *bytes == SQL_NULL_DATA)
+        return answer;
+    const auto got = static_cast<std::size_t>(std::min(*bytes, capacity - 1));
+    if (text[0] != 'X' || text[1] != '\'' || !IsBinaryColumn(statement, column)) {
+        if (!reading && answer == SQL_SUCCESS_WITH_INFO)
+            DropPartOfCharacter(text, got);
+        return answer;
+    }
+    NarrowText cell;
+    const SQLRETURN completed = Complete(statement, column, {text, got}, *bytes, cell);
+    if (!SQL_SUCCEEDED(completed))
+        return completed;
+    TakeDigitsOfBytes(statement, column, cell);
+    return GiveNarrow(statement, cell, target, capacity, length, reading);
 }
 
 SQLRETURN Refuse(SQLHSTMT statement, SQLUSMALLINT column, const char* state, const char* reason)
@@ -244,11 +281,6 @@ SQLRETURN PutMoment(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, s
     }
 }
 
-bool IsBlank(std::string_view text)
-{
-    return text.find_first_not_of(" \t\n\v\f\r") == std::string_view::npos;
-}
-
 /// Reads a cell as a number or a moment of `size` bytes.
 SQLRETURN ReadValue(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN size,
                     SQLLEN* length)
@@ -257,52 +289,20 @@ SQLRETURN ReadValue(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, S
     SQLRETURN answer = ReadNarrow(statement, column, cell);
     if (!SQL_SUCCEEDED(answer))
         return answer;
-    if (cell.isNull || IsBlank(cell.text)) {
+    if (cell.isNull && !length)
+        return GiveNull(statement, length);
+    // A number or date that nobody entered may stand as an empty text in an untyped column.
+    if (cell.isNull || numbers::IsBlank(cell.text)) {
         if (target)
             std::memset(target, 0, static_cast<std::size_t>(size));
-        // A number or date that nobody entered may stand as an empty text in an untyped column.
-        if (cell.isNull)
-            return GiveNull(statement, length);
         if (length)
-            *length = type == SQL_C_BIT ? size : SQL_NULL_DATA;
+            *length = type == SQL_C_BIT && !cell.isNull ? size : SQL_NULL_DATA;
         return SQL_SUCCESS;
     }
     answer = numbers::SizeOf(type) > 0 ? PutNumber(statement, column, type, cell.text, target)
                                        : PutMoment(statement, column, type, cell.text, target);
     if (length && SQL_SUCCEEDED(answer))
         *length = size;
-    return answer;
-}
-
-/// Reads a cell as a floating point number. The library below marks a text that is none as null.
-SQLRETURN ReadFloat(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN* length,
-                    Reading* reading)
-{
-    double value = 0;
-    SQLLEN bytes = 0;
-    const bool isNarrow = type == SQL_C_FLOAT;
-    const SQLRETURN answer =
-        lower.SQLGetData(statement, column, SQL_C_DOUBLE, isNarrow ? &value : target, sizeof value, &bytes);
-    if (!SQL_SUCCEEDED(answer))
-        return answer;
-    if (bytes == SQL_NULL_DATA) {
-        NarrowText cell;
-        if (reading)
-            reading->isWhole = true;
-        if (SQL_SUCCEEDED(ReadNarrow(statement, column, cell)) && !cell.isNull && !IsBlank(cell.text))
-            return Refuse(statement, column, "22018", "the text is no number.");
-    }
-    if (isNarrow && bytes != SQL_NULL_DATA) {
-        if (std::isfinite(value) && std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()))
-            return Refuse(statement, column, "22003", "the number does not fit into its place.");
-        bytes = sizeof(float);
-    }
-    if (isNarrow && target) {
-        const auto single = static_cast<float>(value);
-        std::memcpy(target, &single, sizeof single);
-    }
-    if (length)
-        *length = bytes;
     return answer;
 }
 
@@ -315,15 +315,12 @@ SQLRETURN ReadFirst(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, S
         return ReadCharacters(statement, column, target, capacity, length, reading);
     case SQL_C_WCHAR:
         return ReadWide(statement, column, target, capacity, length, reading);
-    case SQL_C_DOUBLE:
-    case SQL_C_FLOAT:
-        return ReadFloat(statement, column, type, target, length, reading);
     case SQL_C_BINARY:
         return lower.SQLGetData(statement, column, type, target, capacity, length);
     default:
         break;
     }
-    const SQLLEN size = std::max(numbers::SizeOf(type), moments::SizeOf(type));
+    const SQLLEN size = SizeOf(type);
     if (size == 0)
         return Refuse(statement, column, "07006", "it cannot be read as the C type that is asked for.");
     if (reading)
@@ -332,6 +329,23 @@ SQLRETURN ReadFirst(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, S
 }
 
 } // namespace
+
+SQLLEN SizeOf(SQLSMALLINT type)
+{
+    return std::max(numbers::SizeOf(type), moments::SizeOf(type));
+}
+
+SQLSMALLINT TypeOf(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type)
+{
+    if (type != SQL_C_DEFAULT)
+        return type;
+    std::vector<SQLSMALLINT>& known = Readings().Ensure(statement).defaults;
+    if (known.size() <= column)
+        known.resize(column + std::size_t{1});
+    if (known[column] == 0)
+        known[column] = DefaultType(statement, column);
+    return known[column];
+}
 
 SQLRETURN Read(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
                SQLLEN* length)
@@ -345,8 +359,13 @@ SQLRETURN Read(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOI
 SQLRETURN Get(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
               SQLLEN* length, SQLUSMALLINT highestRead)
 {
+    // Column 0 is the row's bookmark.
+    if (column == 0)
+        return lower.SQLGetData(statement, column, type, target, capacity, length);
+    type = TypeOf(statement, column, type);
     Reading& reading = Readings().Ensure(statement);
-    const bool isFirst = reading.column != column || reading.isWhole;
+    // A number, date or time is that of the whole text, whatever has been given of it.
+    const bool isFirst = reading.column != column || reading.isWhole || SizeOf(type) > 0;
     if (isFirst) {
         if (reading.column == 0)
             reading.highest = highestRead;
@@ -360,10 +379,6 @@ SQLRETURN Get(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOIN
         reading.restType = 0;
         reading.isWhole = false;
     }
-    if (column == 0)
-        return lower.SQLGetData(statement, column, type, target, capacity, length);
-    if (type == SQL_C_DEFAULT)
-        type = DefaultType(statement, column);
     if (reading.restType == type) {
         const SQLRETURN answer =
             type == SQL_C_WCHAR
@@ -382,6 +397,14 @@ void Leave(SQLHSTMT statement)
 {
     if (Reading* reading = Readings().Find(statement))
         reading->column = 0;
+}
+
+void Close(SQLHSTMT statement)
+{
+    if (Reading* reading = Readings().Find(statement)) {
+        reading->column = 0;
+        reading->defaults.clear();
+    }
 }
 
 void Forget(SQLHSTMT statement)

@@ -7,6 +7,12 @@
 namespace tarnwick::cells
 {
 
+/// The bytes that a C type of numbers, dates or times takes; 0 for any other type.
+SQLLEN SizeOf(SQLSMALLINT type);
+
+/// The C type in which a column is read that is asked for in `type`: another one only where that is SQL_C_DEFAULT.
+SQLSMALLINT TypeOf(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type);
+
 /// Reads a cell that has not been touched since its row was reached. A text that its buffer cannot hold is cut there,
 /// its whole length told and a warning (01004) left. Arguments are those of SQLGetData.
 SQLRETURN Read(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOINTER target, SQLLEN capacity,
@@ -19,6 +25,9 @@ SQLRETURN Get(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOIN
 
 /// The row has been left: no cell of it goes on.
 void Leave(SQLHSTMT statement);
+
+/// The result has been left: the next one may have other columns.
+void Close(SQLHSTMT statement);
 
 /// The statement is freed.
 void Forget(SQLHSTMT statement);

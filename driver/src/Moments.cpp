@@ -33,8 +33,8 @@ public:
 
     void SkipBlanks()
     {
-        while (Skip(' ')) {
-        }
+        while (!m_text.empty() && (m_text.front() == ' ' || (m_text.front() >= '\t' && m_text.front() <= '\r')))
+            m_text.remove_prefix(1);
     }
 
     std::size_t DigitsAhead() const

@@ -72,16 +72,16 @@ private:
     long m_point = 0;
 };
 
-bool IsBlank(char c)
+bool IsBlankCharacter(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
 std::string_view Trimmed(std::string_view text)
 {
-    while (!text.empty() && IsBlank(text.front()))
+    while (!text.empty() && IsBlankCharacter(text.front()))
         text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
+    while (!text.empty() && IsBlankCharacter(text.back()))
         text.remove_suffix(1);
     return text;
 }
@@ -231,6 +231,40 @@ Outcome PutNumeric(const Decimal& number, void* place)
     return number.HasFrom(end) ? Outcome::Cut : Outcome::Whole;
 }
 
+template <typename Float>
+Outcome GiveFloat(Float value, bool isNegative, void* place)
+{
+    if (isNegative)
+        value = -value;
+    if (place)
+        std::memcpy(place, &value, sizeof value);
+    return Outcome::Whole;
+}
+
+template <typename Float>
+Outcome PutFloat(std::string_view text, void* place)
+{
+    text = Trimmed(text);
+    const bool isNegative = TakeSign(text);
+    if (text == "Inf")
+        return GiveFloat(std::numeric_limits<Float>::infinity(), isNegative, place);
+    // A second sign, and words such as `nan`, begin numbers to others.
+    if (!text.starts_with('.') && (text.empty() || text.front() < '0' || text.front() > '9'))
+        return Outcome::NoNumber;
+    Float value = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, value);
+    if (read.ec == std::errc::invalid_argument || read.ptr != end)
+        return Outcome::NoNumber;
+    if (read.ec == std::errc::result_out_of_range) {
+        const std::optional<Decimal> number = Decimal::Read(text);
+        if (!number || number->Point() > number->First())
+            return Outcome::TooLarge;
+        value = 0;
+    }
+    return GiveFloat(value, isNegative, place);
+}
+
 /// Puts a number, in one of its forms, into a place of a type of whole numbers.
 template <typename Number>
 Outcome PutAs(SQLSMALLINT type, const Number& number, void* place)
@@ -283,14 +317,27 @@ SQLLEN SizeOf(SQLSMALLINT type)
         return sizeof(SQLBIGINT);
     case SQL_C_NUMERIC:
         return sizeof(SQL_NUMERIC_STRUCT);
+    case SQL_C_FLOAT:
+        return sizeof(SQLREAL);
+    case SQL_C_DOUBLE:
+        return sizeof(SQLDOUBLE);
     default:
         return 0;
     }
 }
 
+bool IsBlank(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), IsBlankCharacter);
+}
+
 Outcome Put(std::string_view text, SQLSMALLINT type, void* place)
 {
-    // Most numbers are whole ones of no great length.
+    if (type == SQL_C_DOUBLE)
+        return PutFloat<SQLDOUBLE>(text, place);
+    if (type == SQL_C_FLOAT)
+        return PutFloat<SQLREAL>(text, place);
+    // Most whole numbers have no great length.
     std::int64_t whole = 0;
     const char* const end = text.data() + text.size();
     if (const auto read = std::from_chars(text.data(), end, whole);

@@ -5,9 +5,9 @@
 
 #include <string_view>
 
-/// Numbers on their way into the places of clients. All cells are decimal text below; here that text becomes a whole
-/// number or an SQL_NUMERIC_STRUCT, by the rules of ODBC ("Converting Data from SQL to C Data Types"), and never
-/// passes through a floating point number.
+/// Numbers on their way into the places of clients, by the rules of ODBC ("Converting Data from SQL to C Data Types").
+/// All cells are decimal text below; here that text becomes a number of the client's type. Only where that is a
+/// floating point number does it pass through one.
 namespace tarnwick::numbers
 {
 
@@ -21,11 +21,15 @@ enum class Outcome {
 /// The bytes that a place of a C type takes; 0 for a type that is not served here.
 SQLLEN SizeOf(SQLSMALLINT type);
 
+/// Whether a text holds nothing but blanks.
+bool IsBlank(std::string_view text);
+
 /// Puts the number that a text names into a place. Blanks around it do not count; an exponent may follow it, and for
 /// SQL_C_BIT a truth value in words may stand in its place. A number that does not fit, and a text that is none, leave
 /// the place as it was. A null place is left alone.
 ///
-/// An SQL_NUMERIC_STRUCT has the scale of the text, `1.50` the scale 2, in up to 38 digits.
+/// An SQL_NUMERIC_STRUCT has the scale of the text, `1.50` the scale 2, in up to 38 digits. A floating point number is
+/// the one nearest to the text, and infinite where the text is `Inf`, as SQLite writes its own.
 Outcome Put(std::string_view text, SQLSMALLINT type, void* place);
 
 } // namespace tarnwick::numbers

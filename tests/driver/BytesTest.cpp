@@ -28,11 +28,11 @@ protected:
         ASSERT_EQ(SQLExecDirectW(statement, wide.data(), SQL_NTS), SQL_SUCCESS) << text;
     }
 
-    /// The second cell of the first row, piece by piece.
+    /// The second cell of the first row, piece by piece; the length of what is left is told with each.
     template <typename Unit>
-    std::string Pieces(SQLSMALLINT type, std::size_t room)
+    std::string Pieces(const std::string& query, std::size_t digits, SQLSMALLINT type, std::size_t room)
     {
-        Open("SELECT NO, RAW FROM BANK_IMAGE");
+        Open(query);
         EXPECT_EQ(SQLFetch(statement), SQL_SUCCESS);
         std::string whole;
         for (SQLRETURN answer = SQL_SUCCESS_WITH_INFO; answer == SQL_SUCCESS_WITH_INFO;) {
@@ -41,7 +41,7 @@ protected:
             SQLLEN bytes = 0;
             answer = SQLGetData(statement, 2, type, piece.data(), capacity, &bytes);
             EXPECT_TRUE(SQL_SUCCEEDED(answer));
-            EXPECT_EQ(bytes, static_cast<SQLLEN>((10 - whole.size()) * sizeof(Unit)));
+            EXPECT_EQ(bytes, static_cast<SQLLEN>((digits - whole.size()) * sizeof(Unit)));
             for (const Unit unit : piece) {
                 if (unit == 0)
                     break;
@@ -68,10 +68,21 @@ TEST_F(Bytes, AreTwoDigitsEachAsText)
 
 TEST_F(Bytes, ComeInPiecesOfAnySize)
 {
-    for (const std::size_t room : {2u, 3u, 4u, 5u, 8u, 10u, 11u, 100u}) {
-        EXPECT_EQ(Pieces<SQLCHAR>(SQL_C_CHAR, room), "00FF10410A") << room;
-        EXPECT_EQ(Pieces<SQLWCHAR>(SQL_C_WCHAR, room), "00FF10410A") << room;
+    const auto expect = [&](const std::string& query, const std::string& digits, std::size_t room) {
+        EXPECT_EQ(Pieces<SQLCHAR>(query, digits.size(), SQL_C_CHAR, room), digits) << room;
+        EXPECT_EQ(Pieces<SQLWCHAR>(query, digits.size(), SQL_C_WCHAR, room), digits) << room;
+    };
+    for (const std::size_t room : {2u, 3u, 4u, 5u, 8u, 10u, 11u, 100u})
+        expect("SELECT NO, RAW FROM BANK_IMAGE", "00FF10410A", room);
+    std::string digits;
+    for (int i = 0; i < 5000; ++i) {
+        digits += "0123456789ABCDEF"[i / 16 % 16];
+        digits += "0123456789ABCDEF"[i % 16];
     }
+    Run("CREATE TABLE LARGE (NO INTEGER, RAW BLOB)");
+    Run("INSERT INTO LARGE VALUES (1, X'" + digits + "')");
+    for (const std::size_t room : {3u, 256u, 1024u, 4000u, 10000u, 10001u, 20000u})
+        expect("SELECT NO, RAW FROM LARGE", digits, room);
 }
 
 TEST_F(Bytes, CanBeAskedForTheirLengthFirst)

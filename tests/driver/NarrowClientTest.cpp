@@ -195,6 +195,57 @@ TEST_F(NarrowClient, NamesItsCursor)
     EXPECT_STREQ(reinterpret_cast<const char*>(found.data()), "LEDGER");
 }
 
+TEST_F(NarrowClient, GetsWholeCharactersInItsColumns)
+{
+    struct Cut {
+        const char* text;
+        SQLLEN capacity;
+        const char* shown;
+    };
+    for (const auto& [text, capacity, shown] :
+         {Cut{"h\xC3\xA4tte", 3, "h"}, Cut{"h\xC3\xA4tte", 4, "h\xC3\xA4"}, Cut{"\xE2\x82\xAC", 3, ""},
+          Cut{"1\xE2\x82\xAC", 4, "1"}, Cut{"\xF0\x9F\x98\x80x", 4, ""},
+          Cut{"\xF0\x9F\x98\x80x", 5, "\xF0\x9F\x98\x80"}, Cut{"\xC3\xA4", 2, ""}, Cut{"plain", 4, "pla"}}) {
+        char place[10] = "#########";
+        SQLLEN bytes = 0;
+        SQLBindCol(narrow.statement, 1, SQL_C_CHAR, place, capacity, &bytes);
+        ASSERT_EQ(narrow.Run("SELECT '" + std::string(text) + "'"), SQL_SUCCESS);
+        EXPECT_EQ(SQLFetch(narrow.statement), SQL_SUCCESS_WITH_INFO);
+        EXPECT_TRUE(narrow.Complaint().starts_with("01004 ")) << narrow.Complaint();
+        EXPECT_STREQ(place, shown) << text;
+        EXPECT_EQ(bytes, static_cast<SQLLEN>(std::string(text).size()));
+    }
+}
+
+TEST_F(NarrowClient, GetsEveryByteOfATextThatComesInPieces)
+{
+    ASSERT_EQ(narrow.Run("SELECT 'h\xC3\xA4tte'"), SQL_SUCCESS);
+    ASSERT_EQ(SQLFetch(narrow.statement), SQL_SUCCESS);
+    std::string whole;
+    SQLRETURN answer = SQL_SUCCESS_WITH_INFO;
+    while (answer == SQL_SUCCESS_WITH_INFO) {
+        char piece[3] = "";
+        answer = SQLGetData(narrow.statement, 1, SQL_C_CHAR, piece, sizeof piece, nullptr);
+        whole += piece;
+    }
+    EXPECT_EQ(answer, SQL_SUCCESS);
+    EXPECT_EQ(whole, "h\xC3\xA4tte");
+}
+
+TEST_F(NarrowClient, CanAskForTheLengthOfATextFirst)
+{
+    ASSERT_EQ(narrow.Run("SELECT 'Overdrawn'"), SQL_SUCCESS);
+    ASSERT_EQ(SQLFetch(narrow.statement), SQL_SUCCESS);
+    SQLLEN bytes = 0;
+    char text[10] = "#";
+    EXPECT_EQ(SQLGetData(narrow.statement, 1, SQL_C_CHAR, text, 0, &bytes), SQL_SUCCESS_WITH_INFO);
+    EXPECT_TRUE(narrow.Complaint().starts_with("01004 ")) << narrow.Complaint();
+    EXPECT_EQ(bytes, 9);
+    EXPECT_EQ(text[0], '#');
+    EXPECT_EQ(SQLGetData(narrow.statement, 1, SQL_C_CHAR, text, sizeof text, &bytes), SQL_SUCCESS);
+    EXPECT_STREQ(text, "Overdrawn");
+}
+
 namespace
 {
 

@@ -1,111 +1,8 @@
-#include "RecordsFixture.h"
-
-#include <sqlucode.h>
+#include "ValuesFixture.h"
 
 #include <array>
-#include <cstring>
-#include <limits>
 
 using namespace std::string_literals;
-
-namespace
-{
-
-/// One statement of a client that reads cells as numbers, dates and times.
-class Values : public Records
-{
-protected:
-    void SetUp() override
-    {
-        Records::SetUp();
-        statement = client.NewStatement();
-    }
-    void TearDown() override { SQLFreeHandle(SQL_HANDLE_STMT, statement); }
-
-    void Open(const std::string& text)
-    {
-        SQLFreeStmt(statement, SQL_CLOSE);
-        std::vector<SQLWCHAR> wide = Wide(text);
-        ASSERT_EQ(SQLExecDirectW(statement, wide.data(), SQL_NTS), SQL_SUCCESS) << text;
-    }
-
-    std::string State() const { return OdbcClient::DiagnosticOf(SQL_HANDLE_STMT, statement).state; }
-
-    /// What the only cell of a query becomes in a place of a C type, behind "01S07 " if that was warned of; or the
-    /// SQLSTATE of the refusal, which must leave the place alone.
-    template <typename Place>
-    std::string Get(const std::string& query, SQLSMALLINT type)
-    {
-        Open(query);
-        EXPECT_EQ(SQLFetch(statement), SQL_SUCCESS) << query;
-        Place place;
-        std::memset(&place, 0x5A, sizeof place);
-        const Place before = place;
-        SQLLEN bytes = -77;
-        const SQLRETURN answer = SQLGetData(statement, 1, type, &place, sizeof place, &bytes);
-        if (answer == SQL_ERROR) {
-            EXPECT_EQ(std::memcmp(&place, &before, sizeof place), 0) << query;
-            EXPECT_EQ(bytes, -77) << query;
-            return State();
-        }
-        if (bytes == SQL_NULL_DATA)
-            return "null";
-        EXPECT_EQ(bytes, static_cast<SQLLEN>(sizeof place)) << query;
-        return (answer == SQL_SUCCESS_WITH_INFO ? State() + " " : "") + Shown(place);
-    }
-
-    template <typename Integer>
-    static std::string Shown(Integer value)
-    {
-        return std::to_string(value);
-    }
-    static std::string Shown(const SQL_NUMERIC_STRUCT& value)
-    {
-        __extension__ typedef unsigned __int128 Number;
-        Number number = 0;
-        for (std::size_t i = SQL_MAX_NUMERIC_LEN; i-- > 0;)
-            number = number * 256 + value.val[i];
-        std::string digits;
-        for (; number > 0 || digits.empty(); number /= 10)
-            digits.insert(digits.begin(), static_cast<char>('0' + static_cast<int>(number % 10)));
-        return (value.sign == 1 ? "+" : "-") + digits + " precision " + std::to_string(value.precision) + " scale " +
-               std::to_string(value.scale);
-    }
-    static std::string Shown(const SQL_DATE_STRUCT& value)
-    {
-        return std::to_string(value.year) + "/" + std::to_string(value.month) + "/" + std::to_string(value.day);
-    }
-    static std::string Shown(const SQL_TIME_STRUCT& value)
-    {
-        return std::to_string(value.hour) + ":" + std::to_string(value.minute) + ":" + std::to_string(value.second);
-    }
-    static std::string Shown(const SQL_TIMESTAMP_STRUCT& value)
-    {
-        return Shown(SQL_DATE_STRUCT{value.year, value.month, value.day}) + " " +
-               Shown(SQL_TIME_STRUCT{value.hour, value.minute, value.second}) + "." + std::to_string(value.fraction);
-    }
-
-    /// Each type takes its least and its most number, and refuses the next ones.
-    template <typename Integer>
-    void ExpectLimits(SQLSMALLINT type, const std::string& below, const std::string& above)
-    {
-        const std::string least = std::to_string(std::numeric_limits<Integer>::min());
-        const std::string most = std::to_string(std::numeric_limits<Integer>::max());
-        // Numbers that SQLite would make floating point numbers of stand in quotes.
-        EXPECT_EQ(Get<Integer>("SELECT '" + least + "'", type), least) << type;
-        EXPECT_EQ(Get<Integer>("SELECT '" + most + "'", type), most) << type;
-        EXPECT_EQ(Get<Integer>("SELECT '" + below + "'", type), "22003") << type;
-        EXPECT_EQ(Get<Integer>("SELECT '" + above + "'", type), "22003") << type;
-        EXPECT_EQ(Get<Integer>("SELECT '" + most + ".99'", type), "01S07 " + most) << type;
-        EXPECT_EQ(Get<Integer>("SELECT 'Juergen'", type), "22018") << type;
-        EXPECT_EQ(Get<Integer>("SELECT 1e300", type), "22003") << type;
-        EXPECT_EQ(Get<Integer>("SELECT NULL", type), "null") << type;
-    }
-
-    SQLHSTMT statement = nullptr;
-};
-
-} // namespace
 
 TEST_F(Values, ANumberThatItsPlaceCannotHoldIsRefused)
 {
@@ -155,20 +52,17 @@ TEST_F(Values, AFractionThatIsLeftOutIsWarnedOf)
 
 TEST_F(Values, ATextThatIsNoNumberIsRefused)
 {
-    for (const char* text : {"Juergen", "12 Mark", "1,5", "--1", ".", "e5", "1e", "0x10", "1998-12-31", "+", "1.2.3"}) {
+    for (const char* text : {"Juergen", "12 Mark", "1,5", "--1", ".", "e5", "1e", "0x10", "1998-12-31", "+", "1.2.3",
+                             "+-1", "- 1", "nan", "infinity", "1e5x", "-.", "-"}) {
         const std::string query = "SELECT '"s + text + "'";
         EXPECT_EQ(Get<SQLINTEGER>(query, SQL_C_SLONG), "22018") << text;
         EXPECT_EQ(Get<SQL_NUMERIC_STRUCT>(query, SQL_C_NUMERIC), "22018") << text;
+        EXPECT_EQ(Get<double>(query, SQL_C_DOUBLE), "22018") << text;
+        EXPECT_EQ(Get<float>(query, SQL_C_FLOAT), "22018") << text;
     }
     EXPECT_EQ(Get<SQLINTEGER>("SELECT '  +0042  '", SQL_C_SLONG), "42");
     EXPECT_EQ(Get<SQLINTEGER>("SELECT x'3132'", SQL_C_SLONG), "22018");
-    Open("SELECT 'Juergen'");
-    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
-    double place = 7;
-    SQLLEN bytes = -77;
-    EXPECT_EQ(SQLGetData(statement, 1, SQL_C_DOUBLE, &place, 0, &bytes), SQL_ERROR);
-    EXPECT_EQ(State(), "22018");
-    EXPECT_EQ(bytes, -77);
+    EXPECT_EQ(Get<double>("SELECT x'3132'", SQL_C_DOUBLE), "22018");
 }
 
 TEST_F(Values, AnEmptyTextInPlaceOfANumberReadsAsNull)
@@ -184,13 +78,51 @@ TEST_F(Values, AnEmptyTextInPlaceOfANumberReadsAsNull)
     }
 }
 
-TEST_F(Values, AFloatOfFourBytesHoldsNoLargerOne)
+TEST_F(Values, AFloatingPointNumberIsTheOneThatItsTextNames)
 {
+    const auto number = [&](const std::string& value) { return Get<double>("SELECT " + value, SQL_C_DOUBLE); };
+    EXPECT_EQ(number("'  +1.5e2  '"), std::to_string(150.0));
+    EXPECT_EQ(number("'\t-42\n'"), std::to_string(-42.0));
+    EXPECT_EQ(number("'12.'"), std::to_string(12.0));
+    EXPECT_EQ(number("'-.5E+1'"), std::to_string(-5.0));
+    EXPECT_EQ(number("7"), std::to_string(7.0));
+    EXPECT_EQ(number("1e300"), std::to_string(1e300));
+    EXPECT_EQ(number("'9007199254740993'"), std::to_string(9007199254740992.0));
+    EXPECT_EQ(number("'1e-400'"), std::to_string(0.0)) << "too little to be told from zero";
+    EXPECT_EQ(number("'-0." + std::string(400, '0') + "1'"), std::to_string(-0.0));
+    EXPECT_EQ(number("1e400"), std::to_string(std::numeric_limits<double>::infinity())) << "SQLite's own";
+    EXPECT_EQ(number("NULL"), "null");
+    EXPECT_EQ(Get<float>("SELECT '16777217.0000001'", SQL_C_FLOAT), std::to_string(16777218.0F)) << "rounded once";
     EXPECT_EQ(Get<float>("SELECT 1.5", SQL_C_FLOAT), std::to_string(1.5));
-    EXPECT_EQ(Get<float>("SELECT 1e300", SQL_C_FLOAT), "22003");
-    EXPECT_EQ(Get<float>("SELECT 'Juergen'", SQL_C_FLOAT), "22018");
+    EXPECT_EQ(Get<float>("SELECT -1e400", SQL_C_FLOAT), std::to_string(-std::numeric_limits<double>::infinity()));
     EXPECT_EQ(Get<float>("SELECT NULL", SQL_C_FLOAT), "null");
-    EXPECT_EQ(Get<double>("SELECT 1e300", SQL_C_DOUBLE), std::to_string(1e300));
+}
+
+TEST_F(Values, AFloatingPointNumberBeyondItsRangeIsRefused)
+{
+    for (const char* text : {"1e400", "-1e400", "1e99999999999999999999"}) {
+        EXPECT_EQ(Get<double>("SELECT '"s + text + "'", SQL_C_DOUBLE), "22003") << text;
+        EXPECT_EQ(Get<float>("SELECT '"s + text + "'", SQL_C_FLOAT), "22003") << text;
+    }
+    EXPECT_EQ(Get<double>("SELECT '1" + std::string(309, '0') + "'", SQL_C_DOUBLE), "22003");
+    EXPECT_EQ(Get<float>("SELECT 1e300", SQL_C_FLOAT), "22003");
+    EXPECT_EQ(Get<float>("SELECT 1e39", SQL_C_FLOAT), "22003");
+    EXPECT_EQ(Get<float>("SELECT 3e38", SQL_C_FLOAT), std::to_string(3e38F));
+}
+
+TEST_F(Values, ANullWithoutAPlaceForItsMarkIsRefused)
+{
+    for (const SQLSMALLINT type :
+         {SQL_C_SLONG, SQL_C_BIT, SQL_C_NUMERIC, SQL_C_DOUBLE, SQL_C_FLOAT, SQL_C_TYPE_DATE, SQL_C_TYPE_TIMESTAMP}) {
+        Open("SELECT NULL");
+        ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+        std::array<char, 40> place{};
+        place.fill('Z');
+        const auto before = place;
+        EXPECT_EQ(SQLGetData(statement, 1, type, place.data(), sizeof place, nullptr), SQL_ERROR) << type;
+        EXPECT_EQ(State(), "22002") << type;
+        EXPECT_EQ(place, before) << type;
+    }
 }
 
 TEST_F(Values, ADecimalComesAsANumericStruct)
@@ -247,6 +179,53 @@ TEST_F(Values, WhatWasRefusedCanBeAskedForInAnotherType)
     EXPECT_STREQ(text, "last");
 }
 
+TEST_F(Values, ATextThatIsNoFloatingPointNumberCanBeReadAsWhatItIs)
+{
+    Open("SELECT '12 Mark'");
+    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+    double number = 7;
+    char text[10] = "";
+    EXPECT_EQ(SQLGetData(statement, 1, SQL_C_DOUBLE, &number, 0, nullptr), SQL_ERROR);
+    EXPECT_EQ(number, 7);
+    EXPECT_EQ(SQLGetData(statement, 1, SQL_C_CHAR, text, sizeof text, nullptr), SQL_SUCCESS);
+    EXPECT_STREQ(text, "12 Mark");
+}
+
+TEST_F(Values, ANumberIsWholeWhateverWasReadBefore)
+{
+    for (const SQLSMALLINT type : {SQL_C_CHAR, SQL_C_WCHAR, SQL_C_BINARY})
+        for (const SQLLEN capacity : {2, 4, 6, 100}) {
+            Open("SELECT '19981231', 'next'");
+            ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+            const auto readText = [&] {
+                std::array<char, 100> text{};
+                SQLLEN bytes = 0;
+                EXPECT_TRUE(SQL_SUCCEEDED(SQLGetData(statement, 1, type, text.data(), capacity, &bytes)));
+            };
+            const auto number = [&]<typename Place>(SQLSMALLINT as, Place place) {
+                SQLLEN bytes = 0;
+                const SQLRETURN answer = SQLGetData(statement, 1, as, &place, sizeof place, &bytes);
+                EXPECT_EQ(answer, SQL_SUCCESS) << "after " << capacity << " bytes as " << type;
+                EXPECT_EQ(bytes, static_cast<SQLLEN>(sizeof place));
+                return Shown(place);
+            };
+            readText();
+            EXPECT_EQ(number(SQL_C_SLONG, SQLINTEGER{}), "19981231");
+            readText();
+            EXPECT_EQ(number(SQL_C_SBIGINT, SQLBIGINT{}), "19981231");
+            EXPECT_EQ(number(SQL_C_DOUBLE, double{}), std::to_string(19981231.0)) << "and again";
+            readText();
+            EXPECT_EQ(number(SQL_C_NUMERIC, SQL_NUMERIC_STRUCT{}), "+19981231 precision 8 scale 0");
+            readText();
+            EXPECT_EQ(number(SQL_C_TYPE_DATE, SQL_DATE_STRUCT{}), "1998/12/31");
+            readText();
+            EXPECT_EQ(number(SQL_C_DOUBLE, double{}), std::to_string(19981231.0));
+            char next[10] = "";
+            EXPECT_EQ(SQLGetData(statement, 2, SQL_C_CHAR, next, sizeof next, nullptr), SQL_SUCCESS);
+            EXPECT_STREQ(next, "next");
+        }
+}
+
 TEST_F(Values, ATypeThatCannotBeReadIsRefusedWithItsReason)
 {
     Open("SELECT 1");
@@ -284,6 +263,9 @@ TEST_F(Values, DatesAndTimesAreWhatTheirTextsSay)
     EXPECT_EQ(moment("1998-12-31"), "1998/12/31 0:0:0.0");
     EXPECT_TRUE(moment("08:15:00").ends_with(" 8:15:0.0")) << "a time of today";
     EXPECT_EQ(date("2000-02-29"), "2000/2/29");
+    EXPECT_EQ(date("  \t1998-12-31 \n"), "1998/12/31");
+    EXPECT_EQ(time(" 23:59:58 "), "23:59:58");
+    EXPECT_EQ(moment(" 1998-12-31  23:59:58\t"), "1998/12/31 23:59:58.0");
     for (const char* text : {"23:59:58", "1900-02-29", "1998-13-01", "1998-00-10", "1998-12/31", "Juergen", "12.7",
                              "1998-12-31 x", "1998-12-31 24:00:00"})
         EXPECT_EQ(date(text), "22018") << text;
@@ -291,102 +273,4 @@ TEST_F(Values, DatesAndTimesAreWhatTheirTextsSay)
         EXPECT_EQ(time(text), "22018") << text;
     for (const char* text : {"Juergen", "1998", "-70000", "1998-12-31 23:59:58 24"})
         EXPECT_EQ(moment(text), "22018") << text;
-}
-
-namespace
-{
-
-/// A row of a block that is bound row by row.
-struct Bound {
-    char name[8];
-    SQLLEN nameBytes;
-    SQLSMALLINT number;
-    SQLLEN numberBytes;
-    SQL_NUMERIC_STRUCT exact;
-    SQLLEN exactBytes;
-};
-
-constexpr const char* bankRows = "SELECT 'A' AS NAME, '1.5' AS NUMBER, 1 AS SIGN UNION ALL SELECT 'B', '70000', 2 "
-                                 "UNION ALL SELECT 'C', '3', 3 UNION ALL SELECT 'D', 'vier', 4";
-
-} // namespace
-
-TEST_F(Values, AFailingCellOfABlockLeavesTheOthersAlone)
-{
-    std::array<Bound, 5> block{};
-    std::array<SQLUSMALLINT, 5> status{};
-    SQLULEN fetched = 0;
-    const auto set = [&](SQLINTEGER attribute, auto value) {
-        ASSERT_EQ(SQLSetStmtAttrW(statement, attribute, reinterpret_cast<SQLPOINTER>(value), 0), SQL_SUCCESS);
-    };
-    set(SQL_ATTR_ROW_ARRAY_SIZE, SQLULEN{5});
-    set(SQL_ATTR_ROW_BIND_TYPE, SQLULEN{sizeof(Bound)});
-    set(SQL_ATTR_ROW_STATUS_PTR, status.data());
-    set(SQL_ATTR_ROWS_FETCHED_PTR, &fetched);
-    SQLBindCol(statement, 1, SQL_C_CHAR, block[0].name, sizeof block[0].name, &block[0].nameBytes);
-    SQLBindCol(statement, 2, SQL_C_SSHORT, &block[0].number, 0, &block[0].numberBytes);
-    SQLBindCol(statement, 3, SQL_C_NUMERIC, &block[0].exact, 0, &block[0].exactBytes);
-    Open(bankRows);
-    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS_WITH_INFO);
-    EXPECT_EQ(fetched, 4u);
-    const std::array<SQLUSMALLINT, 5> expected = {SQL_ROW_SUCCESS_WITH_INFO, SQL_ROW_ERROR, SQL_ROW_SUCCESS,
-                                                  SQL_ROW_ERROR, SQL_ROW_NOROW};
-    EXPECT_EQ(status, expected);
-    for (std::size_t i = 0; i < fetched; ++i) {
-        EXPECT_EQ(block[i].name, std::string(1, static_cast<char>('A' + i)));
-        EXPECT_EQ(Shown(block[i].exact), "+" + std::to_string(i + 1) + " precision 1 scale 0") << "behind the failure";
-    }
-    EXPECT_EQ(block[0].number, 1);
-    EXPECT_EQ(block[2].number, 3);
-
-    const char* const states[] = {"22003", "22018"};
-    for (SQLSMALLINT record = 1; record <= 2; ++record) {
-        std::array<SQLWCHAR, 6> state{};
-        SQLLEN row = 0;
-        SQLINTEGER column = 0;
-        SQLGetDiagFieldW(SQL_HANDLE_STMT, statement, record, SQL_DIAG_SQLSTATE, state.data(), sizeof state, nullptr);
-        SQLGetDiagFieldW(SQL_HANDLE_STMT, statement, record, SQL_DIAG_ROW_NUMBER, &row, 0, nullptr);
-        SQLGetDiagFieldW(SQL_HANDLE_STMT, statement, record, SQL_DIAG_COLUMN_NUMBER, &column, 0, nullptr);
-        EXPECT_EQ(Narrow(state.data(), 5), states[record - 1]);
-        EXPECT_EQ(row, 2 * record);
-        EXPECT_EQ(column, 2);
-    }
-}
-
-TEST_F(Values, ColumnsOfNumbersFillTheirArrays)
-{
-    std::array<SQL_NUMERIC_STRUCT, 4> exact{};
-    std::array<SQLBIGINT, 4> whole{};
-    std::array<SQLLEN, 4> bytes{};
-    ASSERT_EQ(SQLSetStmtAttrW(statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(SQLULEN{4}), 0),
-              SQL_SUCCESS);
-    SQLBindCol(statement, 1, SQL_C_NUMERIC, exact.data(), 0, nullptr);
-    SQLBindCol(statement, 2, SQL_C_DEFAULT, whole.data(), 0, bytes.data());
-    Make("ITEM", {{"PRICE", "PACKED", 2, 2}, {"PLACE", "INTEGER-8", 8}},
-         "\x12\x3C\1\0\0\0\0\0\0\0\x04\x5D\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s);
-    Open("SELECT PRICE, PLACE FROM BANK_ITEM");
-    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
-    EXPECT_EQ(Shown(exact[0]), "+123 precision 3 scale 2");
-    EXPECT_EQ(Shown(exact[1]), "-45 precision 2 scale 2");
-    EXPECT_EQ(whole[0], 1);
-    EXPECT_EQ(whole[1], -2);
-    EXPECT_EQ(bytes[1], static_cast<SQLLEN>(sizeof(SQLBIGINT)));
-}
-
-TEST_F(Values, AFailingCellOfASingleRowIsAnErrorAndTheRestIsThere)
-{
-    SQLUSMALLINT status = 99;
-    SQLSMALLINT number = 0;
-    char behind[8] = "";
-    SQLSetStmtAttrW(statement, SQL_ATTR_ROW_STATUS_PTR, &status, 0);
-    SQLBindCol(statement, 1, SQL_C_SSHORT, &number, 0, nullptr);
-    SQLBindCol(statement, 2, SQL_C_CHAR, behind, sizeof behind, nullptr);
-    Open("SELECT 70000, 'behind' UNION ALL SELECT 7, 'next'");
-    EXPECT_EQ(SQLFetch(statement), SQL_ERROR);
-    EXPECT_EQ(State(), "22003");
-    EXPECT_EQ(status, SQL_ROW_ERROR);
-    EXPECT_STREQ(behind, "behind");
-    EXPECT_EQ(SQLFetch(statement), SQL_SUCCESS);
-    EXPECT_EQ(number, 7);
-    EXPECT_STREQ(behind, "next");
 }
