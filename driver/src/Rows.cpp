@@ -2,10 +2,7 @@
 
 #include "ByRights.h"
 #include "Cells.h"
-#include "Describe.h"
 #include "Lower.h"
-#include "Moments.h"
-#include "Numbers.h"
 #include "StatementTable.h"
 
 #include <algorithm>
@@ -63,12 +60,8 @@ SQLULEN StrideOf(SQLSMALLINT type, SQLLEN capacity)
     case SQL_C_WCHAR:
     case SQL_C_BINARY:
         return static_cast<SQLULEN>(capacity);
-    case SQL_C_FLOAT:
-        return sizeof(SQLREAL);
-    case SQL_C_DOUBLE:
-        return sizeof(SQLDOUBLE);
     default:
-        return static_cast<SQLULEN>(std::max(numbers::SizeOf(type), moments::SizeOf(type)));
+        return static_cast<SQLULEN>(cells::SizeOf(type));
     }
 }
 
@@ -78,11 +71,12 @@ Pointer Moved(Pointer pointer, SQLULEN bytes)
     return pointer ? reinterpret_cast<Pointer>(reinterpret_cast<char*>(pointer) + bytes) : nullptr;
 }
 
-/// The records of cells that could not be delivered, told when their block is there.
+/// The records of cells that could not be delivered, or not whole, told when their block is there.
 using Failures = std::vector<diagnostics::Record>;
 
-/// Nobody reads more; and each is copied several times on its way to the client.
+/// Nobody reads more; and each is copied several times on its way to the client. Warnings leave room for errors.
 constexpr std::size_t mostFailures = 100;
+constexpr std::size_t mostWarnings = mostFailures / 2;
 
 /// Puts the cells of the current row into their places in row `index` of the bound arrays. A cell that cannot be
 /// delivered does not keep the others from it.
@@ -92,20 +86,18 @@ SQLRETURN DeliverRow(SQLHSTMT statement, const Reader& reader, SQLULEN index, Fa
     const bool byColumn = reader.bindType == SQL_BIND_BY_COLUMN;
     SQLRETURN result = SQL_SUCCESS;
     for (const auto& [column, binding] : reader.bindings) {
-        const SQLSMALLINT type = binding.type == SQL_C_DEFAULT ? DefaultType(statement, column) : binding.type;
+        const SQLSMALLINT type = cells::TypeOf(statement, column, binding.type);
         const SQLULEN valueStride = byColumn ? StrideOf(type, binding.capacity) : reader.bindType;
         const SQLULEN lengthStride = byColumn ? sizeof(SQLLEN) : reader.bindType;
         const auto target = Moved(static_cast<char*>(binding.target), offset + index * valueStride);
         const auto length = Moved(binding.length, offset + index * lengthStride);
         const SQLRETURN answer = cells::Read(statement, column, type, target, binding.capacity, length);
-        if (answer == SQL_ERROR) {
-            if (failures.size() < mostFailures)
-                failures.push_back(
-                    diagnostics::Last(SQL_HANDLE_STMT, statement, static_cast<SQLLEN>(index) + 1, column));
-            result = SQL_ERROR;
-        } else if (answer == SQL_SUCCESS_WITH_INFO && result == SQL_SUCCESS) {
+        if (answer == SQL_SUCCESS)
+            continue;
+        if (failures.size() < (answer == SQL_ERROR ? mostFailures : mostWarnings))
+            failures.push_back(diagnostics::Last(SQL_HANDLE_STMT, statement, static_cast<SQLLEN>(index) + 1, column));
+        if (answer == SQL_ERROR || (answer == SQL_SUCCESS_WITH_INFO && result == SQL_SUCCESS))
             result = answer;
-        }
     }
     return result;
 }
@@ -246,7 +238,9 @@ public:
         set(SQL_ATTR_ROW_STATUS_PTR, reader.status);
         set(SQL_ATTR_ROW_ARRAY_SIZE, reader.blockRows);
         for (const auto& [column, binding] : reader.bindings)
-            lower.SQLBindCol(statement, column, binding.type, binding.target, binding.capacity, binding.length);
+            if (!SQL_SUCCEEDED(lower.SQLBindCol(statement, column, binding.type, binding.target, binding.capacity,
+                                                binding.length)))
+                m_refused = column;
     }
     ~LentBindings()
     {
@@ -258,9 +252,25 @@ public:
     LentBindings(const LentBindings&) = delete;
     LentBindings& operator=(const LentBindings&) = delete;
 
+    /// A column that is bound in a C type of which the library below knows nothing; 0 for none.
+    SQLUSMALLINT Refused() const { return m_refused; }
+
 private:
     SQLHSTMT m_statement;
+    SQLUSMALLINT m_refused = 0;
 };
+
+/// Lets the library below change rows through the bound columns.
+template <typename Call>
+SQLRETURN ChangeRows(SQLHSTMT statement, const Reader& reader, Call call)
+{
+    const LentBindings lent(statement, reader);
+    if (lent.Refused() > 0)
+        return diagnostics::Raise(SQL_HANDLE_STMT, statement, "HYC00",
+                                  "Column " + std::to_string(lent.Refused()) +
+                                      ": rows cannot be changed through the C type in which it is bound.");
+    return RunByRights(statement, call);
+}
 
 } // namespace
 
@@ -324,8 +334,7 @@ SQLRETURN SetPosition(SQLHSTMT statement, SQLSETPOSIROW row, SQLUSMALLINT operat
         return RunByRights(statement, [&] { return lower.SQLSetPos(statement, row, operation, lock); });
     if (inBlock)
         GoToRow(statement, *reader, 1);
-    const LentBindings lent(statement, *reader);
-    return RunByRights(statement, [&] { return lower.SQLSetPos(statement, row, operation, lock); });
+    return ChangeRows(statement, *reader, [&] { return lower.SQLSetPos(statement, row, operation, lock); });
 }
 
 SQLRETURN BulkOperation(SQLHSTMT statement, SQLSMALLINT operation)
@@ -333,8 +342,7 @@ SQLRETURN BulkOperation(SQLHSTMT statement, SQLSMALLINT operation)
     const Reader* reader = Readers().Find(statement);
     if (!reader)
         return RunByRights(statement, [&] { return lower.SQLBulkOperations(statement, operation); });
-    const LentBindings lent(statement, *reader);
-    return RunByRights(statement, [&] { return lower.SQLBulkOperations(statement, operation); });
+    return ChangeRows(statement, *reader, [&] { return lower.SQLBulkOperations(statement, operation); });
 }
 
 SQLRETURN SetAttribute(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER length)
@@ -413,7 +421,7 @@ SQLRETURN GetAttribute(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER valu
 
 void Close(SQLHSTMT statement)
 {
-    cells::Leave(statement);
+    cells::Close(statement);
     if (Reader* reader = Readers().Find(statement)) {
         reader->first = 0;
         reader->inBlock = 0;
