@@ -42,6 +42,7 @@ struct Column {
     SQLULEN size = 0;
     SQLSMALLINT digits = 0;
     SQLSMALLINT nullable = SQL_NULLABLE_UNKNOWN;
+    bool isUnsigned = false; ///< a whole number that cannot be negative
 };
 
 std::string TextAttribute(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT field, SQLRETURN* answer)
@@ -60,22 +61,38 @@ bool IsDeclaredAs(SQLHSTMT statement, SQLUSMALLINT number, std::string_view type
     return SQL_SUCCEEDED(answer) && EqualIgnoringCase(declared, type);
 }
 
-/// The library below calls the decimal numbers of tables over records text. Their digits are those of the field.
-void TakeDecimal(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
+/// What the library below does not know of the numbers of tables over records: it calls decimal ones text, whose digits
+/// are those of the field, and takes every whole one for signed.
+void TakeRecordNumber(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
 {
     SQLRETURN answer = SQL_ERROR;
     const auto connection = registry::ConnectionOf(statement);
     const std::string table = TextAttribute(statement, number, SQL_DESC_BASE_TABLE_NAME, &answer);
     const std::string name = TextAttribute(statement, number, SQL_DESC_BASE_COLUMN_NAME, &answer);
-    const auto records = connection ? connection->tables->Find(table) : nullptr;
+    const auto records = connection && !table.empty() ? connection->tables->Find(table) : nullptr;
     if (!records)
         return;
-    for (const records::Column& known : records->Definition().columns)
-        if (EqualIgnoringCase(known.name, name) && known.shown == records::Shown::Decimal) {
+    for (const records::Column& known : records->Definition().columns) {
+        if (!EqualIgnoringCase(known.name, name))
+            continue;
+        column->isUnsigned = known.shown == records::Shown::Integer && known.limits.least == 0;
+        if (known.shown == records::Shown::Decimal) {
             column->type = SQL_DECIMAL;
             column->digits = static_cast<SQLSMALLINT>(known.scale);
             column->size = known.digits;
         }
+    }
+}
+
+/// Clients of ODBC 2 have types of their own for dates and times.
+bool IsMoment(SQLSMALLINT type)
+{
+    return (type >= SQL_TYPE_DATE && type <= SQL_TYPE_TIMESTAMP) || (type >= SQL_DATE && type <= SQL_TIMESTAMP);
+}
+
+bool IsTimestamp(SQLSMALLINT type)
+{
+    return type == SQL_TYPE_TIMESTAMP || type == SQL_TIMESTAMP;
 }
 
 /// The size that ODBC gives an integer type: its decimal digits.
@@ -169,11 +186,13 @@ SQLRETURN Describe(SQLHSTMT statement, SQLUSMALLINT number, Column* column)
         column->type = SQL_VARCHAR;
     else if ((column->type == SQL_VARCHAR || column->type == SQL_LONGVARCHAR) &&
              IsDeclaredAs(statement, number, records::decimalText))
-        TakeDecimal(statement, number, column);
+        TakeRecordNumber(statement, number, column);
+    else if (column->type == SQL_TINYINT || column->type == SQL_SMALLINT || column->type == SQL_INTEGER)
+        TakeRecordNumber(statement, number, column);
     column->size = IntegerSize(column->type).value_or(column->size);
-    if (const auto number = FloatOf(column->type))
-        column->size = number->digits;
-    if (column->type == SQL_TYPE_TIMESTAMP) {
+    if (const auto floating = FloatOf(column->type))
+        column->size = floating->digits;
+    if (IsTimestamp(column->type)) {
         column->size = timestampCharacters;
         column->digits = timestampDigits;
     }
@@ -188,13 +207,14 @@ bool IsBinary(SQLSMALLINT type)
 /// The numeric fields of dates and times; nothing for a field that the library below answers.
 std::optional<SQLLEN> MomentField(const Column& column, SQLUSMALLINT field)
 {
+    const bool isOlder = column.type <= SQL_TIMESTAMP;
     switch (field) {
     case SQL_DESC_TYPE:
-        return SQL_DATETIME;
+        return isOlder ? column.type : SQLLEN{SQL_DATETIME};
     case SQL_DESC_CONCISE_TYPE:
         return column.type;
     case SQL_DESC_DATETIME_INTERVAL_CODE:
-        return column.type - SQL_TYPE_DATE + SQL_CODE_DATE;
+        return column.type - (isOlder ? SQL_DATE : SQL_TYPE_DATE) + SQL_CODE_DATE;
     case SQL_DESC_LENGTH:
     case SQL_DESC_DISPLAY_SIZE:
     case SQL_COLUMN_PRECISION:
@@ -204,8 +224,7 @@ std::optional<SQLLEN> MomentField(const Column& column, SQLUSMALLINT field)
         return column.digits;
     case SQL_DESC_OCTET_LENGTH:
     case SQL_COLUMN_LENGTH:
-        return column.type == SQL_TYPE_TIMESTAMP ? SQLLEN{sizeof(SQL_TIMESTAMP_STRUCT)}
-                                                 : SQLLEN{sizeof(SQL_DATE_STRUCT)};
+        return IsTimestamp(column.type) ? SQLLEN{sizeof(SQL_TIMESTAMP_STRUCT)} : SQLLEN{sizeof(SQL_DATE_STRUCT)};
     default:
         return std::nullopt;
     }
@@ -235,7 +254,7 @@ std::optional<SQLLEN> BytesField(const Column& column, SQLUSMALLINT field)
 /// The numeric fields that follow from type and size; nothing for a field that the library below answers.
 std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
 {
-    if (column.type >= SQL_TYPE_DATE && column.type <= SQL_TYPE_TIMESTAMP)
+    if (IsMoment(column.type))
         return MomentField(column, field);
     if (IsBinary(column.type))
         return BytesField(column, field);
@@ -271,9 +290,22 @@ std::optional<SQLLEN> NumericField(const Column& column, SQLUSMALLINT field)
     case SQL_DESC_SCALE:
     case SQL_COLUMN_SCALE:
         return decimal ? std::optional<SQLLEN>(column.digits) : std::nullopt;
+    case SQL_DESC_UNSIGNED:
+        if (floating || decimal)
+            return SQL_FALSE;
+        return column.isUnsigned ? std::optional<SQLLEN>(SQL_TRUE) : std::nullopt;
     default:
         return std::nullopt;
     }
+}
+
+/// Whether a column of another table is declared as unsigned, of which the library below tells.
+bool IsUnsignedBelow(SQLHSTMT statement, SQLUSMALLINT number)
+{
+    SQLLEN isUnsigned = SQL_FALSE;
+    const SQLRETURN answer =
+        lower.SQLColAttribute(statement, number, SQL_DESC_UNSIGNED, nullptr, 0, nullptr, &isUnsigned);
+    return SQL_SUCCEEDED(answer) && isUnsigned == SQL_TRUE;
 }
 
 bool IsTextField(SQLUSMALLINT field)
@@ -309,8 +341,6 @@ std::string TextField(SQLHSTMT statement, SQLUSMALLINT number, SQLUSMALLINT fiel
     }
     return TextAttribute(statement, number, field, answer);
 }
-
-using PutText = Fit (*)(std::string_view, void*, SQLINTEGER, SQLINTEGER*);
 
 SQLRETURN ReportFit(SQLHSTMT statement, Fit fit)
 {
@@ -381,26 +411,32 @@ SQLSMALLINT tarnwick::DefaultType(SQLHSTMT statement, SQLUSMALLINT number)
     Column column;
     if (!SQL_SUCCEEDED(Describe(statement, number, &column)))
         return SQL_C_CHAR;
+    const auto ofSign = [&](SQLSMALLINT withSign, SQLSMALLINT without) {
+        return column.isUnsigned || IsUnsignedBelow(statement, number) ? without : withSign;
+    };
     switch (column.type) {
     case SQL_BIT:
         return SQL_C_BIT;
     case SQL_TINYINT:
-        return SQL_C_STINYINT;
+        return ofSign(SQL_C_STINYINT, SQL_C_UTINYINT);
     case SQL_SMALLINT:
-        return SQL_C_SSHORT;
+        return ofSign(SQL_C_SSHORT, SQL_C_USHORT);
     case SQL_INTEGER:
-        return SQL_C_SLONG;
+        return ofSign(SQL_C_SLONG, SQL_C_ULONG);
     case SQL_BIGINT:
-        return SQL_C_SBIGINT;
+        return ofSign(SQL_C_SBIGINT, SQL_C_UBIGINT);
     case SQL_REAL:
         return SQL_C_FLOAT;
     case SQL_FLOAT:
     case SQL_DOUBLE:
         return SQL_C_DOUBLE;
+    case SQL_DATE:
     case SQL_TYPE_DATE:
         return SQL_C_TYPE_DATE;
+    case SQL_TIME:
     case SQL_TYPE_TIME:
         return SQL_C_TYPE_TIME;
+    case SQL_TIMESTAMP:
     case SQL_TYPE_TIMESTAMP:
         return SQL_C_TYPE_TIMESTAMP;
     default:

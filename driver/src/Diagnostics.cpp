@@ -131,8 +131,6 @@ std::vector<Record> Kept(SQLSMALLINT type, SQLHANDLE handle)
     return found == store.records.end() ? std::vector<Record>() : found->second;
 }
 
-using PutText = Fit (*)(std::string_view, void*, SQLINTEGER, SQLINTEGER*);
-
 /// One record, with the text functions of the caller's width.
 SQLRETURN GetRecord(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, void* state, SQLINTEGER* native, void* text,
                     SQLSMALLINT capacity, SQLSMALLINT* length, PutText put)

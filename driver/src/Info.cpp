@@ -15,8 +15,6 @@ using namespace tarnwick;
 namespace
 {
 
-using PutText = Fit (*)(std::string_view, void*, SQLINTEGER, SQLINTEGER*);
-
 /// The information types whose value is text (SQLGetInfo); all others are numbers, the same in both widths.
 constexpr SQLUSMALLINT textTypes[] = {SQL_ACCESSIBLE_PROCEDURES,
                                       SQL_ACCESSIBLE_TABLES,

@@ -41,6 +41,9 @@ Fit PutNarrow(std::string_view text, void* buffer, SQLINTEGER capacity, SQLINTEG
 /// The same in UTF-16: `capacity` and `length` count `SQLWCHAR` units, terminator excluded from `length`.
 Fit PutWide(std::string_view text, void* buffer, SQLINTEGER capacity, SQLINTEGER* length);
 
+/// One of the two, for a function whose caller's text is of either width.
+using PutText = Fit (*)(std::string_view text, void* buffer, SQLINTEGER capacity, SQLINTEGER* length);
+
 /// ASCII comparison without regard to case, as ODBC keys and SQL keywords are compared.
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
 
