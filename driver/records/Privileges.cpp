@@ -152,7 +152,8 @@ bool HoldsHiddenParameter(std::string_view statement, const std::vector<Token>& 
 }
 
 /// Whether something follows the end of a statement. The library below runs that too if it takes the end for quoted,
-/// as behind an apostrophe in a comment, or the first statement for one that may be followed, such as BEGIN.
+/// as behind an apostrophe in a comment of a CREATE, or the first statement for one that may be followed, such as
+/// BEGIN.
 bool HoldsSeveral(const std::vector<Token>& tokens)
 {
     const auto isEnd = [](const Token& token) { return token.text == ";"; };
