@@ -1,10 +1,10 @@
 #include "Cells.h"
 
-#include "Describe.h"
 #include "Diagnostics.h"
 #include "Lower.h"
 #include "Moments.h"
 #include "Numbers.h"
+#include "ResultColumn.h"
 #include "StatementTable.h"
 #include "Text.h"
 
