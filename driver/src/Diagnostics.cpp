@@ -9,6 +9,7 @@
 #include <array>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -112,23 +113,35 @@ std::string OwnMessage(std::string_view text)
 }
 
 /// Brings a handle's records up to date: what the library below has gathered since takes the place of what was kept.
-std::vector<Record> Refresh(SQLSMALLINT type, SQLHANDLE handle)
+void Refresh(SQLSMALLINT type, SQLHANDLE handle)
 {
     std::vector<Record> fresh = TakeFromLower(type, handle);
+    if (fresh.empty())
+        return;
     Store& store = TheStore();
     const std::lock_guard lock(store.mutex);
-    if (!fresh.empty())
-        store.records[{type, handle}] = fresh;
-    const auto found = store.records.find({type, handle});
-    return found == store.records.end() ? std::vector<Record>() : found->second;
+    store.records[{type, handle}] = std::move(fresh);
 }
 
-std::vector<Record> Kept(SQLSMALLINT type, SQLHANDLE handle)
+std::size_t CountKept(SQLSMALLINT type, SQLHANDLE handle)
 {
     Store& store = TheStore();
     const std::lock_guard lock(store.mutex);
     const auto found = store.records.find({type, handle});
-    return found == store.records.end() ? std::vector<Record>() : found->second;
+    return found == store.records.end() ? 0 : found->second.size();
+}
+
+/// A handle's record of that number, from 1. Whoever asks for the first one asks anew.
+std::optional<Record> Find(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number)
+{
+    if (number == 1)
+        Refresh(type, handle);
+    Store& store = TheStore();
+    const std::lock_guard lock(store.mutex);
+    const auto found = store.records.find({type, handle});
+    if (number < 1 || found == store.records.end() || static_cast<std::size_t>(number) > found->second.size())
+        return std::nullopt;
+    return found->second[static_cast<std::size_t>(number) - 1];
 }
 
 /// One record, with the text functions of the caller's width.
@@ -139,15 +152,14 @@ SQLRETURN GetRecord(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, void
         return SQL_INVALID_HANDLE;
     if (number < 1 || capacity < 0)
         return SQL_ERROR;
-    const std::vector<Record> records = number == 1 ? Refresh(type, handle) : Kept(type, handle);
-    if (static_cast<std::size_t>(number) > records.size())
+    const std::optional<Record> record = Find(type, handle, number);
+    if (!record)
         return SQL_NO_DATA;
-    const Record& record = records[static_cast<std::size_t>(number) - 1];
-    put(record.state, state, 6, nullptr);
+    put(record->state, state, 6, nullptr);
     if (native)
-        *native = record.native;
+        *native = record->native;
     SQLINTEGER whole = 0;
-    const Fit fit = put(record.message, text, capacity, &whole);
+    const Fit fit = put(record->message, text, capacity, &whole);
     if (length)
         *length = static_cast<SQLSMALLINT>(whole);
     return fit == Fit::Whole ? SQL_SUCCESS : SQL_SUCCESS_WITH_INFO;
@@ -165,35 +177,35 @@ SQLRETURN GetField(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, SQLSM
     if (!handle)
         return SQL_INVALID_HANDLE;
     if (field == SQL_DIAG_NUMBER) {
-        *static_cast<SQLINTEGER*>(value) = static_cast<SQLINTEGER>(Refresh(type, handle).size());
+        Refresh(type, handle);
+        *static_cast<SQLINTEGER*>(value) = static_cast<SQLINTEGER>(CountKept(type, handle));
         return SQL_SUCCESS;
     }
     if (number == 0)
         return lower.SQLGetDiagField(type, handle, number, field, value, capacity, length);
-    const std::vector<Record> records = number == 1 ? Refresh(type, handle) : Kept(type, handle);
-    if (number < 0 || static_cast<std::size_t>(number) > records.size())
+    const std::optional<Record> record = Find(type, handle, number);
+    if (!record)
         return SQL_NO_DATA;
-    const Record& record = records[static_cast<std::size_t>(number) - 1];
     std::string text;
     switch (field) {
     case SQL_DIAG_NATIVE:
-        *static_cast<SQLINTEGER*>(value) = record.native;
+        *static_cast<SQLINTEGER*>(value) = record->native;
         return SQL_SUCCESS;
     case SQL_DIAG_COLUMN_NUMBER:
-        *static_cast<SQLINTEGER*>(value) = record.column;
+        *static_cast<SQLINTEGER*>(value) = record->column;
         return SQL_SUCCESS;
     case SQL_DIAG_ROW_NUMBER:
-        *static_cast<SQLLEN*>(value) = record.row;
+        *static_cast<SQLLEN*>(value) = record->row;
         return SQL_SUCCESS;
     case SQL_DIAG_SQLSTATE:
-        text = record.state;
+        text = record->state;
         break;
     case SQL_DIAG_MESSAGE_TEXT:
-        text = record.message;
+        text = record->message;
         break;
     case SQL_DIAG_CLASS_ORIGIN:
     case SQL_DIAG_SUBCLASS_ORIGIN:
-        text = ClassOrigin(record);
+        text = ClassOrigin(*record);
         break;
     case SQL_DIAG_CONNECTION_NAME:
     case SQL_DIAG_SERVER_NAME:
@@ -229,14 +241,7 @@ SQLRETURN WarnOfCutText(SQLSMALLINT type, SQLHANDLE handle)
 
 Record Last(SQLSMALLINT type, SQLHANDLE handle, SQLLEN row, SQLUSMALLINT column)
 {
-    const std::vector<Record> records = Refresh(type, handle);
-    Record record;
-    if (!records.empty()) {
-        record = records.front();
-    } else {
-        record.state = "HY000";
-        record.message = OwnMessage("The cell cannot be read.");
-    }
+    Record record = Find(type, handle, 1).value_or(Record{"HY000", 0, OwnMessage("The cell cannot be read.")});
     record.row = row;
     record.column = column;
     return record;

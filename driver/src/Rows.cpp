@@ -72,11 +72,21 @@ Pointer Moved(Pointer pointer, SQLULEN bytes)
 }
 
 /// The records of cells that could not be delivered, or not whole, told when their block is there.
-using Failures = std::vector<diagnostics::Record>;
+struct Failures {
+    std::vector<diagnostics::Record> errors;
+    std::vector<diagnostics::Record> warnings;
+};
 
-/// Nobody reads more; and each is copied several times on its way to the client. Warnings leave room for errors.
-constexpr std::size_t mostFailures = 100;
-constexpr std::size_t mostWarnings = mostFailures / 2;
+/// Nobody reads more; and each is copied several times on its way to the client.
+constexpr std::size_t mostErrors = 100;
+constexpr std::size_t mostWarnings = 20;
+
+/// Those who read one record only read of an error where there is one.
+void Tell(SQLHSTMT statement, Failures failures)
+{
+    failures.errors.insert(failures.errors.end(), failures.warnings.begin(), failures.warnings.end());
+    diagnostics::Tell(SQL_HANDLE_STMT, statement, std::move(failures.errors));
+}
 
 /// Puts the cells of the current row into their places in row `index` of the bound arrays. A cell that cannot be
 /// delivered does not keep the others from it.
@@ -94,8 +104,9 @@ SQLRETURN DeliverRow(SQLHSTMT statement, const Reader& reader, SQLULEN index, Fa
         const SQLRETURN answer = cells::Read(statement, column, type, target, binding.capacity, length);
         if (answer == SQL_SUCCESS)
             continue;
-        if (failures.size() < (answer == SQL_ERROR ? mostFailures : mostWarnings))
-            failures.push_back(diagnostics::Last(SQL_HANDLE_STMT, statement, static_cast<SQLLEN>(index) + 1, column));
+        auto& records = answer == SQL_ERROR ? failures.errors : failures.warnings;
+        if (records.size() < (answer == SQL_ERROR ? mostErrors : mostWarnings))
+            records.push_back(diagnostics::Last(SQL_HANDLE_STMT, statement, static_cast<SQLLEN>(index) + 1, column));
         if (answer == SQL_ERROR || (answer == SQL_SUCCESS_WITH_INFO && result == SQL_SUCCESS))
             result = answer;
     }
@@ -157,7 +168,7 @@ SQLRETURN FetchSingle(SQLHSTMT statement, Reader& reader, const Block& block, SQ
         *block.fetched = found ? 1 : 0;
     if (block.status)
         block.status[0] = found ? StatusOf(answer) : SQL_ROW_NOROW;
-    diagnostics::Tell(SQL_HANDLE_STMT, statement, std::move(failures));
+    Tell(statement, std::move(failures));
     return answer;
 }
 
@@ -195,7 +206,7 @@ SQLRETURN FetchMany(SQLHSTMT statement, Reader& reader, const Block& block, SQLS
     }
     if (!SQL_SUCCEEDED(step) && step != SQL_NO_DATA)
         return step;
-    diagnostics::Tell(SQL_HANDLE_STMT, statement, std::move(failures));
+    Tell(statement, std::move(failures));
     // A short block leaves the library below behind the last row.
     reader.moved = step == SQL_NO_DATA;
     if (block.status)

@@ -72,7 +72,7 @@ TEST_F(BoundValues, AFailingCellOfABlockLeavesTheOthersAlone)
     EXPECT_EQ(block[0].number, 1);
     EXPECT_EQ(block[2].number, 3);
 
-    EXPECT_EQ(RecordsLeft(), "01S07 in 1, 2; 22003 in 2, 2; 22018 in 4, 2; ");
+    EXPECT_EQ(RecordsLeft(), "22003 in 2, 2; 22018 in 4, 2; 01S07 in 1, 2; ");
 }
 
 TEST_F(BoundValues, ColumnsOfNumbersFillTheirArrays)
@@ -123,7 +123,7 @@ TEST_F(BoundValues, EachCellOfABlockHasItsRecordWhetherItFailsOrIsCut)
     SQLBindCol(statement, 2, SQL_C_SSHORT, numbers.data(), 0, nullptr);
     Open("SELECT 'Overdrawn', '1.5' UNION ALL SELECT 'B', '70000' UNION ALL SELECT 'Settled', '3'");
     ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS_WITH_INFO);
-    EXPECT_EQ(RecordsLeft(), "01004 in 1, 1; 01S07 in 1, 2; 22003 in 2, 2; 01004 in 3, 1; ");
+    EXPECT_EQ(RecordsLeft(), "22003 in 2, 2; 01004 in 1, 1; 01S07 in 1, 2; 01004 in 3, 1; ");
 }
 
 TEST_F(BoundValues, OfManyFailingCellsTheFirstHundredAreTold)
@@ -148,7 +148,7 @@ TEST_F(BoundValues, OfManyFailingCellsTheFirstHundredAreTold)
     EXPECT_EQ(std::count(status.begin(), status.end(), SQL_ROW_ERROR), 200) << "all are marked";
     Open(rows("CASE WHEN I = 200 THEN '70000' ELSE '1.5' END"));
     ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS_WITH_INFO);
-    EXPECT_EQ(records(), 51) << "warnings do not keep an error out";
+    EXPECT_EQ(records(), 21) << "warnings do not keep an error out";
     EXPECT_EQ(status[199], SQL_ROW_ERROR);
 }
 
