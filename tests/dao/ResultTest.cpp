@@ -139,6 +139,19 @@ TEST_F(Result, ARowThatTheDriverMarksAsBadFailsEachTime)
     }
 }
 
+TEST_F(Result, BytesArriveWithTheirBlockInTwoDigitsEach)
+{
+    auto database = openScripted(QStringLiteral("GetData=15"));
+    for (const int type : {SQL_BINARY, SQL_VARBINARY, SQL_LONGVARBINARY})
+        for (const int size : {1, 20, 100, 126}) {
+            // A cell that were asked for alone would fail.
+            const QString digits(2 * size, u'F');
+            auto recordset = database->OpenRecordset(
+                QStringLiteral("RESULT\nCOLUMN A %1 %2\nROW <late %3>\n").arg(type).arg(size).arg(digits));
+            EXPECT_EQ(recordset->View(0).toString(), digits) << size;
+        }
+}
+
 TEST_F(Result, EveryOdbcTypeHasItsNumber)
 {
     const std::pair<int, dao::DataType> types[] = {

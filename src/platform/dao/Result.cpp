@@ -15,10 +15,12 @@ namespace
 
 constexpr SQLLEN unit = sizeof(char16_t);
 
-/// A buffer that takes any number or date and all but long texts of a column.
-SQLLEN textBytesFor(long size)
+/// A buffer that takes any number or date and all but long texts of a column. Bytes come as two digits each.
+SQLLEN textBytesFor(const Field& field)
 {
-    return std::clamp<SQLLEN>(static_cast<SQLLEN>(size) + 4, 40, 256) * unit;
+    const bool binary = field.Type == dbBinary || field.Type == dbVarBinary || field.Type == dbLongBinary;
+    const SQLLEN characters = std::min<SQLLEN>(field.Size, 256) * (binary ? 2 : 1);
+    return std::clamp<SQLLEN>(characters + 4, 40, 256) * unit;
 }
 
 bool setAttribute(SQLHSTMT statement, SQLINTEGER attribute, std::size_t value)
@@ -87,7 +89,7 @@ void Result::planBuffer()
         Column column;
         column.lengthOffset = index * sizeof(SQLLEN);
         column.textOffset = offset;
-        column.textBytes = textBytesFor(m_fields[index].Size);
+        column.textBytes = textBytesFor(m_fields[index]);
         offset += static_cast<std::size_t>(column.textBytes);
         m_columns.push_back(column);
     }
