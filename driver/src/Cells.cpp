@@ -229,7 +229,7 @@ SQLRETURN ReadCharacters(SQLHSTMT statement, SQLUSMALLINT column, SQLPOINTER tar
     SQLLEN ownLength = 0;
     SQLLEN* const bytes = length ? length : &ownLength;
     const SQLRETURN answer = lower.SQLGetData(statement, column, SQL_C_CHAR, target, capacity, bytes);
-    if (!SQL_SUCCEEDED(answer) || *bytes == SQL_NULL_DATA)
+    if ((answer == SQL_SUCCESS && text[0] != 'X') || !SQL_SUCCEEDED(answer) || *bytes == SQL_NULL_DATA)
         return answer;
     const auto got = static_cast<std::size_t>(std::min(*bytes, capacity - 1));
     if (text[0] != 'X' || text[1] != '\'' || !IsBinaryColumn(statement, column)) {
@@ -335,10 +335,8 @@ SQLLEN SizeOf(SQLSMALLINT type)
     return std::max(numbers::SizeOf(type), moments::SizeOf(type));
 }
 
-SQLSMALLINT TypeOf(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type)
+SQLSMALLINT DefaultTypeOf(SQLHSTMT statement, SQLUSMALLINT column)
 {
-    if (type != SQL_C_DEFAULT)
-        return type;
     std::vector<SQLSMALLINT>& known = Readings().Ensure(statement).defaults;
     if (known.size() <= column)
         known.resize(column + std::size_t{1});
@@ -362,7 +360,8 @@ SQLRETURN Get(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type, SQLPOIN
     // Column 0 is the row's bookmark.
     if (column == 0)
         return lower.SQLGetData(statement, column, type, target, capacity, length);
-    type = TypeOf(statement, column, type);
+    if (type == SQL_C_DEFAULT)
+        type = DefaultTypeOf(statement, column);
     Reading& reading = Readings().Ensure(statement);
     // A number, date or time is that of the whole text, whatever has been given of it.
     const bool isFirst = reading.column != column || reading.isWhole || SizeOf(type) > 0;

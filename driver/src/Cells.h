@@ -10,8 +10,8 @@ namespace tarnwick::cells
 /// The bytes that a C type of numbers, dates or times takes; 0 for any other type.
 SQLLEN SizeOf(SQLSMALLINT type);
 
-/// The C type in which a column is read that is asked for in `type`: another one only where that is SQL_C_DEFAULT.
-SQLSMALLINT TypeOf(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT type);
+/// The C type that SQL_C_DEFAULT means for a column, found once for each result.
+SQLSMALLINT DefaultTypeOf(SQLHSTMT statement, SQLUSMALLINT column);
 
 /// Reads a cell that has not been touched since its row was reached. A text that its buffer cannot hold is cut there,
 /// its whole length told and a warning (01004) left. Arguments are those of SQLGetData.

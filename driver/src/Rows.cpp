@@ -82,8 +82,10 @@ constexpr std::size_t mostErrors = 100;
 constexpr std::size_t mostWarnings = 20;
 
 /// Those who read one record only read of an error where there is one.
-void Tell(SQLHSTMT statement, Failures failures)
+void Tell(SQLHSTMT statement, Failures& failures)
 {
+    if (failures.errors.empty() && failures.warnings.empty())
+        return;
     failures.errors.insert(failures.errors.end(), failures.warnings.begin(), failures.warnings.end());
     diagnostics::Tell(SQL_HANDLE_STMT, statement, std::move(failures.errors));
 }
@@ -96,7 +98,7 @@ SQLRETURN DeliverRow(SQLHSTMT statement, const Reader& reader, SQLULEN index, Fa
     const bool byColumn = reader.bindType == SQL_BIND_BY_COLUMN;
     SQLRETURN result = SQL_SUCCESS;
     for (const auto& [column, binding] : reader.bindings) {
-        const SQLSMALLINT type = cells::TypeOf(statement, column, binding.type);
+        const SQLSMALLINT type = binding.type == SQL_C_DEFAULT ? cells::DefaultTypeOf(statement, column) : binding.type;
         const SQLULEN valueStride = byColumn ? StrideOf(type, binding.capacity) : reader.bindType;
         const SQLULEN lengthStride = byColumn ? sizeof(SQLLEN) : reader.bindType;
         const auto target = Moved(static_cast<char*>(binding.target), offset + index * valueStride);
@@ -168,7 +170,7 @@ SQLRETURN FetchSingle(SQLHSTMT statement, Reader& reader, const Block& block, SQ
         *block.fetched = found ? 1 : 0;
     if (block.status)
         block.status[0] = found ? StatusOf(answer) : SQL_ROW_NOROW;
-    Tell(statement, std::move(failures));
+    Tell(statement, failures);
     return answer;
 }
 
@@ -206,7 +208,7 @@ SQLRETURN FetchMany(SQLHSTMT statement, Reader& reader, const Block& block, SQLS
     }
     if (!SQL_SUCCEEDED(step) && step != SQL_NO_DATA)
         return step;
-    Tell(statement, std::move(failures));
+    Tell(statement, failures);
     // A short block leaves the library below behind the last row.
     reader.moved = step == SQL_NO_DATA;
     if (block.status)
