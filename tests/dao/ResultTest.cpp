@@ -139,6 +139,15 @@ TEST_F(Result, ARowThatTheDriverMarksAsBadFailsEachTime)
     }
 }
 
+TEST_F(Result, ARowThatTheDriverMarksAsBadIsNotBlamedForTextsThatWereCut)
+{
+    auto database = openScripted(QStringLiteral("GetData=15"));
+    auto recordset = database->OpenRecordset(twoColumns + "ROW <long 300>|1\nBAD x|y\nROW <long 300>|2\n");
+    EXPECT_EQ(recordset->View(0).size(), 300);
+    EXPECT_EQ(raised([&] { recordset->MoveNext(); }), ErrorNumber::OdbcFailed);
+    EXPECT_EQ(chain(), QStringList({"245 [Scripted]The row can't be converted", "3146 ODBC--call failed."}));
+}
+
 TEST_F(Result, BytesArriveWithTheirBlockInTwoDigitsEach)
 {
     auto database = openScripted(QStringLiteral("GetData=15"));

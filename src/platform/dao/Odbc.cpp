@@ -64,7 +64,7 @@ namespace
 {
 
 template <class Character, class Read>
-bool readRecord(Read read, Error& record, QString (*decode)(const Character*, qsizetype))
+bool readRecord(Read read, Error& record, bool& isWarning, QString (*decode)(const Character*, qsizetype))
 {
     std::vector<Character> text(1024);
     for (;;) {
@@ -78,6 +78,7 @@ bool readRecord(Read read, Error& record, QString (*decode)(const Character*, qs
             text.resize(std::min<std::size_t>(static_cast<std::size_t>(length) + 1, longest));
             continue;
         }
+        isWarning = state[0] == '0' && state[1] == '1';
         record.Number = native;
         record.Description = decode(text.data(), std::min<qsizetype>(length, static_cast<qsizetype>(text.size()) - 1));
         return true;
@@ -86,22 +87,24 @@ bool readRecord(Read read, Error& record, QString (*decode)(const Character*, qs
 
 } // namespace
 
-std::vector<Error> diagnostics(SQLSMALLINT type, SQLHANDLE handle, Encoding encoding)
+std::vector<Error> diagnostics(SQLSMALLINT type, SQLHANDLE handle, Encoding encoding, Warnings warnings)
 {
     std::vector<Error> records;
     for (SQLSMALLINT number = 1; number < std::numeric_limits<SQLSMALLINT>::max(); ++number) {
         Error record;
+        bool isWarning = false;
         const bool found =
             encoding == Encoding::Wide
                 ? readRecord<SQLWCHAR>(
                       [&](auto... arguments) { return SQLGetDiagRecW(type, handle, number, arguments...); }, record,
-                      fromWide)
+                      isWarning, fromWide)
                 : readRecord<SQLCHAR>(
                       [&](auto... arguments) { return SQLGetDiagRec(type, handle, number, arguments...); }, record,
-                      fromNarrow);
+                      isWarning, fromNarrow);
         if (!found)
             break;
-        records.push_back(std::move(record));
+        if (!isWarning || warnings == Warnings::Kept)
+            records.push_back(std::move(record));
     }
     return records;
 }

@@ -80,8 +80,12 @@ using StatementHandle = Handle<SQL_HANDLE_STMT>;
 /// An environment of the third version of ODBC, or null.
 Environment makeEnvironment();
 
+/// Whether records of the class "01" count.
+enum class Warnings { Kept, LeftOut };
+
 /// All diagnostic records of a handle in their order, with their full texts.
-std::vector<Error> diagnostics(SQLSMALLINT type, SQLHANDLE handle, Encoding encoding = Encoding::Wide);
+std::vector<Error> diagnostics(SQLSMALLINT type, SQLHANDLE handle, Encoding encoding = Encoding::Wide,
+                               Warnings warnings = Warnings::Kept);
 
 /// Puts the records into the error chain, closes it with the generic entry and raises 3146.
 [[noreturn]] void fail(std::vector<Error> records);

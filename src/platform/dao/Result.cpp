@@ -189,7 +189,9 @@ void Result::fetchBlock()
         return finish();
     }
     if (result == SQL_SUCCESS_WITH_INFO && m_blockRows > 1)
-        m_blockRecords = odbc::diagnostics(SQL_HANDLE_STMT, m_statement.get(), m_connection->encoding());
+        // Texts that were cut for their rows of the buffer are no part of another row's failure.
+        m_blockRecords =
+            odbc::diagnostics(SQL_HANDLE_STMT, m_statement.get(), m_connection->encoding(), odbc::Warnings::LeftOut);
 }
 
 void Result::readRow()

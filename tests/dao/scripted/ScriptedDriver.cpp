@@ -567,7 +567,8 @@ SQLRETURN SQL_API SQLFetch(SQLHSTMT handle)
             return refuse(&statement, {record("40001|1205|[Scripted]Deadlock")});
         }
         if (row.bad) {
-            statement.records = {record("22018|245|[Scripted]The row can't be converted")};
+            statement.records.insert(statement.records.begin(),
+                                     record("22018|245|[Scripted]The row can't be converted"));
             result = SQL_SUCCESS_WITH_INFO;
         } else if (fillRow(statement, filled, row)) {
             statement.records.push_back(record("01004|0|[Scripted]Right truncated"));
