@@ -78,7 +78,8 @@ std::vector<Record> TakeFromLower(SQLSMALLINT type, SQLHANDLE handle)
     constexpr std::size_t most = 16;
     while (records.size() < most) {
         std::array<SQLCHAR, 6> state{};
-        std::array<SQLCHAR, 4096> message{};
+        std::array<SQLCHAR, 4096> message;
+        message[0] = 0;
         SQLINTEGER native = 0;
         SQLSMALLINT length = 0;
         const SQLRETURN answer = lower.SQLGetDiagRec(type, handle, 1, state.data(), &native, message.data(),
