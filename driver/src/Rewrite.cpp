@@ -37,9 +37,12 @@ bool HasUnterminated(const std::vector<Token>& tokens)
     return !tokens.empty() && tokens.back().kind == Token::Kind::Unterminated;
 }
 
+/// What the library below, which knows no comments and no quotes but `'` and `"`, takes for the beginning or the end of
+/// something.
+constexpr std::string_view misreadBelow = "'\"?;{}";
+
 /// The part of a statement that SQLite stores with its comments: from a CREATE to the end or to the last semicolon,
-/// since it may hold others, as a trigger does, and from an ALTER to the last thing that is no comment: SQLite would
-/// take one behind that for a part of the new column.
+/// since it may hold others, as a trigger does.
 std::string_view StoredText(std::string_view statement, const std::vector<Token>& tokens)
 {
     const Token* first = nullptr;
@@ -48,18 +51,17 @@ std::string_view StoredText(std::string_view statement, const std::vector<Token>
         if (token.kind == Token::Kind::Comment)
             continue;
         const bool begins = !last || last->text == ";";
-        if (!first && begins && (IsWord(token, "CREATE") || IsWord(token, "ALTER")))
+        if (!first && begins && IsWord(token, "CREATE"))
             first = &token;
         last = &token;
     }
     if (!first)
         return {};
-    const bool endsThere = last->text == ";" || IsWord(*first, "ALTER");
-    const char* const end = endsThere ? last->text.data() + last->text.size() : statement.data() + statement.size();
+    const char* const end =
+        last->text == ";" ? last->text.data() + last->text.size() : statement.data() + statement.size();
     return {first->text.data(), static_cast<std::size_t>(end - first->text.data())};
 }
 
-/// The library below takes what stands in a comment for quotes, parameters and ends of statements.
 std::string BlankComments(std::string statement)
 {
     const std::vector<Token> tokens = Tokenize(statement, Comments::Keep);
@@ -67,18 +69,30 @@ std::string BlankComments(std::string statement)
         return statement;
     const std::string_view stored = StoredText(statement, tokens);
     for (const Token& token : tokens) {
-        const char* const comment = token.text.data();
-        if (token.kind != Token::Kind::Comment || (comment >= stored.data() && comment < stored.data() + stored.size()))
+        if (token.kind != Token::Kind::Comment)
             continue;
+        const char* const comment = token.text.data();
+        const bool isStored = comment >= stored.data() && comment < stored.data() + stored.size();
+        const auto isBlanked = [&](char c) {
+            return isStored ? misreadBelow.find(c) != std::string_view::npos : c != '\n' && c != '\r';
+        };
         const auto begin = statement.begin() + (comment - statement.data());
-        const auto isNoLineEnd = [](char c) { return c != '\n' && c != '\r'; };
-        std::replace_if(begin, begin + static_cast<std::ptrdiff_t>(token.text.size()), isNoLineEnd, ' ');
+        std::replace_if(begin, begin + static_cast<std::ptrdiff_t>(token.text.size()), isBlanked, ' ');
     }
     return statement;
 }
 
-/// What the library below takes for something else in a name whose quotes it does not know: it knows `'` and `"`.
-constexpr std::string_view misreadInNames = "'\"?;{}";
+/// To SQLite a byte order mark is a blank; the library below does not see which statement stands behind one.
+std::string BlankMarksInFront(std::string statement)
+{
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    for (std::size_t at = 0; (at = statement.find_first_not_of(" \t\n\f\r", at)) != std::string::npos;) {
+        if (statement.compare(at, mark.size(), mark) != 0)
+            break;
+        statement.replace(at, mark.size(), mark.size(), ' ');
+    }
+    return statement;
+}
 
 /// Whether such a name may stand anywhere in the text, read as bytes.
 bool MayHoldMisreadName(std::string_view statement, char opening, char closing)
@@ -88,7 +102,7 @@ bool MayHoldMisreadName(std::string_view statement, char opening, char closing)
         end = statement.find(closing, at + 1);
         if (end == std::string_view::npos)
             return false;
-        if (statement.substr(at, end - at).find_first_of(misreadInNames) != std::string_view::npos)
+        if (statement.substr(at, end - at).find_first_of(misreadBelow) != std::string_view::npos)
             return true;
     }
     return false;
@@ -103,7 +117,7 @@ std::string QuoteMisreadNames(std::string statement)
     const char* copied = statement.data();
     for (const Token& token : tokens) {
         const bool isUnknown = token.kind == Token::Kind::Name && token.text.front() != '"';
-        if (!isUnknown || token.text.find_first_of(misreadInNames) == std::string_view::npos)
+        if (!isUnknown || token.text.find_first_of(misreadBelow) == std::string_view::npos)
             continue;
         result.append(copied, token.text.data());
         result += QuotedName(BareName(token));
@@ -304,6 +318,7 @@ std::string Rewrite(std::string statement)
 {
     if (statement.find("--") != std::string::npos || statement.find("/*") != std::string::npos)
         statement = BlankComments(std::move(statement));
+    statement = BlankMarksInFront(std::move(statement));
     if (MayHoldMisreadName(statement, '[', ']') || MayHoldMisreadName(statement, '`', '`'))
         statement = QuoteMisreadNames(std::move(statement));
     if (statement.find('#') != std::string::npos)

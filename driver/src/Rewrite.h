@@ -9,8 +9,9 @@ namespace tarnwick
 /// Puts the spellings that SQLite refuses, or takes for something else, into ones that it reads as the family does, and
 /// leaves every other statement as it is, byte for byte:
 ///
-/// - each byte of a comment becomes a blank, ends of lines excepted, since the library below does not know comments. In
-///   what SQLite stores the text of, behind CREATE and ALTER, they stay.
+/// - each byte of a comment becomes a blank, ends of lines excepted, since the library below does not know comments.
+///   Behind CREATE, where SQLite stores them, only the bytes do that would be misread there: `'`, `"`, `?`, `;`, `{`
+///   and `}`. A byte order mark in front becomes blanks too.
 /// - a name in brackets or backticks that holds a quote, a brace, `?` or `;` is put into double quotes, for the same
 ///   reason.
 /// - a date literal `#...#` becomes a text literal. `m/d/yyyy` and `yyyy/m/d` turn into `yyyy-mm-dd`, the form in

@@ -188,17 +188,29 @@ TEST(Rewrite, NamesThatWouldBeMisreadAreInDoubleQuotes)
         ExpectUnchanged("SELECT '" + std::string(200000, quote) + "'");
 }
 
-TEST(Rewrite, CommentsThatAreStoredStay)
+TEST(Rewrite, CommentsThatAreStoredStayButForWhatWouldBeMisread)
 {
-    const std::string view = "CREATE VIEW V AS -- it's\nSELECT 1 /* one */";
+    EXPECT_EQ(Rewrite("CREATE VIEW V AS -- it's {a}\nSELECT 'x?' /* \"y\"; ? */"),
+              "CREATE VIEW V AS -- it s  a \nSELECT 'x?' /*  y     */");
+    const std::string view = "CREATE VIEW V AS -- #all\nSELECT 1 /* one */";
     ExpectUnchanged(view);
     ExpectUnchanged(view + " -- all");
     EXPECT_EQ(Rewrite("/* a */ " + view + "; -- b"), "        " + view + ";     ");
     EXPECT_EQ(Rewrite("BEGIN /* a */; " + view + "; COMMIT; /* b */"), "BEGIN        ; " + view + "; COMMIT;        ");
     ExpectUnchanged("create trigger G AFTER INSERT ON T BEGIN /* a */ SELECT 1; -- b\nSELECT 2; /* c */ END");
     EXPECT_EQ(Rewrite("-- a\nALTER TABLE T ADD COLUMN A /* b */ INTEGER -- c"),
-              "    \nALTER TABLE T ADD COLUMN A /* b */ INTEGER     ");
+              "    \nALTER TABLE T ADD COLUMN A         INTEGER     ");
+    EXPECT_EQ(Rewrite("ALTER TABLE T ADD COLUMN A INT -- it's\n;"), "ALTER TABLE T ADD COLUMN A INT        \n;");
     EXPECT_EQ(Rewrite("DROP TABLE CREATE_ /* CREATE */"), "DROP TABLE CREATE_             ");
+}
+
+TEST(Rewrite, AByteOrderMarkInFrontIsBlank)
+{
+    const std::string mark = "\xEF\xBB\xBF";
+    EXPECT_EQ(Rewrite(mark + "SELECT 1"), "   SELECT 1");
+    EXPECT_EQ(Rewrite(" \n" + mark + " /* a */ " + mark + "SELECT '" + mark + "'"),
+              " \n" + std::string(15, ' ') + "SELECT '" + mark + "'");
+    EXPECT_EQ(Rewrite(mark), "   ");
 }
 
 TEST(Rewrite, TextLiteralsAreNeverTouched)

@@ -145,6 +145,25 @@ TEST_F(Statement, AWhereBehindOrderByIsAnsweredAsIfItStoodBefore)
               (std::vector<std::string>{"C", "B", "A"}));
 }
 
+TEST_F(Statement, CommentsOfWhatIsStoredChangeNothingElseOfIt)
+{
+    for (const char* text :
+         {"CREATE TABLE T (A TEXT, -- it's the key?\n B TEXT DEFAULT '{b}?')",
+          "INSERT INTO T (A) VALUES ('{x}y'), ('z')",
+          "CREATE TRIGGER G AFTER INSERT ON T BEGIN -- don't; {never}\n DELETE FROM T WHERE A LIKE '{x}%'; END",
+          "ALTER TABLE T ADD COLUMN C INT DEFAULT 7 -- it's new?\n;", "INSERT INTO T (A) VALUES ('w')",
+          "CREATE VIEW V AS -- it's\nSELECT A, B, C FROM T WHERE A <> '{x}'"})
+        EXPECT_TRUE(client.Execute(text).Succeeded()) << text;
+    const Result result = client.Execute("SELECT A || B || C FROM V ORDER BY 1");
+    EXPECT_EQ(FirstCells(result), (std::vector<std::string>{"w{b}?7", "z{b}?7"}));
+}
+
+TEST_F(Statement, AByteOrderMarkInFrontHidesNoRows)
+{
+    EXPECT_EQ(FirstCells(client.Execute("\xEF\xBB\xBFSELECT 'a'")), std::vector<std::string>{"a"});
+    EXPECT_EQ(FirstCells(client.Prepared(" \xEF\xBB\xBFSELECT 'a'")), std::vector<std::string>{"a"});
+}
+
 TEST_F(Statement, NativeSqlTellsWhatIsSentOn)
 {
     EXPECT_EQ(client.Native("SELECT A FROM T ORDER BY A WHERE B = #1/2/2003#"),
