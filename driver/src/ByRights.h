@@ -4,11 +4,20 @@
 #include "Prepared.h"
 #include "Privileges.h"
 #include "Registry.h"
+#include "Rows.h"
 
 #include <string>
 
 namespace tarnwick
 {
+
+/// Takes away what a statement's last run left: a result that was read to its end may be followed by another one
+/// without having been closed.
+inline void ForgetLastRun(SQLHSTMT statement)
+{
+    diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    rows::Close(statement);
+}
 
 /// Whether a statement would answer by a catalog that is no more; then it has its error.
 inline bool RefuseOutdated(SQLHSTMT statement)
@@ -38,7 +47,7 @@ SQLRETURN RunByRights(SQLHSTMT statement, Call call)
 template <typename Call>
 SQLRETURN AnswerAnew(SQLHSTMT statement, Call call)
 {
-    diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    ForgetLastRun(statement);
     prepared::Forget(statement);
     return RefuseOutdated(statement) ? SQL_ERROR : call();
 }

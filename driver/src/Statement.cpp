@@ -22,7 +22,7 @@ enum class ForLater { No, Yes };
 /// it names are there, and hands it on, complete with its terminator. One that is prepared for later is kept.
 SQLRETURN Submit(SQLHSTMT statement, std::string text, Run run, ForLater forLater)
 {
-    diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    ForgetLastRun(statement);
     prepared::Forget(statement);
     const auto connection = registry::ConnectionOf(statement);
     if (connection && connection->log && !connection->log->Write(text))
@@ -97,7 +97,7 @@ SQLRETURN SQL_API SQLPrepareW(SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER len
 
 SQLRETURN SQL_API SQLExecute(SQLHSTMT statement)
 {
-    diagnostics::Clear(SQL_HANDLE_STMT, statement);
+    ForgetLastRun(statement);
     if (RefuseOutdated(statement))
         return SQL_ERROR;
     try {

@@ -205,6 +205,53 @@ TEST_F(DefaultTypes, AreFoundAnewForEachResult)
     EXPECT_STREQ(place.data(), "eight");
 }
 
+TEST_F(DefaultTypes, AreThoseOfAResultThatFollowsOneReadToItsEnd)
+{
+    std::vector<SQLWCHAR> counters = Wide("SELECT SMALL FROM BANK_COUNTER");
+    MakeCounters();
+    const auto expectSmall = [&](bool isBound) {
+        std::array<SQLUSMALLINT, 8> place;
+        place.fill(0x5A5A);
+        SQLLEN bytes = 0;
+        if (isBound)
+            SQLBindCol(statement, 1, SQL_C_DEFAULT, place.data(), sizeof place, &bytes);
+        ASSERT_EQ(SQLExecDirectW(statement, counters.data(), SQL_NTS), SQL_SUCCESS);
+        ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+        const SQLRETURN answer = isBound ? SQLRETURN{SQL_SUCCESS}
+                                         : SQLGetData(statement, 1, SQL_C_DEFAULT, place.data(), sizeof place, &bytes);
+        EXPECT_EQ(answer, SQL_SUCCESS);
+        EXPECT_EQ(bytes, static_cast<SQLLEN>(sizeof place[0]));
+        EXPECT_EQ(place[0], 40000);
+        EXPECT_EQ(place[1], 0x5A5A) << "bytes behind the number";
+        SQLFreeStmt(statement, SQL_UNBIND);
+    };
+    std::array<char, 40> before{};
+    SQLLEN bytes = 0;
+    for (const bool isBound : {false, true}) {
+        for (const char* text : {"SELECT CAST(1 AS BIGINT)", "SELECT 'one'", "SELECT SEEN FROM BANK_DIARY"}) {
+            Open(text);
+            ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+            EXPECT_EQ(SQLGetData(statement, 1, SQL_C_DEFAULT, before.data(), sizeof before, &bytes), SQL_SUCCESS);
+            EXPECT_EQ(SQLFetch(statement), SQL_NO_DATA);
+            expectSmall(isBound);
+        }
+        Open("SELECT 'one'");
+        ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+        EXPECT_EQ(SQLGetData(statement, 1, SQL_C_DEFAULT, before.data(), sizeof before, &bytes), SQL_SUCCESS);
+        SQLCancel(statement);
+        expectSmall(isBound);
+    }
+    Open("SELECT 'one'");
+    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+    EXPECT_EQ(SQLGetData(statement, 1, SQL_C_DEFAULT, before.data(), sizeof before, &bytes), SQL_SUCCESS);
+    EXPECT_EQ(SQLFetch(statement), SQL_NO_DATA);
+    ASSERT_EQ(SQLGetTypeInfoW(statement, SQL_SMALLINT), SQL_SUCCESS);
+    ASSERT_EQ(SQLFetch(statement), SQL_SUCCESS);
+    SQLUSMALLINT type = 0;
+    EXPECT_EQ(SQLGetData(statement, 2, SQL_C_DEFAULT, &type, sizeof type, &bytes), SQL_SUCCESS);
+    EXPECT_EQ(type, SQL_SMALLINT);
+}
+
 TEST_F(DefaultTypes, OfAPreparedStatementFollowTheDefinition)
 {
     MakeCounters();

@@ -366,6 +366,31 @@ TEST_F(Rows, AStatementThatIsUsedAgainStartsAfresh)
     EXPECT_EQ(Get(1), "U1");
 }
 
+TEST_F(Rows, AResultMayFollowOneReadToItsEndWithoutAClose)
+{
+    std::array<SQLINTEGER, 4> numbers{};
+    SQLULEN fetched = 0;
+    Set(SQL_ATTR_ROW_ARRAY_SIZE, numbers.size());
+    Point(SQL_ATTR_ROWS_FETCHED_PTR, &fetched);
+    SQLBindCol(statement, 1, SQL_C_SLONG, numbers.data(), 0, nullptr);
+    const auto readAll = [&] {
+        std::string blocks;
+        while (SQL_SUCCEEDED(SQLFetch(statement)))
+            blocks += std::to_string(fetched) + " from " + std::to_string(numbers[0]) + "; ";
+        return blocks;
+    };
+    for (int round = 0; round < 3; ++round) {
+        Open("SELECT rowid FROM TW_USER ORDER BY rowid");
+        EXPECT_EQ(readAll(), "4 from 1; 4 from 5; 2 from 9; ");
+    }
+    std::vector<SQLWCHAR> text = Wide("SELECT rowid FROM TW_USER WHERE rowid > 7 ORDER BY rowid");
+    ASSERT_EQ(SQLPrepareW(statement, text.data(), SQL_NTS), SQL_SUCCESS);
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_EQ(SQLExecute(statement), SQL_SUCCESS);
+        EXPECT_EQ(readAll(), "3 from 8; ");
+    }
+}
+
 TEST_F(Rows, TheAttributesAreReadBackAsTheyWereSet)
 {
     SQLULEN number = 0;
