@@ -226,6 +226,31 @@ void ReadRows(benchmark::State& state, const char* table)
     }
 }
 
+/// Counts the rows with a text that the first column of one row has.
+void CountEqual(benchmark::State& state, const char* table)
+{
+    const Session session;
+    for (auto _ : state) {
+        session.Execute("SELECT COUNT(*) FROM " + std::string(table) + " WHERE C0 = '1234560'");
+        SQLINTEGER count = 0;
+        SQLFetch(session.Statement());
+        SQLGetData(session.Statement(), 1, SQL_C_SLONG, &count, 0, nullptr);
+        if (count != 1)
+            state.SkipWithError("not just one row has the text");
+        SQLFreeStmt(session.Statement(), SQL_CLOSE);
+    }
+}
+
+void FilterText(benchmark::State& state)
+{
+    CountEqual(state, "B_SHOWN");
+}
+
+void FilterTextFloor(benchmark::State& state)
+{
+    CountEqual(state, "PLAIN");
+}
+
 constexpr double severalReadings = 3; ///< in seconds
 
 void SelectTen(benchmark::State& state)
@@ -240,6 +265,8 @@ void SelectTenFloor(benchmark::State& state)
 
 BENCHMARK(SumPacked)->Unit(benchmark::kMillisecond);
 BENCHMARK(SumPackedFloor)->Unit(benchmark::kMillisecond);
+BENCHMARK(FilterText)->Unit(benchmark::kMillisecond);
+BENCHMARK(FilterTextFloor)->Unit(benchmark::kMillisecond);
 // One reading takes half a second, and differs from the next by more than the two differ: a run is several.
 BENCHMARK(SelectTen)->Unit(benchmark::kMillisecond)->MinTime(severalReadings);
 BENCHMARK(SelectTenFloor)->Unit(benchmark::kMillisecond)->MinTime(severalReadings);

@@ -22,7 +22,8 @@ constexpr std::size_t mostTerminated = 64;
 
 /// Plans, as SQLite carries them from `BestIndex` to `Filter`.
 constexpr int readAll = 0;
-constexpr int lookUpFirst = 1; ///< the first column; the others follow
+constexpr int lookUpFirst = 1;    ///< the first column; the others follow
+constexpr int passOverFirst = -1; ///< the same; the others go before
 
 /// The most bytes of a field that an error shows.
 constexpr std::size_t shownBytes = 32;
@@ -124,41 +125,71 @@ int Disconnect(sqlite3_vtab* table)
     return SQLITE_OK;
 }
 
-/// Whether the records with a value in a column can be looked up for a comparison.
-bool CanLookUp(const ScannedTable& table, sqlite3_index_info& plan, int which)
+/// The column with a field that a constraint holds to be equal to something; null for any other constraint.
+const Column* EqualColumn(const ScannedTable& table, const sqlite3_index_info& plan, int which)
 {
     const auto& constraint = plan.aConstraint[which];
     if (!constraint.usable || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ || constraint.iColumn < 0)
-        return false;
+        return nullptr;
     const std::size_t column = ColumnAt(table, constraint.iColumn);
-    if (!table.table->Decoder(column))
+    return table.table->Decoder(column) ? &table.table->Definition().columns[column] : nullptr;
+}
+
+/// What a column is compared with, where that is known already; null where it is not.
+sqlite3_value* Constant(sqlite3_index_info& plan, int which)
+{
+    sqlite3_value* constant = nullptr;
+    return sqlite3_vtab_rhs_value(&plan, which, &constant) == SQLITE_OK ? constant : nullptr;
+}
+
+/// Whether the records with a value in a column can be looked up for a comparison.
+bool CanLookUp(const ScannedTable& table, sqlite3_index_info& plan, int which)
+{
+    const Column* const column = EqualColumn(table, plan, which);
+    if (!column)
         return false;
     // What is compared with a constant, or with the few of a list, is best read once and from the beginning. A long
     // number has a collation of its own, and so SQLite does not tell that it is a constant.
     const std::string_view asked = sqlite3_vtab_collation(&plan, which);
-    sqlite3_value* constant = nullptr;
-    if (sqlite3_vtab_rhs_value(&plan, which, &constant) == SQLITE_OK || sqlite3_vtab_in(&plan, which, -1) != 0 ||
-        EqualIgnoringCase(asked, "TARNWICK_LITERAL"))
+    if (Constant(plan, which) || sqlite3_vtab_in(&plan, which, -1) != 0 || EqualIgnoringCase(asked, "TARNWICK_LITERAL"))
         return false;
-    const char* const collation = KeyIndex::CollationOf(table.table->Definition().columns[column].shown);
+    const char* const collation = KeyIndex::CollationOf(column->shown);
     return !collation || EqualIgnoringCase(collation, asked);
 }
 
-/// A table is read from its beginning, or the records with a value in one column are looked up, and SQLite makes the
-/// comparison once more.
+/// Whether the records with another text than a constant one can be passed over.
+bool CanPassOver(const ScannedTable& table, sqlite3_index_info& plan, int which)
+{
+    const Column* const column = EqualColumn(table, plan, which);
+    sqlite3_value* const constant = column ? Constant(plan, which) : nullptr;
+    return constant && column->shown == Shown::Text && sqlite3_value_type(constant) == SQLITE_TEXT &&
+           EqualIgnoringCase(sqlite3_vtab_collation(&plan, which), "BINARY");
+}
+
+/// A table is read from its beginning, all of it or without records of another text than a constant one, or the records
+/// with a value in one column are looked up; and SQLite makes the comparison once more.
 int BestIndex(sqlite3_vtab* base, sqlite3_index_info* plan)
 {
     constexpr int guessedRecords = 100000;
     constexpr int guessedEqual = 10;
+    const ScannedTable& table = TableOf(base);
     plan->estimatedCost = guessedRecords;
     plan->estimatedRows = guessedRecords;
+    const auto go = [&](int way, int which) {
+        plan->idxNum = way;
+        plan->aConstraintUsage[which].argvIndex = 1;
+    };
     for (int i = 0; i < plan->nConstraint; ++i)
-        if (CanLookUp(TableOf(base), *plan, i)) {
-            plan->idxNum = lookUpFirst + plan->aConstraint[i].iColumn;
-            plan->aConstraintUsage[i].argvIndex = 1;
+        if (CanLookUp(table, *plan, i)) {
+            go(lookUpFirst + plan->aConstraint[i].iColumn, i);
             plan->estimatedCost = guessedEqual;
             plan->estimatedRows = guessedEqual;
-            break;
+            return SQLITE_OK;
+        }
+    for (int i = 0; i < plan->nConstraint; ++i)
+        if (CanPassOver(table, *plan, i)) {
+            go(passOverFirst - plan->aConstraint[i].iColumn, i);
+            return SQLITE_OK;
         }
     return SQLITE_OK;
 }
@@ -184,8 +215,10 @@ int Filter(sqlite3_vtab_cursor* cursor, int plan, const char*, int, sqlite3_valu
                               (table.unfiltered ? table.table->UnfilteredName() : table.table->Definition().sqlName));
         if (plan == readAll)
             ScanOf(cursor).Begin();
-        else
+        else if (plan >= lookUpFirst)
             ScanOf(cursor).BeginWith(ColumnAt(table, plan - lookUpFirst), values[0]);
+        else
+            ScanOf(cursor).BeginAtEqual(ColumnAt(table, passOverFirst - plan), values[0]);
     });
 }
 

@@ -14,6 +14,9 @@ namespace
 /// The most records that an index is made of.
 constexpr std::size_t mostIndexed = 8'000'000;
 
+/// The most records that are passed over in one step.
+constexpr int mostPassed = 10'000;
+
 /// After so many records it is asked whether their file was cut: reading one takes less time than the question.
 constexpr std::uint64_t askedEach = 64;
 
@@ -54,7 +57,32 @@ void RecordScan::BeginWith(std::size_t column, sqlite3_value* value)
     Next();
 }
 
+void RecordScan::BeginAtEqual(std::size_t column, sqlite3_value* value)
+{
+    Open(m_table.unfiltered ? Table().LastFile() : Table().File());
+    if (sqlite3_value_type(value) == SQLITE_TEXT) {
+        m_soughtField = Table().Decoder(column);
+        m_sought.assign(reinterpret_cast<const char*>(sqlite3_value_text(value)),
+                        static_cast<std::size_t>(sqlite3_value_bytes(value)));
+    }
+    BeginAll();
+}
+
 void RecordScan::Next()
+{
+    Step();
+    // SQLite looks between two steps whether it was interrupted.
+    for (int passed = 0; m_soughtField && passed < mostPassed && !m_isAtEnd && HasOtherText(); ++passed)
+        Step();
+}
+
+bool RecordScan::HasOtherText()
+{
+    Value value;
+    return Decode(*m_soughtField, value) == nullptr && (value.kind != Value::Kind::Text || value.text != m_sought);
+}
+
+void RecordScan::Step()
 {
     if (!m_found && !m_chosen)
         return StepRecord();
@@ -137,6 +165,7 @@ void RecordScan::Open(std::shared_ptr<const MappedFile> file)
 {
     m_chosen.reset();
     m_found.reset();
+    m_soughtField = nullptr;
     m_file = std::move(file);
     m_table.file = m_file;
     m_records.emplace(Table().Format(), m_file->Content());

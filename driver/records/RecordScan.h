@@ -53,6 +53,10 @@ public:
     /// The same for the records that may have a value in a column.
     void BeginWith(std::size_t column, sqlite3_value* value);
 
+    /// The same, but records with another text in a column than the value are passed over where they stand: of what
+    /// nobody asked for, nothing is copied. Some may be gone to all the same.
+    void BeginAtEqual(std::size_t column, sqlite3_value* value);
+
     void Next();
     bool IsAtEnd() const { return m_isAtEnd; }
 
@@ -76,6 +80,8 @@ public:
 
 private:
     const char* DecodePart(const FieldDecoder& field, std::string_view bytes, Value& value);
+    void Step();
+    bool HasOtherText();
     void StepRecord();
     void StepFound();
     void StepChosen();
@@ -92,6 +98,8 @@ private:
     std::optional<RecordCursor> m_records;
     std::optional<Query> m_chosen;                      ///< the records that meet the criteria
     std::optional<std::deque<KeyIndex::Place>> m_found; ///< those of an index that are not read yet
+    const FieldDecoder* m_soughtField = nullptr;        ///< of the column whose text is asked for, if one is
+    std::string m_sought;
     bool m_isAtEnd = true;
     bool m_isCut = false; ///< the record, by the file's end
     std::string m_room;

@@ -237,6 +237,8 @@ std::string DataFilePath(const Surroundings& surroundings, const std::string& di
 {
     if (specification.empty())
         throw RecordError("it has no file specification");
+    if (fs::path(specification).is_absolute())
+        return specification;
     fs::path folder = directory;
     if (directory.ends_with(':')) {
         const std::string name = directory.substr(0, directory.size() - 1);

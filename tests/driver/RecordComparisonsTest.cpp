@@ -372,6 +372,46 @@ TEST_F(RecordComparisons, LookingUpFindsWhatReadingFinds)
         }
 }
 
+TEST_F(RecordComparisons, PassingOverOtherTextsFindsWhatReadingFinds)
+{
+    Make("WORDS", {{"NO", "ZONED-U", 2}, {"WORD", "STRING", 4}}, "01one 02two 03    04TWO 05two 06\xFCnd ",
+         "SEQUENTIAL", "FIXED", "LATIN-1");
+    Run("CREATE TABLE W (NO BIGINT, WORD VARCHAR(4))");
+    Run("INSERT INTO W SELECT NO, WORD FROM BANK_WORDS");
+    for (const std::string condition :
+         {"a.WORD = 'two'", "'two' = a.WORD", "a.WORD = 'two ' || ''", "a.WORD = 'TWO' COLLATE NOCASE",
+          "a.WORD = 'ünd'", "a.WORD = ''", "a.WORD = NULL", "a.WORD = 2", "a.WORD = x'74776F'", "NOT a.WORD = 'two'",
+          "a.WORD IS 'two'", "a.WORD = 'two' OR a.WORD = 'one'", "a.WORD = 'two' OR a.NO = 1",
+          "a.WORD = 'two' AND a.WORD = 'one'", "a.WORD = 'two' AND a.NO > 2", "a.WORD IN ('two', 'one')",
+          "(a.WORD, a.NO) = ('two', 5)", "a.WORD = 'none'"}) {
+        EXPECT_EQ(Rows("SELECT NO FROM BANK_WORDS a WHERE " + condition), Rows("SELECT NO FROM W a WHERE " + condition))
+            << condition;
+        for (const std::string kind : {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN "}) {
+            const std::string columns = "SELECT a.NO, b.NO FROM ";
+            const std::string order = " ON " + condition + " ORDER BY 1, 2";
+            EXPECT_EQ(Rows(columns + "W b" + kind + "BANK_WORDS a" + order),
+                      Rows(columns + "W b" + kind + "W a" + order))
+                << kind << condition;
+        }
+    }
+}
+
+TEST_F(RecordComparisons, PassingOverOtherTextsKeepsToCriteriaAndReportsBadFields)
+{
+    std::string content;
+    for (int i = 0; i < 25000; ++i)
+        content += i % 12000 == 11999 ? "yes 1" : "no  2";
+    Make("MANY", {{"WORD", "STRING", 4}, {"NO", "ZONED-U", 1}}, content + "yes ?");
+    EXPECT_EQ(Rows("SELECT rowid FROM BANK_MANY WHERE WORD = 'yes'"), "12000\n24000\n25001\n");
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_MANY WHERE WORD = 'no'"), "24998\n");
+    EXPECT_NE(Failure("SELECT NO FROM BANK_MANY WHERE WORD = 'yes'").find("record 25001, field NO"), std::string::npos);
+    DefineTable("FIRST", "MANY", "MANY.dat", "BANK_FIRST.WORD = 'yes' AND BANK_FIRST.[record number] < 20000");
+    EXPECT_EQ(Rows("SELECT rowid FROM BANK_FIRST WHERE WORD = 'yes'"), "12000\n");
+    EXPECT_EQ(Rows("SELECT rowid FROM BANK_FIRST WHERE WORD = 'no'"), "");
+    Make("ODD", {{"WORD", "STRING", 3}}, "yesn\xFFoyes");
+    EXPECT_NE(Failure("SELECT rowid FROM BANK_ODD WHERE WORD = 'yes'").find("record 2, field WORD"), std::string::npos);
+}
+
 TEST_F(RecordComparisons, ABadFieldDisturbsAJoinOnlyWhereItIsAskedFor)
 {
     Make("KINDS", {{"KIND", "STRING", 1}, {"NO", "ZONED-U", 2}}, "A01B??A02");

@@ -98,8 +98,10 @@ TEST_F(RecordDefinitions, ADirectoryLeadsWhereTheSystemFollowsIt)
     Run("UPDATE TW_DB SET DEFAULT_DIRECTORY = 'link/..' WHERE DATABASE_NAME = 'BANK'");
     EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n");
     Run("UPDATE TW_TABLE SET FILE_SPECIFICATION = '" + DataFile("ACCOUNT.dat") + "' WHERE TABLE_NAME = 'ACCOUNT'");
-    Run("UPDATE TW_DB SET DEFAULT_DIRECTORY = 'nowhere' WHERE DATABASE_NAME = 'BANK'");
-    EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n") << "a whole path needs no directory";
+    for (const char* directory : {"nowhere", "NOKEY:"}) {
+        Run(std::string("UPDATE TW_DB SET DEFAULT_DIRECTORY = '") + directory + "' WHERE DATABASE_NAME = 'BANK'");
+        EXPECT_EQ(Rows("SELECT NAME FROM BANK_ACCOUNT"), "Harry\nIvy\n") << "a whole path needs no directory";
+    }
 }
 
 TEST_F(RecordDefinitions, WhatCannotBeDescribedIsLeftOutOfTheColumnsAlone)
