@@ -108,7 +108,9 @@ bool MayHoldMisreadName(std::string_view statement, char opening, char closing)
     return false;
 }
 
-std::string QuoteMisreadNames(std::string statement)
+/// Puts something else in place of some tokens: what `replacement` gives of one, if it does.
+template <typename Replacement>
+std::string ReplaceTokens(std::string statement, Replacement replacement)
 {
     const std::vector<Token> tokens = Tokenize(statement);
     if (HasUnterminated(tokens))
@@ -116,15 +118,23 @@ std::string QuoteMisreadNames(std::string statement)
     std::string result;
     const char* copied = statement.data();
     for (const Token& token : tokens) {
-        const bool isUnknown = token.kind == Token::Kind::Name && token.text.front() != '"';
-        if (!isUnknown || token.text.find_first_of(misreadBelow) == std::string_view::npos)
+        const std::optional<std::string> text = replacement(token);
+        if (!text)
             continue;
-        result.append(copied, token.text.data());
-        result += QuotedName(BareName(token));
+        result.append(copied, token.text.data()).append(*text);
         copied = token.text.data() + token.text.size();
     }
     const char* const end = statement.data() + statement.size();
     return result.append(copied, end);
+}
+
+std::string QuoteMisreadNames(std::string statement)
+{
+    return ReplaceTokens(std::move(statement), [](const Token& token) {
+        const bool isUnknown = token.kind == Token::Kind::Name && token.text.front() != '"';
+        const bool isMisread = isUnknown && token.text.find_first_of(misreadBelow) != std::string_view::npos;
+        return isMisread ? std::optional(QuotedName(BareName(token))) : std::nullopt;
+    });
 }
 
 /// Reads three numbers with a slash between them.
@@ -180,20 +190,10 @@ std::string DateLiteral(std::string_view token)
 
 std::string ReplaceHashLiterals(std::string statement)
 {
-    const std::vector<Token> tokens = Tokenize(statement);
-    if (HasUnterminated(tokens))
-        return statement;
-    std::string result;
-    const char* copied = statement.data();
-    for (const Token& token : tokens) {
-        if (token.kind != Token::Kind::Hash || token.text.size() == 2)
-            continue;
-        result.append(copied, token.text.data());
-        result += DateLiteral(token.text);
-        copied = token.text.data() + token.text.size();
-    }
-    const char* const end = statement.data() + statement.size();
-    return result.append(copied, end);
+    return ReplaceTokens(std::move(statement), [](const Token& token) {
+        const bool isDate = token.kind == Token::Kind::Hash && token.text.size() > 2;
+        return isDate ? std::optional(DateLiteral(token.text)) : std::nullopt;
+    });
 }
 
 /// What has been seen of the SELECT that is open at one depth of parentheses.
