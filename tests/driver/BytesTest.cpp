@@ -1,6 +1,4 @@
-#include "RecordsFixture.h"
-
-#include <sqlucode.h>
+#include "ValuesFixture.h"
 
 #include <array>
 
@@ -10,22 +8,13 @@ namespace
 {
 
 /// A file with a field of five bytes, read by one statement of a client.
-class Bytes : public Records
+class Bytes : public Values
 {
 protected:
     void SetUp() override
     {
-        Records::SetUp();
+        Values::SetUp();
         Make("IMAGE", {{"NO", "ZONED-U", 1}, {"RAW", "BINARY-STRING", 5}}, "1\x00\xFF\x10"s + "A\n2" + "X'41'");
-        statement = client.NewStatement();
-    }
-    void TearDown() override { SQLFreeHandle(SQL_HANDLE_STMT, statement); }
-
-    void Open(const std::string& text)
-    {
-        SQLFreeStmt(statement, SQL_CLOSE);
-        std::vector<SQLWCHAR> wide = Wide(text);
-        ASSERT_EQ(SQLExecDirectW(statement, wide.data(), SQL_NTS), SQL_SUCCESS) << text;
     }
 
     /// The second cell of the first row, piece by piece; the length of what is left is told with each.
@@ -53,8 +42,6 @@ protected:
         EXPECT_EQ(SQLGetData(statement, 2, type, more.data(), sizeof more, &bytes), SQL_NO_DATA);
         return whole;
     }
-
-    SQLHSTMT statement = nullptr;
 };
 
 } // namespace

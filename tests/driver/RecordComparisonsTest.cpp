@@ -404,12 +404,26 @@ TEST_F(RecordComparisons, PassingOverOtherTextsKeepsToCriteriaAndReportsBadField
     Make("MANY", {{"WORD", "STRING", 4}, {"NO", "ZONED-U", 1}}, content + "yes ?");
     EXPECT_EQ(Rows("SELECT rowid FROM BANK_MANY WHERE WORD = 'yes'"), "12000\n24000\n25001\n");
     EXPECT_EQ(Rows("SELECT COUNT(*) FROM BANK_MANY WHERE WORD = 'no'"), "24998\n");
-    EXPECT_NE(Failure("SELECT NO FROM BANK_MANY WHERE WORD = 'yes'").find("record 25001, field NO"), std::string::npos);
+    EXPECT_NE(Failure("SELECT NO FROM BANK_MANY WHERE WORD = 'yes'")
+                  .find("The data file '" + DataFile("MANY.dat") +
+                        "', record 25001, field NO: the bytes 3F cannot be read as ZONED-U: a character is no digit."),
+              std::string::npos);
     DefineTable("FIRST", "MANY", "MANY.dat", "BANK_FIRST.WORD = 'yes' AND BANK_FIRST.[record number] < 20000");
     EXPECT_EQ(Rows("SELECT rowid FROM BANK_FIRST WHERE WORD = 'yes'"), "12000\n");
     EXPECT_EQ(Rows("SELECT rowid FROM BANK_FIRST WHERE WORD = 'no'"), "");
     Make("ODD", {{"WORD", "STRING", 3}}, "yesn\xFFoyes");
-    EXPECT_NE(Failure("SELECT rowid FROM BANK_ODD WHERE WORD = 'yes'").find("record 2, field WORD"), std::string::npos);
+    EXPECT_NE(
+        Failure("SELECT rowid FROM BANK_ODD WHERE WORD = 'yes'")
+            .find("The data file '" + DataFile("ODD.dat") +
+                  "', record 2, field WORD: the bytes 6E FF 6F cannot be read as STRING: they are no characters of "
+                  "the file's code page."),
+        std::string::npos);
+}
+
+TEST_F(RecordComparisons, OfARecordThatIsPassedOverNothingElseIsRead)
+{
+    Make("MIXED", {{"NO", "ZONED-U", 1}, {"WORD", "STRING", 3}}, "?no 1yes");
+    EXPECT_EQ(Rows("SELECT NO FROM BANK_MIXED WHERE NO = 1 AND WORD = 'yes'"), "1\n");
 }
 
 TEST_F(RecordComparisons, ABadFieldDisturbsAJoinOnlyWhereItIsAskedFor)
